@@ -1,0 +1,35 @@
+// The readers and writers of audio files.
+#pragma once
+
+#include "storage/FileMemoClass.h"
+
+#include <cstdint>
+#include <string>
+
+namespace quoril {
+
+/// Reads audio files into the store and writes them out of it. Made where it is needed. Everything
+/// that goes wrong is told to the user by the operations themselves.
+class OpenSaveClass {
+  public:
+    /// Takes MemoryBudget as it is: the chunk length of all readers and writers follows from it.
+    OpenSaveClass();
+
+    /// Opens a WAV file in place: PCM samples stay in the file, u-law is decoded. `Result` tells
+    /// whether the file is in the store. From the check of the rate on, the old document is gone.
+    void FileLoadWave(FileMemoClass& Store, const std::string& FileName, bool& Result);
+    /// Writes the whole document with a canonical 44-byte header. False when the user was told
+    /// that it could not be written.
+    bool FileWriteWave(FileMemoClass& Store, const std::string& FileName);
+    /// Writes frames `FromPos` to `ToPos`, both included; `WorkChn` 0 both, 1 left, 2 right.
+    bool FileWriteWavePart(FileMemoClass& Store, std::int32_t FromPos, std::int32_t ToPos,
+                           std::int32_t WorkChn, const std::string& FileName);
+
+    std::int32_t FileBlockLength; ///< samples; the unit in which files are cut and written
+};
+
+/// The write mode of Sun/NeXT files that was chosen last: 0 not asked yet, 1 u-law, 2 8-bit,
+/// 3 16-bit. Forgotten at every load and at every WAV write.
+extern std::int32_t AuWriteMode;
+
+} // namespace quoril

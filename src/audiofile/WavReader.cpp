@@ -1,0 +1,1 @@
+#include "audiofile/OpenSaveClass.h"

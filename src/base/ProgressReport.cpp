@@ -1,0 +1,47 @@
+#include "base/ProgressReport.h"
+
+namespace quoril {
+
+namespace {
+
+class NoProgress final : public ProgressReport {
+  public:
+    void SetVisible(bool) override {}
+    void SetBarColor1(std::uint32_t) override {}
+    void SetCurrentProgress(float Value) override { Current = Value; }
+    [[nodiscard]] float CurrentProgress() const override { return Current; }
+    void BlinkLamp() override {}
+
+  private:
+    float Current = 0;
+};
+
+NoProgress Fallback;
+int OpenScopes = 0;
+
+} // namespace
+
+ProgressReport* ProgressFrm = &Fallback;
+
+void SetProgressReport(ProgressReport* Receiver) noexcept {
+    ProgressFrm = Receiver != nullptr ? Receiver : &Fallback;
+}
+
+ProgressScope::ProgressScope(std::uint32_t BarColor) {
+    ++OpenScopes;
+    ProgressFrm->SetVisible(true);
+    ProgressFrm->SetBarColor1(BarColor);
+    ProgressFrm->SetCurrentProgress(0);
+}
+
+ProgressScope::~ProgressScope() { Hide(); }
+
+void ProgressScope::Hide() {
+    if (!Shown)
+        return;
+    Shown = false;
+    if (--OpenScopes == 0)
+        ProgressFrm->SetVisible(false);
+}
+
+} // namespace quoril

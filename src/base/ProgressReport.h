@@ -1,0 +1,49 @@
+// How far a long command has come: the global `ProgressFrm`, seen from code without windows.
+#pragma once
+
+#include <cstdint>
+
+namespace quoril {
+
+/// Bar colours, 0x00BBGGRR.
+inline constexpr std::uint32_t BarColorGather = 25600;    ///< dark green: gathering samples
+inline constexpr std::uint32_t BarColorUndo = 0xFF0000;   ///< blue: undo
+inline constexpr std::uint32_t BarColorWriteFile = 255;   ///< red: writing a file
+
+/// Implemented by the progress window, and by tests.
+class ProgressReport {
+  public:
+    virtual ~ProgressReport() = default;
+    virtual void SetVisible(bool Visible) = 0;
+    virtual void SetBarColor1(std::uint32_t Color) = 0;
+    /// Sets and shows how much is done, from 0 to 1, and lets the system process its events.
+    /// The value is not limited.
+    virtual void SetCurrentProgress(float Value) = 0;
+    [[nodiscard]] virtual float CurrentProgress() const = 0;
+    /// Toggles the lamp, to show life in stretches without a measure.
+    virtual void BlinkLamp() = 0;
+};
+
+/// The progress window of the process. Never null: without a window nothing is shown.
+extern ProgressReport* ProgressFrm;
+
+/// Names what `ProgressFrm` is from now on; a null pointer means that nothing is shown.
+void SetProgressReport(ProgressReport* Receiver) noexcept;
+
+/// The progress window for the length of a command: shown at 0 in the given colour, hidden at the
+/// end of the scope, also when a failure passes through. Scopes may stand inside one another: the
+/// window is hidden by the outermost one.
+class ProgressScope {
+  public:
+    explicit ProgressScope(std::uint32_t BarColor);
+    ~ProgressScope();
+    ProgressScope(const ProgressScope&) = delete;
+    ProgressScope& operator=(const ProgressScope&) = delete;
+    /// Hides the window before the scope ends, for a command that goes on to a dialog.
+    void Hide();
+
+  private:
+    bool Shown = true;
+};
+
+} // namespace quoril

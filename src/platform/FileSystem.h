@@ -1,0 +1,37 @@
+// Names of files and folders: looking, copying, deleting. Names are bytes as they are.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace quoril {
+
+/// True for a file (not a folder) of exactly this name.
+[[nodiscard]] bool FileExists(const std::string& FileName) noexcept;
+[[nodiscard]] bool FolderExists(const std::string& FolderName) noexcept;
+
+/// Deletes a file. False when it is still there: no right to, or another program (or another
+/// handle of this one) holds it open with a lock. True also when there was none.
+[[nodiscard]] bool DeleteFileIfFree(const std::string& FileName) noexcept;
+
+/// Copies the contents over `To`, which is made new. Throws SystemFailure.
+void CopyFileContents(const std::string& From, const std::string& To);
+
+/// Makes one folder that only its owner can enter (mode 0700), in one step: false when something
+/// of that name exists already. Throws SystemFailure on any other error.
+[[nodiscard]] bool MakePrivateFolder(const std::string& FolderName);
+/// Makes a folder with its parents, if missing. False when that failed.
+[[nodiscard]] bool MakeFolderPath(const std::string& FolderName) noexcept;
+/// Removes an empty folder. False when it is still there.
+[[nodiscard]] bool RemoveFolder(const std::string& FolderName) noexcept;
+/// Full paths of the files (not folders) in a folder; empty when it cannot be read.
+[[nodiscard]] std::vector<std::string> FilesInFolder(const std::string& FolderName);
+
+/// The part of a path before its last "/", and after it.
+[[nodiscard]] std::string FolderOfPath(const std::string& Path);
+[[nodiscard]] std::string NameOfPath(const std::string& Path);
+/// The text after the last "." of the file's name in lower case; empty without one.
+[[nodiscard]] std::string EndingOfPath(const std::string& Path);
+
+} // namespace quoril

@@ -1,0 +1,30 @@
+// Settings files of sections and keys, shared by all running copies of the program.
+//
+// A read goes to the file each time, so that no copy in memory grows stale. A write is read,
+// change, rename under a lock file: several processes never lose each other's keys, and a crash
+// never leaves half a file. Sections and keys are compared without case; blanks around a value and
+// one pair of quotes around it are taken off. Order, comments and unknown keys are kept.
+#pragma once
+
+#include <string>
+
+namespace quoril {
+
+/// The value of a key, or `Default` when file, section or key are missing. Cut off after
+/// `MostCharacters` bytes; 0 means whole. Never fails.
+[[nodiscard]] std::string GetPrivateProfileStringA(const std::string& Section,
+                                                   const std::string& Key,
+                                                   const std::string& Default,
+                                                   const std::string& FileName,
+                                                   std::size_t MostCharacters = 0);
+
+/// Stores a value; the file and its section are made when missing. False when the file cannot be
+/// written: then it is as it was.
+bool WritePrivateProfileStringA(const std::string& Section, const std::string& Key,
+                                const std::string& Value, const std::string& FileName);
+
+/// Takes a key out of the file. False when the file cannot be written.
+bool DeletePrivateProfileKey(const std::string& Section, const std::string& Key,
+                             const std::string& FileName);
+
+} // namespace quoril

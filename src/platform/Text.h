@@ -1,0 +1,20 @@
+// Small operations on text bytes that do not depend on the language of the system.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quoril {
+
+/// Letters A to Z in lower or upper case; all other bytes as they are.
+[[nodiscard]] std::string LowerCase(std::string_view Text);
+[[nodiscard]] std::string UpperCase(std::string_view Text);
+/// Equal without regard to the case of the letters A to Z.
+[[nodiscard]] bool EqualIgnoringCase(std::string_view A, std::string_view B) noexcept;
+/// Without blanks and tabs at both ends.
+[[nodiscard]] std::string Trim(std::string_view Text);
+/// The leading decimal number of a text, such as "12.5abc" or " -3"; 0 for anything else.
+/// The decimal mark is always the point. Never infinite, never NaN.
+[[nodiscard]] double LeadingNumber(std::string_view Text) noexcept;
+
+} // namespace quoril

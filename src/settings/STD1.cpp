@@ -1,0 +1,1 @@
+#include "settings/STD1.h"
