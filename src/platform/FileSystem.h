@@ -14,9 +14,14 @@ namespace quoril {
 /// Deletes a file. False when it is still there: no right to, or another program (or another
 /// handle of this one) holds it open with a lock. True also when there was none.
 [[nodiscard]] bool DeleteFileIfFree(const std::string& FileName) noexcept;
+/// The same, whoever has it open: for files that are nobody else's. Open handles keep the contents.
+[[nodiscard]] bool DeleteFileAnyway(const std::string& FileName) noexcept;
 
-/// Copies the contents over `To`, which is made new. Throws SystemFailure.
+/// Copies the contents over `To`, which is made new. Both names for one file: nothing happens.
+/// Throws SystemFailure; `To` then holds a part.
 void CopyFileContents(const std::string& From, const std::string& To);
+/// Makes an existing file exactly this long. False when that failed.
+[[nodiscard]] bool SetLengthOfFile(const std::string& FileName, std::int64_t Bytes) noexcept;
 
 /// Makes one folder that only its owner can enter (mode 0700), in one step: false when something
 /// of that name exists already. Throws SystemFailure on any other error.
@@ -25,7 +30,8 @@ void CopyFileContents(const std::string& From, const std::string& To);
 [[nodiscard]] bool MakeFolderPath(const std::string& FolderName) noexcept;
 /// Removes an empty folder. False when it is still there.
 [[nodiscard]] bool RemoveFolder(const std::string& FolderName) noexcept;
-/// Full paths of the files (not folders) in a folder; empty when it cannot be read.
+/// Full paths of the files (not folders) in a folder, hidden ones too, sorted; empty when it cannot
+/// be read.
 [[nodiscard]] std::vector<std::string> FilesInFolder(const std::string& FolderName);
 
 /// The part of a path before its last "/", and after it.

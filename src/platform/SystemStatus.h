@@ -17,6 +17,10 @@ struct MemoryStatus {
 /// Memory of the machine. All zero when the system does not tell.
 [[nodiscard]] MemoryStatus GlobalMemoryStatus();
 
+/// The same from made-up folders in place of /proc and /sys/fs/cgroup.
+[[nodiscard]] MemoryStatus GlobalMemoryStatusIn(const std::string& ProcFolder,
+                                                const std::string& ControlGroupFolder);
+
 /// Bytes that an ordinary user may still write on the disk of a folder; none when the folder
 /// cannot be asked.
 [[nodiscard]] std::optional<std::int64_t> GetDiskFreeSpaceExA(const std::string& Folder);

@@ -1,1 +1,71 @@
 #include "platform/Text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace quoril {
+
+namespace {
+
+constexpr char Lower(char Letter) noexcept {
+    return Letter >= 'A' && Letter <= 'Z' ? static_cast<char>(Letter + ('a' - 'A')) : Letter;
+}
+
+constexpr char Upper(char Letter) noexcept {
+    return Letter >= 'a' && Letter <= 'z' ? static_cast<char>(Letter - ('a' - 'A')) : Letter;
+}
+
+constexpr bool IsDigit(char Letter) noexcept {
+    return Letter >= '0' && Letter <= '9';
+}
+
+constexpr std::string_view Blanks = " \t";
+
+} // namespace
+
+std::string LowerCase(std::string_view Text) {
+    std::string Result(Text);
+    std::transform(Result.begin(), Result.end(), Result.begin(), Lower);
+    return Result;
+}
+
+std::string UpperCase(std::string_view Text) {
+    std::string Result(Text);
+    std::transform(Result.begin(), Result.end(), Result.begin(), Upper);
+    return Result;
+}
+
+bool EqualIgnoringCase(std::string_view A, std::string_view B) noexcept {
+    return std::equal(A.begin(), A.end(), B.begin(), B.end(),
+                      [](char One, char Other) { return Lower(One) == Lower(Other); });
+}
+
+std::string Trim(std::string_view Text) {
+    const std::size_t First = Text.find_first_not_of(Blanks);
+    if (First == std::string_view::npos)
+        return {};
+    return std::string(Text.substr(First, Text.find_last_not_of(Blanks) - First + 1));
+}
+
+double LeadingNumber(std::string_view Text) noexcept {
+    const std::size_t First = Text.find_first_not_of(Blanks);
+    if (First == std::string_view::npos)
+        return 0.0;
+    Text.remove_prefix(First);
+    const bool Negative = Text.front() == '-';
+    if (Negative || Text.front() == '+')
+        Text.remove_prefix(1);
+    // Only a digit may begin the number, after a point or at once: the library also knows words
+    // such as "inf" and "nan".
+    const std::size_t Digit = !Text.empty() && Text.front() == '.' ? 1 : 0;
+    if (Text.size() <= Digit || !IsDigit(Text[Digit]))
+        return 0.0;
+    double Value = 0.0;
+    const auto Parsed = std::from_chars(Text.data(), Text.data() + Text.size(), Value);
+    if (Parsed.ec != std::errc() || !std::isfinite(Value))
+        return 0.0;
+    return Negative ? -Value : Value;
+}
+
+} // namespace quoril

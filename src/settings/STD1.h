@@ -46,13 +46,14 @@ bool FileDelete(const std::string& FileName) noexcept;
 /// Makes a new session folder in TmpDir0 and gives its path. Throws SystemFailure.
 [[nodiscard]] std::string SessionDirMake();
 /// Deletes the files in SessionDir and the folder; a file that is still there gets a second try
-/// after 200 milliseconds. Failures are ignored.
+/// after 200 milliseconds, whoever has it open then. Failures are ignored.
 void SessionDirRemove();
 /// Sets the length of an existing file. Failures are ignored.
 void FileSetLength(const std::string& FileName, std::int64_t Bytes);
 
 /// Fixes TmpDir0 and makes SessionDir, writing the record keys on the way. AppPath and SysTempDir
-/// must be set.
+/// must be set. A TmpDir0 that is missing, or where no folder can be made, gives way to SysTempDir;
+/// throws SystemFailure when none can be made there either.
 void WorkingFilesSetUp();
 
 } // namespace quoril
