@@ -1,0 +1,119 @@
+#include "shell/MessageBoxes.h"
+
+#include "base/ProgramTitle.h"
+#include "shell/ProgressFrm.h"
+#include "view/QtText.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <array>
+
+namespace quoril {
+
+namespace {
+
+struct AnswerRow {
+    MsgBoxAnswer Answer;
+    QMessageBox::StandardButton Button;
+    const char* ObjectName;
+};
+
+constexpr std::array<AnswerRow, 4> Answers = {
+    {{MsgBoxAnswer::Ok, QMessageBox::Ok, "OkBtn"},
+     {MsgBoxAnswer::Cancel, QMessageBox::Cancel, "CancelBtn"},
+     {MsgBoxAnswer::Yes, QMessageBox::Yes, "YesBtn"},
+     {MsgBoxAnswer::No, QMessageBox::No, "NoBtn"}}};
+
+struct ButtonsRow {
+    QMessageBox::StandardButtons Buttons;
+    QMessageBox::StandardButton Escape;
+    QMessageBox::Icon Icon;
+};
+
+ButtonsRow RowOf(MsgBoxButtons Buttons) {
+    switch (Buttons) {
+    case MsgBoxButtons::OkCancel:
+        return {QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel, QMessageBox::Question};
+    case MsgBoxButtons::YesNo:
+        return {QMessageBox::Yes | QMessageBox::No, QMessageBox::No, QMessageBox::Question};
+    case MsgBoxButtons::YesNoCancel:
+        return {QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel,
+                QMessageBox::Question};
+    case MsgBoxButtons::OkOnly:
+        break;
+    }
+    return {QMessageBox::Ok, QMessageBox::Ok, QMessageBox::NoIcon};
+}
+
+QString TitleOr(const std::string& Title) {
+    return Title.empty() ? QString::fromUtf8(ProgramTitle) : ShownText(Title);
+}
+
+} // namespace
+
+MessageBoxesClass::MessageBoxesClass() {
+    SetUserMessages(this);
+}
+
+MessageBoxesClass::~MessageBoxesClass() {
+    SetUserMessages(nullptr);
+}
+
+QWidget* MessageBoxesClass::WindowInUse() const {
+    if (QApplication::activeModalWidget() != nullptr)
+        return QApplication::activeModalWidget();
+    return MainWindow != nullptr && MainWindow->isVisible() ? MainWindow.data() : nullptr;
+}
+
+MsgBoxAnswer MessageBoxesClass::MsgBox(const MsgBoxRequest& Request) {
+    const ProgressSuspension NoProgress;
+    const OrdinaryPointer NoHourglass;
+    const ButtonsRow Row = RowOf(Request.Buttons);
+    QMessageBox Box(Row.Icon, TitleOr(Request.Title), QString(), Row.Buttons, WindowInUse());
+    Box.setObjectName(QStringLiteral("MsgBox"));
+    Box.setTextFormat(Qt::PlainText);
+    Box.setText(ShownText(Request.Text));
+    Box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    Box.setWindowModality(Qt::ApplicationModal);
+    for (const AnswerRow& Each : Answers)
+        if (QAbstractButton* Button = Box.button(Each.Button)) {
+            Button->setObjectName(QString::fromLatin1(Each.ObjectName));
+            if (Each.Answer == Request.Default)
+                Box.setDefaultButton(Each.Button);
+        }
+    Box.setEscapeButton(Row.Escape);
+    const int Pressed = Box.exec();
+    for (const AnswerRow& Each : Answers)
+        if (Each.Button == Pressed)
+            return Each.Answer;
+    return Request.Default;
+}
+
+InputBoxAnswer MessageBoxesClass::InputBox(const std::string& Prompt, const std::string& Title,
+                                           const std::string& Proposed) {
+    const ProgressSuspension NoProgress;
+    const OrdinaryPointer NoHourglass;
+    QInputDialog Box(WindowInUse());
+    Box.setObjectName(QStringLiteral("InputBox"));
+    Box.setWindowTitle(TitleOr(Title));
+    Box.setLabelText(ShownText(Prompt));
+    Box.setTextValue(ShownText(Proposed));
+    Box.setWindowModality(Qt::ApplicationModal);
+    if (Box.exec() != QDialog::Accepted)
+        return {};
+    return {true, CoreText(Box.textValue())};
+}
+
+OrdinaryPointer::OrdinaryPointer() : Changed(QGuiApplication::overrideCursor() != nullptr) {
+    if (Changed)
+        QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+}
+
+OrdinaryPointer::~OrdinaryPointer() {
+    if (Changed)
+        QGuiApplication::restoreOverrideCursor();
+}
+
+} // namespace quoril

@@ -1,0 +1,47 @@
+// Messages and questions of the program as modal boxes.
+#pragma once
+
+#include "base/MsgBoxMod.h"
+
+#include <QPointer>
+#include <QWidget>
+
+namespace quoril {
+
+/// Shows what the routines of base/MsgBoxMod.h are given; names itself as their receiver while it
+/// lives. A box stands over the window in use. While it is open the wait cursor and the progress
+/// window are out of the way. Esc presses Cancel where there is one, else No, else OK.
+class MessageBoxesClass final : public UserMessages {
+  public:
+    MessageBoxesClass();
+    ~MessageBoxesClass() override;
+    MessageBoxesClass(const MessageBoxesClass&) = delete;
+    MessageBoxesClass& operator=(const MessageBoxesClass&) = delete;
+
+    /// The window that boxes stand over when no other one is in use.
+    void SetMainWindow(QWidget* Window) { MainWindow = Window; }
+
+    MsgBoxAnswer MsgBox(const MsgBoxRequest& Request) override;
+    InputBoxAnswer InputBox(const std::string& Prompt, const std::string& Title,
+                            const std::string& Proposed) override;
+
+  private:
+    [[nodiscard]] QWidget* WindowInUse() const;
+
+    QPointer<QWidget> MainWindow;
+};
+
+/// The ordinary pointer in place of the wait cursor for the length of a scope: for every dialog
+/// that a running command opens.
+class OrdinaryPointer {
+  public:
+    OrdinaryPointer();
+    ~OrdinaryPointer();
+    OrdinaryPointer(const OrdinaryPointer&) = delete;
+    OrdinaryPointer& operator=(const OrdinaryPointer&) = delete;
+
+  private:
+    bool Changed;
+};
+
+} // namespace quoril

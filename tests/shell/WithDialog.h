@@ -1,0 +1,52 @@
+// Acts on the next modal window as a user would, while the code under test waits for it.
+#pragma once
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace quoril::test {
+
+/// Runs `Do` on the next modal window that comes up. A window that is still open afterwards is
+/// closed, so that a broken test ends.
+class WithDialog {
+  public:
+    explicit WithDialog(std::function<void(QWidget*)> Do) {
+        Limit.start();
+        QObject::connect(&Timer, &QTimer::timeout, &Timer, [this, Do = std::move(Do)] {
+            QWidget* Modal = QApplication::activeModalWidget();
+            if (Modal == nullptr || !Modal->isVisible()) {
+                if (Limit.elapsed() > 10000) {
+                    Timer.stop();
+                    ADD_FAILURE() << "no modal window came up";
+                }
+                return;
+            }
+            Timer.stop();
+            Seen = true;
+            const QPointer<QWidget> Window = Modal;
+            Do(Modal);
+            QTimer::singleShot(2000, Modal, [Window] {
+                if (Window != nullptr && Window->isVisible()) {
+                    ADD_FAILURE() << "the window did not close: "
+                                  << qPrintable(Window->objectName());
+                    Window->close();
+                }
+            });
+        });
+        Timer.start(1);
+    }
+    ~WithDialog() { EXPECT_TRUE(Seen) << "the expected window never came up"; }
+    WithDialog(const WithDialog&) = delete;
+    WithDialog& operator=(const WithDialog&) = delete;
+
+  private:
+    QTimer Timer;
+    QElapsedTimer Limit;
+    bool Seen = false;
+};
+
+} // namespace quoril::test
