@@ -27,7 +27,7 @@ inline constexpr std::size_t WaveColorCount = 13;
 
 /// What the table of colours says of one entry. Colours are 0x00BBGGRR.
 struct WaveColorInfo {
-    const char* Key;       ///< in section "Color" of the settings file
+    const char* Key; ///< in section "Color" of the settings file
     std::int32_t Default;
     const char* ListEntry; ///< in the options window
 };
@@ -38,6 +38,10 @@ extern std::array<std::int32_t, WaveColorCount> WaveColors;
 [[nodiscard]] inline std::int32_t ColorOf(WaveColor Which) noexcept {
     return WaveColors[static_cast<std::size_t>(Which)];
 }
+/// Names of the drawing styles in the options list; style 1 is at index 0.
+inline constexpr std::size_t WaveDrawStyleCount = 5;
+extern const std::array<const char*, WaveDrawStyleCount> WaveDrawStyleNames;
+
 /// 1 line graph, 2 bar graph, 3 bar and line graph, 4 uniform bar graph, 5 uniform bar and line.
 extern std::int32_t WaveFormDrawStyle;
 

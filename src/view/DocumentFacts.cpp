@@ -1,0 +1,14 @@
+#include "view/DocumentFacts.h"
+
+#include "storage/FileMemoClass.h"
+
+namespace quoril {
+
+DocumentFacts CurrentDocument() {
+    if (!WaveStore)
+        return {};
+    return {WaveStore->WavWaveINos, WaveStore->WavFmtFreq, WaveStore->WavFmtChannel,
+            WaveStore->WavFmtBits};
+}
+
+} // namespace quoril

@@ -1,0 +1,56 @@
+#include "view/DurationEntry.h"
+
+#include "base/Arithmetic.h"
+#include "platform/Text.h"
+#include "view/DurationText.h"
+
+namespace quoril {
+namespace {
+EntDurDialog* Dialog = nullptr;
+}
+
+void SetEntDurDialog(EntDurDialog* Receiver) noexcept {
+    Dialog = Receiver;
+}
+
+EntDurAnswer EntDurAsk(const EntDurRequest& Request) {
+    return Dialog == nullptr ? EntDurAnswer{} : Dialog->ShowEntDur(Request);
+}
+
+EntDurRequest EntDurFor(std::int64_t Current, std::int64_t Proposed, std::int32_t Freq) {
+    EntDurRequest Request;
+    Request.CurSizeDur = FormatSamples(Current, Freq);
+    Request.CurSizeSmp = std::to_string(Current);
+    Request.EnterDur = FormatSamples(Proposed, Freq);
+    Request.EnterSmp = std::to_string(Proposed);
+    Request.Freq = Freq;
+    return Request;
+}
+
+std::optional<std::string> EntDurSamplesFollow(std::string_view EnterDur, std::int32_t Freq) {
+    try {
+        return std::to_string(
+            RoundToLong(static_cast<double>(ParseDuration(EnterDur)) * static_cast<double>(Freq)));
+    } catch (const Failure&) {
+        // Typing goes on through numbers that are too large; no message may stop it.
+        return std::nullopt;
+    }
+}
+
+std::optional<std::string> EntDurTimeFollow(std::string_view EnterSmp, std::int32_t Freq) {
+    try {
+        return FormatDuration(Single(LeadingNumber(EnterSmp) / static_cast<double>(Freq)));
+    } catch (const Failure&) {
+        return std::nullopt;
+    }
+}
+
+double EntDurNumber(std::string_view EnterSmp) noexcept {
+    return RoundEven(LeadingNumber(EnterSmp));
+}
+
+std::int32_t EntDurSamples(std::string_view EnterSmp) {
+    return RoundToLong(LeadingNumber(EnterSmp));
+}
+
+} // namespace quoril
