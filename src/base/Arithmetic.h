@@ -1,4 +1,5 @@
-// The rules by which the program rounds, adds and clips. Nothing else rounds or overflows by itself.
+// The rules by which the program rounds, adds and clips. Nothing else rounds or overflows by
+// itself.
 #pragma once
 
 #include "base/Failure.h"
@@ -10,7 +11,9 @@
 
 namespace quoril {
 
-[[noreturn]] inline void FailOverflow() { throw Failure("Overflow"); }
+[[noreturn]] inline void FailOverflow() {
+    throw Failure("Overflow");
+}
 
 /// Rounds to the nearest whole number, ties to even, whatever rounding mode the thread is in.
 /// Exact for every double; infinities and NaN pass through.
@@ -42,7 +45,9 @@ namespace quoril {
 }
 
 /// Stores in single precision, where single precision is what a formula states, and nowhere else.
-[[nodiscard]] inline float Single(double Value) noexcept { return static_cast<float>(Value); }
+[[nodiscard]] inline float Single(double Value) noexcept {
+    return static_cast<float>(Value);
+}
 
 [[nodiscard]] inline std::int32_t AddLong(std::int32_t A, std::int32_t B) {
     std::int32_t Result;

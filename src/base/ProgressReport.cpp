@@ -34,7 +34,9 @@ ProgressScope::ProgressScope(std::uint32_t BarColor) {
     ProgressFrm->SetCurrentProgress(0);
 }
 
-ProgressScope::~ProgressScope() { Hide(); }
+ProgressScope::~ProgressScope() {
+    Hide();
+}
 
 void ProgressScope::Hide() {
     if (!Shown)

@@ -6,9 +6,9 @@
 namespace quoril {
 
 /// Bar colours, 0x00BBGGRR.
-inline constexpr std::uint32_t BarColorGather = 25600;    ///< dark green: gathering samples
-inline constexpr std::uint32_t BarColorUndo = 0xFF0000;   ///< blue: undo
-inline constexpr std::uint32_t BarColorWriteFile = 255;   ///< red: writing a file
+inline constexpr std::uint32_t BarColorGather = 25600;  ///< dark green: gathering samples
+inline constexpr std::uint32_t BarColorUndo = 0xFF0000; ///< blue: undo
+inline constexpr std::uint32_t BarColorWriteFile = 255; ///< red: writing a file
 
 /// Implemented by the progress window, and by tests.
 class ProgressReport {

@@ -1,1 +1,132 @@
 #include "platform/SampleMemory.h"
+
+#include "base/Failure.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <sys/mman.h>
+#include <vector>
+
+namespace quoril {
+
+namespace {
+
+/// From this size on memory is mapped by itself, so that it goes back to the system at once.
+constexpr std::size_t MappedFrom = std::size_t{256} << 10;
+constexpr std::size_t MappedUnit = std::size_t{64} << 10;
+/// Mappings of this size and more begin at a border of large pages.
+constexpr std::size_t LargePage = std::size_t{2} << 20;
+/// What is kept for the next use at most.
+constexpr std::size_t MostSpareBytes = std::size_t{64} << 20;
+
+struct Spare {
+    void* Place;
+    std::size_t Bytes;
+};
+
+/// The newest last. Never destroyed: blocks may be given back at the very end of the process.
+std::vector<Spare>& Spares = *new std::vector<Spare>;
+std::size_t SpareBytes = 0;
+std::int64_t BytesInUse = 0;
+
+std::size_t RoundedUp(std::size_t Bytes, std::size_t Unit) {
+    return (Bytes + Unit - 1) / Unit * Unit;
+}
+
+std::size_t BytesFor(std::int32_t Count) {
+    const std::size_t Bytes = std::max<std::size_t>(static_cast<std::size_t>(Count) * 2, 64);
+    return RoundedUp(Bytes, Bytes < MappedFrom ? 64 : MappedUnit);
+}
+
+[[noreturn]] void FailNoMemory() {
+    throw Failure("Out of memory");
+}
+
+void* SpareTake(std::size_t Bytes) {
+    const auto Found = std::find_if(Spares.rbegin(), Spares.rend(),
+                                    [&](const Spare& One) { return One.Bytes == Bytes; });
+    if (Found == Spares.rend())
+        return nullptr;
+    void* const Place = Found->Place;
+    SpareBytes -= Bytes;
+    Spares.erase(std::next(Found).base());
+    return Place;
+}
+
+void* MapZeroed(std::size_t Bytes) {
+    void* const Mapped =
+        ::mmap(nullptr, Bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (Mapped == MAP_FAILED)
+        FailNoMemory();
+    return Mapped;
+}
+
+/// Mapped at a border of large pages, so that the system can back it with them.
+void* MapLarge(std::size_t Bytes) {
+    const std::size_t Wide = Bytes + LargePage;
+    void* const Mapped = MapZeroed(Wide);
+    char* const Begin = static_cast<char*>(Mapped);
+    const std::size_t Head =
+        (LargePage - reinterpret_cast<std::uintptr_t>(Begin) % LargePage) % LargePage;
+    if (Head > 0)
+        ::munmap(Begin, Head);
+    if (Wide - Head - Bytes > 0)
+        ::munmap(Begin + Head + Bytes, Wide - Head - Bytes);
+    ::madvise(Begin + Head, Bytes, MADV_HUGEPAGE);
+    return Begin + Head;
+}
+
+} // namespace
+
+std::int16_t* SampleMemoryTake(std::int32_t Count, bool Zeroed) {
+    const std::size_t Bytes = BytesFor(Count);
+    void* Place = nullptr;
+    if (Bytes < MappedFrom) {
+        Place = std::aligned_alloc(64, Bytes);
+        if (Place == nullptr)
+            FailNoMemory();
+        if (Zeroed)
+            std::memset(Place, 0, Bytes);
+    } else if ((Place = SpareTake(Bytes)) != nullptr) {
+        if (Zeroed)
+            std::memset(Place, 0, Bytes);
+    } else {
+        Place = Bytes < LargePage ? MapZeroed(Bytes) : MapLarge(Bytes);
+    }
+    BytesInUse += static_cast<std::int64_t>(Bytes);
+    return static_cast<std::int16_t*>(Place);
+}
+
+void SampleMemoryGive(std::int16_t* Samples, std::int32_t Count) noexcept {
+    const std::size_t Bytes = BytesFor(Count);
+    BytesInUse -= static_cast<std::int64_t>(Bytes);
+    if (Bytes < MappedFrom) {
+        std::free(Samples);
+        return;
+    }
+    while (!Spares.empty() && SpareBytes + Bytes > MostSpareBytes) {
+        ::munmap(Spares.front().Place, Spares.front().Bytes);
+        SpareBytes -= Spares.front().Bytes;
+        Spares.erase(Spares.begin());
+    }
+    if (Bytes > MostSpareBytes) {
+        ::munmap(Samples, Bytes);
+        return;
+    }
+    Spares.push_back({Samples, Bytes});
+    SpareBytes += Bytes;
+}
+
+std::int64_t SampleMemoryInUse() noexcept {
+    return BytesInUse;
+}
+
+void SampleMemoryTrim() noexcept {
+    for (const Spare& One : Spares)
+        ::munmap(One.Place, One.Bytes);
+    Spares.clear();
+    SpareBytes = 0;
+}
+
+} // namespace quoril

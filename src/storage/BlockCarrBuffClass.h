@@ -77,6 +77,9 @@ class BlockCarrBuffClass {
     /// Makes the block that holds the position current; false without one.
     bool FindCurrent(std::int32_t WavPos);
     void FirstBlockCurrent();
+    /// Changes a stretch of one block of this carrier.
+    void BlockChange(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t ToPos,
+                     std::int32_t MostRun, const RunChange& Change);
 
     BlockListClass BlkSet;
     std::int32_t NewBlockLen;

@@ -1,1 +1,135 @@
 #include "storage/BlockListClass.h"
+
+#include "base/Arithmetic.h"
+#include "storage/BlockTableInner.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quoril {
+
+void BlockListClass::Append(std::int32_t BlockNo) {
+    Items.push_back(BlockNo);
+    IndexValid = false;
+}
+
+void BlockListClass::Replace(std::int32_t Index, std::int32_t BlockNo) {
+    Items[static_cast<std::size_t>(Index)] = BlockNo;
+    IndexValid = false;
+}
+
+void BlockListClass::Assign(BlockSet NewItems) {
+    Items = std::move(NewItems);
+    IndexValid = false;
+}
+
+BlockSet BlockListClass::Take() {
+    IndexValid = false;
+    return std::exchange(Items, {});
+}
+
+void BlockListClass::Shift(std::int32_t FromPos, std::int32_t Delta) {
+    for (const std::int32_t BlockNo : Items)
+        if (BlockAt(BlockNo).BlockStart >= FromPos)
+            (void)AddLong(BlockAt(BlockNo).BlockStart, Delta);
+    for (const std::int32_t BlockNo : Items)
+        if (BlockAt(BlockNo).BlockStart >= FromPos)
+            BlockAt(BlockNo).BlockStart += Delta;
+    IndexValid = false;
+}
+
+void BlockListClass::IndexMake() const {
+    Sorted.clear();
+    Sorted.reserve(Items.size());
+    for (std::size_t i = 0; i < Items.size(); ++i) {
+        const BlockRec& Block = BlockAt(Items[i]);
+        if (Block.BlockLen > 0)
+            Sorted.push_back({Block.BlockStart, Block.BlockLen, static_cast<std::int32_t>(i)});
+    }
+    std::sort(Sorted.begin(), Sorted.end(),
+              [](const Place& A, const Place& B) { return A.Start < B.Start; });
+    const auto Clash =
+        std::adjacent_find(Sorted.begin(), Sorted.end(), [](const Place& A, const Place& B) {
+            return std::int64_t{A.Start} + A.Len > B.Start;
+        });
+    Disjoint = Clash == Sorted.end();
+    IndexValid = true;
+}
+
+std::int32_t BlockListClass::Find(std::int32_t Position, bool Last) const {
+    if (!IndexValid)
+        IndexMake();
+    const auto Holds = [&](const Place& One) {
+        return Position >= One.Start && Position - One.Start < One.Len;
+    };
+    if (Disjoint) {
+        auto After =
+            std::upper_bound(Sorted.begin(), Sorted.end(), Position,
+                             [](std::int32_t Pos, const Place& One) { return Pos < One.Start; });
+        return After != Sorted.begin() && Holds(*--After) ? After->Index : -1;
+    }
+    std::int32_t Found = -1;
+    for (const Place& One : Sorted)
+        if (Holds(One) && (Found < 0 || (Last ? One.Index > Found : One.Index < Found)))
+            Found = One.Index;
+    return Found;
+}
+
+std::int32_t BlockListClass::FirstHolding(std::int32_t Position) const {
+    return Find(Position, false);
+}
+
+std::int32_t BlockListClass::LastHolding(std::int32_t Position) const {
+    return Find(Position, true);
+}
+
+std::vector<std::int32_t> BlockListClass::Overlapping(std::int32_t FromPos,
+                                                      std::int32_t ToPos) const {
+    if (!IndexValid)
+        IndexMake();
+    std::vector<std::int32_t> Result;
+    // With disjoint blocks at most one begins before the range and reaches into it.
+    auto Begin = Sorted.begin();
+    if (Disjoint) {
+        Begin =
+            std::upper_bound(Sorted.begin(), Sorted.end(), FromPos,
+                             [](std::int32_t Pos, const Place& One) { return Pos < One.Start; });
+        if (Begin != Sorted.begin())
+            --Begin;
+    }
+    for (auto One = Begin; One != Sorted.end() && One->Start <= ToPos; ++One)
+        if (std::int64_t{One->Start} + One->Len > FromPos)
+            Result.push_back(One->Index);
+    std::sort(Result.begin(), Result.end());
+    return Result;
+}
+
+std::int64_t BlockListClass::NextStart(std::int32_t Position) const {
+    if (!IndexValid)
+        IndexMake();
+    const auto After =
+        std::upper_bound(Sorted.begin(), Sorted.end(), Position,
+                         [](std::int32_t Pos, const Place& One) { return Pos < One.Start; });
+    return After == Sorted.end() ? std::int64_t{1} << 31 : After->Start;
+}
+
+void BlockListClass::MakeBorder(std::int32_t Position) {
+    const auto StrictlyInside = [&](std::int32_t BlockNo) {
+        const BlockRec& Block = BlockAt(BlockNo);
+        return Block.BlockStart < Position &&
+               Position < std::int64_t{Block.BlockStart} + Block.BlockLen;
+    };
+    const auto Found = std::find_if(Items.begin(), Items.end(), StrictlyInside);
+    if (Found == Items.end())
+        return;
+    const std::int32_t OldNo = *Found;
+    std::int32_t FirstNo = 0;
+    std::int32_t SecondNo = 0;
+    BlockBrake(OldNo, Position, FirstNo, SecondNo);
+    *Found = FirstNo;
+    Items.push_back(SecondNo);
+    IndexValid = false;
+    BlockFree(OldNo);
+}
+
+} // namespace quoril

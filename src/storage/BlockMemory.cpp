@@ -1,1 +1,382 @@
+// Moving samples between memory and files, and reading them in place.
 #include "storage/WoroFileBlockMod.h"
+
+#include "base/Arithmetic.h"
+#include "base/MsgBoxMod.h"
+#include "platform/SampleMemory.h"
+#include "storage/BlockTableInner.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <utility>
+
+namespace quoril {
+
+namespace {
+
+constexpr std::size_t BlocksAlwaysInMemory = 4;
+constexpr std::int32_t ChecksBetweenRecounts = 100;
+
+/// Gives a block its samples and counts them.
+void MemoryGive(BlockRec& Block, SampleRun Samples, std::int32_t Kind) {
+    Block.BlockData = std::move(Samples);
+    Block.BlockKind = Kind;
+    MemoryUsed += 2 * Block.BlockLen;
+}
+
+/// Fails before anything is changed when that many more samples cannot be counted.
+void MemoryRoomCheck(std::int32_t Samples) {
+    (void)AddLong(MemoryUsed, MulLong(2, Samples));
+}
+
+void LeaveOrgFile(BlockRec& Block) {
+    --OrgFileAt(Block.FileNo).OrgFileUse;
+    Block.FileNo = 0;
+    Block.FilePos = 0;
+}
+
+std::int32_t PairOf(std::int32_t BlockNo) {
+    const auto Found =
+        std::find_if(BlockPairTable.begin(), BlockPairTable.end(), [&](const BlockPairRec& Pair) {
+            return Pair.LeftNo == BlockNo || Pair.RightNo == BlockNo;
+        });
+    return Found == BlockPairTable.end()
+               ? -1
+               : static_cast<std::int32_t>(Found - BlockPairTable.begin());
+}
+
+/// Both blocks of a pair, in one pass. The right one is as long as the left one.
+void PairToMemory(const BlockPairRec& Pair) {
+    BlockRec& Left = BlockAt(Pair.LeftNo);
+    BlockRec& Right = BlockAt(Pair.RightNo);
+    const std::int32_t Length = Left.BlockLen;
+    MemoryRoomCheck(AddLong(Length, Length));
+    SampleRun LeftSamples = SampleRun::Unfilled(Length);
+    SampleRun RightSamples = SampleRun::Unfilled(Length);
+    OrgFileReadFrames(Left.FileNo, Left.FilePos, LeftSamples.Write(), RightSamples.Write(), Length);
+    LeaveOrgFile(Left);
+    LeaveOrgFile(Right);
+    MemoryGive(Left, std::move(LeftSamples), BlockMemory);
+    MemoryGive(Right, std::move(RightSamples), BlockMemory);
+}
+
+void OrgBlockToMemory(std::int32_t BlockNo) {
+    const std::int32_t PairNo = PairOf(BlockNo);
+    if (PairNo >= 0) {
+        const BlockPairRec Pair = BlockPairTable[static_cast<std::size_t>(PairNo)];
+        PairToMemory(Pair);
+        BlockPairTable.erase(BlockPairTable.begin() + PairNo);
+        return;
+    }
+    BlockRec& Block = BlockAt(BlockNo);
+    MemoryRoomCheck(Block.BlockLen);
+    SampleRun Samples = SampleRun::Unfilled(Block.BlockLen);
+    OrgFileReadChannel(Block.FileNo, Block.FilePos, Samples.Write(), Block.BlockLen);
+    LeaveOrgFile(Block);
+    MemoryGive(Block, std::move(Samples), BlockMemory);
+}
+
+void SilenceToMemory(BlockRec& Block) {
+    MemoryRoomCheck(Block.BlockLen);
+    MemoryGive(Block, SampleRun::Zeros(Block.BlockLen), BlockMemory);
+}
+
+/// Writes samples to a new work file and ties the block to it; kind and memory stay.
+void WriteToNewFile(BlockRec& Block, const SampleRun& Samples) {
+    const std::int32_t FileNo = WorkFileNew();
+    WorkFileFill(FileNo, Samples.Read(), Block.BlockLen);
+    WorkFileAt(FileNo).WorkFileUse = 1;
+    Block.FileNo = FileNo;
+    Block.FilePos = 1;
+}
+
+void MemoryDrop(std::int32_t BlockNo) {
+    BlockRec& Block = BlockAt(BlockNo);
+    BlockWindowsEmpty(BlockNo);
+    Block.BlockData = {};
+    Block.BlockKind = BlockWorkFile;
+    MemoryUsed -= 2 * Block.BlockLen;
+}
+
+/// Whether a work file still holds what a block that is in memory as well relies on.
+bool WorkFileStillHolds(const BlockRec& Block) {
+    try {
+        const std::int64_t Bytes = IdentityOfFile(WorkFileAt(Block.FileNo).WorkFileName).Bytes;
+        return Bytes >= std::int64_t{Block.FilePos} - 1 + std::int64_t{Block.BlockLen} * 2;
+    } catch (const SystemFailure&) {
+        return false;
+    }
+}
+
+std::int64_t TwiceTheSamples(const std::vector<std::int32_t>& List) {
+    std::int64_t Sum = 0;
+    for (const std::int32_t BlockNo : List)
+        Sum += BlockAt(BlockNo).BlockLen;
+    return 2 * Sum;
+}
+
+/// Samples are shared and cut without copying, so a small block may keep a large buffer alive.
+/// While buffers hold more than the budget, blocks that view only parts of theirs get own copies.
+void SharedRemaindersGiveBack() {
+    if (SampleMemoryInUse() <= MemoryBudget)
+        return;
+    struct Viewed {
+        std::int64_t Samples = 0;
+        std::vector<std::int32_t> BlockNos;
+    };
+    std::map<const void*, Viewed> Buffers;
+    for (std::size_t No = 1; No < BlockTable.size(); ++No) {
+        if (!BlockInMemory(BlockTable[No]))
+            continue;
+        Viewed& Entry = Buffers[BlockTable[No].BlockData.BufferId()];
+        Entry.Samples += BlockTable[No].BlockLen;
+        Entry.BlockNos.push_back(static_cast<std::int32_t>(No));
+    }
+    for (const auto& [Id, Entry] : Buffers) {
+        if (Entry.Samples >= BlockAt(Entry.BlockNos.front()).BlockData.BufferLength())
+            continue;
+        for (const std::int32_t BlockNo : Entry.BlockNos) {
+            BlockWindowsEmpty(BlockNo);
+            BlockAt(BlockNo).BlockData.CopyOut(BlockAt(BlockNo).BlockLen);
+        }
+        if (SampleMemoryInUse() <= MemoryBudget)
+            return;
+    }
+}
+
+} // namespace
+
+void BlockToMemory(std::int32_t BlockNo) {
+    BlockRec& Block = BlockAt(BlockNo);
+    switch (Block.BlockKind) {
+    case BlockFreeSlot:
+        MsgBox("Error - Free block can not be copied to buffer");
+        return;
+    case BlockMemoryAndFile:
+    case BlockMemory:
+        Block.BlockStamp = NextBlockStamp();
+        return;
+    case BlockWorkFile: {
+        MemoryRoomCheck(Block.BlockLen);
+        SampleRun Samples = SampleRun::Unfilled(Block.BlockLen);
+        WorkFileRead(Block.FileNo, Block.FilePos, Samples.Write(), Block.BlockLen);
+        MemoryGive(Block, std::move(Samples), BlockMemoryAndFile);
+        break;
+    }
+    case BlockOrgFile:
+        OrgBlockToMemory(BlockNo);
+        break;
+    default:
+        SilenceToMemory(Block);
+        break;
+    }
+    Block.BlockStamp = NextBlockStamp();
+    BudgetEnforce();
+}
+
+void BlockToPrivateMemory(std::int32_t BlockNo) {
+    BlockToMemory(BlockNo);
+    BlockRec& Block = BlockAt(BlockNo);
+    switch (Block.BlockKind) {
+    case BlockMemoryAndFile:
+        --WorkFileAt(Block.FileNo).WorkFileUse;
+        Block.FileNo = 0;
+        Block.FilePos = 0;
+        Block.BlockKind = BlockMemory;
+        break;
+    case BlockMemory:
+        break;
+    case BlockSilence:
+        SilenceToMemory(Block);
+        break;
+    default:
+        MsgBox("Error - Block type has a problem in moving to buff");
+        break;
+    }
+}
+
+std::int16_t* BlockToWrite(std::int32_t BlockNo) {
+    BlockToPrivateMemory(BlockNo);
+    BlockRec& Block = BlockAt(BlockNo);
+    if (!Block.BlockData.Alone()) {
+        BlockWindowsEmpty(BlockNo);
+        Block.BlockData.MakeAlone(Block.BlockLen);
+    }
+    return Block.BlockData.Write();
+}
+
+void BlockTakeSamples(std::int32_t BlockNo, SampleRun Samples) {
+    BlockRec& Block = BlockAt(BlockNo);
+    BlockWindowsEmpty(BlockNo);
+    if (Block.BlockKind == BlockMemory) {
+        Block.BlockData = std::move(Samples);
+        return;
+    }
+    if (!BlockInMemory(Block))
+        MemoryRoomCheck(Block.BlockLen);
+    if (Block.BlockKind == BlockMemoryAndFile || Block.BlockKind == BlockWorkFile) {
+        --WorkFileAt(Block.FileNo).WorkFileUse;
+        Block.FileNo = 0;
+        Block.FilePos = 0;
+    } else if (Block.BlockKind == BlockOrgFile) {
+        BlockPairRemove(BlockNo);
+        LeaveOrgFile(Block);
+    }
+    if (BlockInMemory(Block))
+        MemoryUsed -= 2 * Block.BlockLen;
+    MemoryGive(Block, std::move(Samples), BlockMemory);
+    Block.BlockStamp = NextBlockStamp();
+    BudgetEnforce();
+}
+
+void BlockToFile(std::int32_t BlockNo) {
+    BlockRec& Block = BlockAt(BlockNo);
+    switch (Block.BlockKind) {
+    case BlockFreeSlot:
+        MsgBox("Error - Free block can not be written to file");
+        return;
+    case BlockMemoryAndFile:
+        if (!WorkFileStillHolds(Block)) {
+            // Somebody took the file away: the samples in memory are the only ones.
+            const std::int32_t LostNo = Block.FileNo;
+            WriteToNewFile(Block, Block.BlockData);
+            --WorkFileAt(LostNo).WorkFileUse;
+        }
+        MemoryDrop(BlockNo);
+        return;
+    case BlockMemory:
+        WriteToNewFile(Block, Block.BlockData);
+        MemoryDrop(BlockNo);
+        return;
+    case BlockSilence:
+        // The zeros are never counted in MemoryUsed, but dropping them is: the recount of the
+        // budget check mends that.
+        WriteToNewFile(Block, SampleRun::Zeros(Block.BlockLen));
+        MemoryDrop(BlockNo);
+        return;
+    default:
+        return;
+    }
+}
+
+void BlockWriteThrough(std::int32_t BlockNo) {
+    BlockRec& Block = BlockAt(BlockNo);
+    switch (Block.BlockKind) {
+    case BlockFreeSlot:
+        MsgBox("Error - Free block can not be written to file");
+        return;
+    case BlockMemory:
+        WriteToNewFile(Block, Block.BlockData);
+        Block.BlockKind = BlockMemoryAndFile;
+        return;
+    case BlockSilence: {
+        MemoryRoomCheck(Block.BlockLen);
+        SampleRun Zeros = SampleRun::Zeros(Block.BlockLen);
+        WriteToNewFile(Block, Zeros);
+        MemoryGive(Block, std::move(Zeros), BlockMemoryAndFile);
+        return;
+    }
+    default:
+        return;
+    }
+}
+
+std::int16_t BlockSample(std::int32_t BlockNo, std::int32_t Position) {
+    const BlockRec& Block = BlockAt(BlockNo);
+    std::int32_t From = 0;
+    std::int32_t Length = 0;
+    if (!BlockOverlap(Block, Position, Position, From, Length))
+        return 0;
+    std::int16_t Sample = 0;
+    if (BlockInMemory(Block))
+        Sample = Block.BlockData.Read()[Position - Block.BlockStart];
+    else if (Block.BlockKind == BlockWorkFile || Block.BlockKind == BlockOrgFile)
+        BlockRangeReadTo(BlockNo, Position, Position, &Sample);
+    return Sample;
+}
+
+void BlockRangeReadTo(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t ToPos,
+                      std::int16_t* Target) {
+    const BlockRec& Block = BlockAt(BlockNo);
+    const std::int32_t Offset = FromPos - Block.BlockStart;
+    const std::int32_t Length = ToPos - FromPos + 1;
+    const std::size_t Bytes = static_cast<std::size_t>(Length) * sizeof(std::int16_t);
+    switch (Block.BlockKind) {
+    case BlockFreeSlot:
+        MsgBox("Error - A block can not be read for quick buffer");
+        return;
+    case BlockMemoryAndFile:
+    case BlockMemory:
+        std::memcpy(Target, Block.BlockData.Read() + Offset, Bytes);
+        return;
+    case BlockWorkFile:
+        WorkFileRead(Block.FileNo, AddLong(Block.FilePos, MulLong(2, Offset)), Target, Length);
+        return;
+    case BlockOrgFile: {
+        const std::int32_t Step = OrgFileStep(OrgFileAt(Block.FileNo));
+        OrgFileReadChannel(Block.FileNo, AddLong(Block.FilePos, MulLong(Step, Offset)), Target,
+                           Length);
+        return;
+    }
+    default:
+        std::memset(Target, 0, Bytes);
+        return;
+    }
+}
+
+void BlockRangeRead(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t ToPos,
+                    std::vector<std::int16_t>& Buff) {
+    Buff.assign(static_cast<std::size_t>(ToPos - FromPos + 1), 0);
+    BlockRangeReadTo(BlockNo, FromPos, ToPos, Buff.data());
+}
+
+void BlockSampleWillNeed(std::int32_t BlockNo, std::int32_t Position) noexcept {
+    const BlockRec& Block = BlockAt(BlockNo);
+    const std::int64_t Offset = std::int64_t{Position} - Block.BlockStart;
+    const bool InOrgFile = Block.BlockKind == BlockOrgFile;
+    if ((!InOrgFile && Block.BlockKind != BlockWorkFile) || Offset < 0 || Offset >= Block.BlockLen)
+        return;
+    const std::int64_t Step = InOrgFile ? OrgFileStep(OrgFileAt(Block.FileNo)) : 2;
+    const auto FilePos = static_cast<std::int32_t>(Block.FilePos + Offset * Step);
+    if (InOrgFile)
+        OrgFileWillNeed(Block.FileNo, FilePos, 2);
+    else
+        WorkFileWillNeed(Block.FileNo, FilePos, 2);
+}
+
+void BudgetEnforce() {
+    if (MemoryUsed <= MemoryBudget)
+        return;
+    std::vector<std::int32_t> List;
+    for (std::size_t No = 1; No < BlockTable.size(); ++No)
+        if (BlockInMemory(BlockTable[No]))
+            List.push_back(static_cast<std::int32_t>(No));
+    if (++BudgetCheckCount == ChecksBetweenRecounts) {
+        BudgetCheckCount = 0;
+        MemoryUsed = ToLong(TwiceTheSamples(List));
+    }
+    // Oldest last; of equal stamps the highest number last.
+    if (List.size() > BlocksAlwaysInMemory)
+        std::stable_sort(List.begin(), List.end(), [](std::int32_t A, std::int32_t B) {
+            return BlockAt(A).BlockStamp > BlockAt(B).BlockStamp;
+        });
+    while (List.size() > BlocksAlwaysInMemory) {
+        BlockToFile(List.back());
+        List.pop_back();
+        if (MemoryUsed < MemoryBudget)
+            break;
+    }
+    SharedRemaindersGiveBack();
+}
+
+void BudgetEnforceOrFree(std::int32_t NewNo) {
+    try {
+        BudgetEnforce();
+    } catch (...) {
+        BlockFree(NewNo);
+        throw;
+    }
+}
+
+} // namespace quoril

@@ -47,6 +47,7 @@ class FileCarrBuffClass {
 
   private:
     void NameMake();
+    /// Makes the file on first need: zeros, as many as WaveINos tells, at least one.
     void FileMakeIfNone();
     void Flush();
     /// The window's place for a position, moving it there; null when there is none.
@@ -57,6 +58,7 @@ class FileCarrBuffClass {
     std::int32_t WindowLen = 0;
     std::vector<std::int16_t> Window;
     std::string FileName;
+    bool FileMade = false; ///< there is a file of that name, and it is ours
     std::int16_t ZeroSample = 0;
     std::int32_t LongestWindow;
 };

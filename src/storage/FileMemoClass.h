@@ -6,6 +6,7 @@
 #include "storage/UndoRec.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -102,15 +103,25 @@ class FileMemoClass {
     [[nodiscard]] std::int32_t UndoReleased() const noexcept { return Released; }
 
   private:
-    using ChannelVisit = void (FileMemoClass::*)(std::int32_t);
-
     void CollectCarriers(std::int32_t FromPos, std::int32_t ToPos, std::int32_t WorkChn,
                          std::unique_ptr<BlockCarrBuffClass>& FileObL,
                          std::unique_ptr<BlockCarrBuffClass>& FileObR, bool ForPlay);
-    void InsertInto(BlockListClass& List, std::int32_t& Length, std::int32_t PosStart,
-                    const BlockCarrBuffClass& Carrier);
-    [[nodiscard]] BlockSet DeleteFrom(BlockListClass& List, std::int32_t& Length,
-                                      std::int32_t PosStart, std::int32_t DeleteLen);
+    [[nodiscard]] static BlockSet CollectBlocks(const BlockListClass& List, std::int32_t Length,
+                                                std::int32_t FromPos, std::int32_t ToPos,
+                                                bool ForPlay, double Base, double Scale);
+    /// Puts blocks that are placed from 1 on into a list. `Fresh` gives them, after the last step
+    /// that may fail.
+    static void BlocksInsert(BlockListClass& List, std::int32_t& Length, std::int32_t PosStart,
+                             std::int32_t FreshLen, const std::function<BlockSet()>& Fresh);
+    static void InsertInto(BlockListClass& List, std::int32_t& Length, std::int32_t PosStart,
+                           const BlockCarrBuffClass& Carrier);
+    [[nodiscard]] static BlockSet DeleteFrom(BlockListClass& List, std::int32_t& Length,
+                                             std::int32_t PosStart, std::int32_t DeleteLen);
+    void InsertEnd(std::int32_t PosStart, std::int32_t WorkChn, std::int32_t Length,
+                   const std::string& UndoName, bool IsLastOperation);
+    void DeleteEnd(std::int32_t PosStart, std::int32_t WorkChn, std::int32_t DeleteLen,
+                   BlockSet RemovedL, BlockSet RemovedR, const std::string& UndoName,
+                   bool IsLastOperation);
     void EditEnd(const std::string& UndoName, bool IsLastOperation);
     void PadChannels(const std::string& UndoName);
     [[nodiscard]] bool JournalOn() const noexcept;
@@ -119,7 +130,12 @@ class FileMemoClass {
     [[nodiscard]] std::int32_t UndoStepFirst() const;
     void UndoStep();
     void UndoOne(UndoRec& Record);
-    void UndoRecordFree(UndoRec& Record);
+    /// Puts what a record holds of a channel back where it was.
+    static void BlocksReturn(BlockListClass& List, std::int32_t& Length, const UndoRec& Record,
+                             BlockSet& Removed);
+    static void UndoRecordFree(UndoRec& Record);
+    /// Frees the blocks of a channel that begin behind its end.
+    static void BlocksBehindFree(BlockListClass& List, std::int32_t Length);
 
     std::int32_t LengthL = 0;
     std::int32_t LengthR = 0;

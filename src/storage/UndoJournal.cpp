@@ -1,1 +1,196 @@
+// The journal: taking edits back, dropping records, and what the Undo menu says.
 #include "storage/FileMemoClass.h"
+
+#include "base/Arithmetic.h"
+#include "base/DocumentState.h"
+#include "base/MsgBoxMod.h"
+#include "base/ProgressReport.h"
+#include "base/ViewState.h"
+#include "storage/BlockTableInner.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quoril {
+
+namespace {
+
+UndoListener* Listener = nullptr;
+
+/// Undo itself leaves no records.
+class UndoOffScope {
+  public:
+    explicit UndoOffScope(bool& WhichSwitch) : Switch(WhichSwitch), Before(WhichSwitch) {
+        Switch = true;
+    }
+    ~UndoOffScope() { Switch = Before; }
+    UndoOffScope(const UndoOffScope&) = delete;
+    UndoOffScope& operator=(const UndoOffScope&) = delete;
+
+  private:
+    bool& Switch;
+    bool Before;
+};
+
+} // namespace
+
+void SetUndoListener(UndoListener* Receiver) noexcept {
+    Listener = Receiver;
+}
+
+UndoListener* CurrentUndoListener() noexcept {
+    return Listener;
+}
+
+std::int32_t FileMemoClass::UndoCount() const noexcept {
+    return static_cast<std::int32_t>(Journal.size()) - 1;
+}
+
+std::int32_t FileMemoClass::UndoStepFirst() const {
+    const auto At = [this](std::int32_t No) -> const UndoRec& {
+        return Journal[static_cast<std::size_t>(No)];
+    };
+    std::int32_t First = UndoCount();
+    while (First > Released + 1 && At(First).UndoKind == UndoPadding)
+        --First; // padding belongs to the step under it
+    while (First > Released + 1 && !At(First - 1).UndoIsLast)
+        --First;
+    return First;
+}
+
+void FileMemoClass::Undo() {
+    if (Released >= UndoCount()) {
+        MsgBox("Undo Failed");
+        UndoInfoReset();
+        SelStart = SelEnd = 0;
+    } else {
+        try {
+            UndoStep();
+        } catch (const std::exception& Error) {
+            MsgBox(Error.what(), "Undo Error");
+            UndoInfoReset();
+        }
+    }
+    UndoInfoUpdateMenu();
+    WaveChanged = true;
+}
+
+void FileMemoClass::UndoStep() {
+    const ProgressScope Progress(BarColorUndo);
+    const std::int32_t Top = UndoCount();
+    const std::int32_t First = UndoStepFirst();
+    for (std::int32_t No = Top; No >= First; --No) {
+        UndoOne(Journal[static_cast<std::size_t>(No)]);
+        ProgressFrm->SetCurrentProgress(
+            Single(static_cast<double>(Top - No + 1) / (Top - First + 1)));
+    }
+    const UndoRec& Record = Journal[static_cast<std::size_t>(First)];
+    SelStart = Record.UndoSelStart;
+    SelEnd = Record.UndoSelEnd;
+    ViewFrom = Record.UndoViewFrom;
+    ViewTotal = Record.UndoViewTotal;
+    Journal.resize(static_cast<std::size_t>(First));
+}
+
+void FileMemoClass::UndoOne(UndoRec& Record) {
+    const UndoOffScope Off(SwitchUndoOff);
+    switch (Record.UndoKind) {
+    case UndoInsert:
+        WaveDataDelete(Record.UndoPos, Record.UndoChn, Record.UndoLen, {}, false);
+        break;
+    case UndoPadding:
+        WaveDataDelete(Record.UndoPos, Record.UndoChn, Record.UndoLen, {}, false);
+        if (Record.UndoChn == 1)
+            BlocksBehindFree(ListL, LengthL);
+        else
+            BlocksBehindFree(ListR, LengthR);
+        break;
+    case UndoDelete:
+        if (Record.UndoChn == 0 || Record.UndoChn == 1)
+            BlocksReturn(ListL, LengthL, Record, Record.BlocksL);
+        if (Record.UndoChn == 0 || Record.UndoChn == 2)
+            BlocksReturn(ListR, LengthR, Record, Record.BlocksR);
+        EditEnd({}, false);
+        break;
+    default:
+        WavFmtBits = Record.UndoPos;
+        WavFmtChannel = Record.UndoChn;
+        WavFmtFreq = Record.UndoLen;
+        CurrentFormat = {WavFmtChannel, WavFmtFreq, WavFmtBits};
+        if (Listener != nullptr)
+            Listener->SetMenu_To_DefaultFormat();
+        break;
+    }
+}
+
+void FileMemoClass::BlocksReturn(BlockListClass& List, std::int32_t& Length, const UndoRec& Record,
+                                 BlockSet& Removed) {
+    // The removed blocks themselves go back: unlike clones of them this needs no room.
+    BlocksInsert(List, Length, Record.UndoPos, Record.UndoLen, [&] {
+        for (const std::int32_t BlockNo : Removed)
+            if (BlockAt(BlockNo).BlockKind != BlockSilence)
+                BlockAt(BlockNo).BlockStamp = NextBlockStamp();
+        return std::exchange(Removed, {});
+    });
+}
+
+void FileMemoClass::BlocksBehindFree(BlockListClass& List, std::int32_t Length) {
+    BlockSet Kept;
+    for (const std::int32_t BlockNo : List.Take()) {
+        if (BlockAt(BlockNo).BlockStart > Length)
+            BlockFree(BlockNo);
+        else
+            Kept.push_back(BlockNo);
+    }
+    List.Assign(std::move(Kept));
+}
+
+UndoMenuState FileMemoClass::UndoMenu() const {
+    UndoMenuState State;
+    State.OptionChecked = UndoOptionON;
+    State.Enabled = UndoOptionON && UndoCount() > Released;
+    if (!UndoOptionON)
+        State.Caption = "Undo [Off]";
+    else if (State.Enabled)
+        State.Caption = "Undo [" + Journal.back().UndoName + "]";
+    return State;
+}
+
+void FileMemoClass::UndoInfoUpdateMenu() {
+    if (Listener != nullptr)
+        Listener->UndoMenuChanged(UndoMenu());
+}
+
+void FileMemoClass::UndoRecordFree(UndoRec& Record) {
+    BlockSetFree(Record.BlocksL);
+    BlockSetFree(Record.BlocksR);
+}
+
+void FileMemoClass::UndoInfoReset() {
+    for (std::int32_t No = Released + 1; No <= UndoCount(); ++No)
+        UndoRecordFree(Journal[static_cast<std::size_t>(No)]);
+    Journal.resize(1);
+    Released = 0;
+    FilesSweep();
+    UndoInfoUpdateMenu();
+}
+
+void FileMemoClass::UndoInfoReleaseUpto(std::int32_t UpToNo) {
+    const std::int32_t Last = std::min(UpToNo, UndoCount());
+    for (std::int32_t No = Released + 1; No <= Last; ++No)
+        UndoRecordFree(Journal[static_cast<std::size_t>(No)]);
+    Released = std::max(Released, Last);
+    while (Released < UndoCount() &&
+           Journal[static_cast<std::size_t>(Released) + 1].UndoKind == UndoPadding) {
+        ++Released;
+        UndoRecordFree(Journal[static_cast<std::size_t>(Released)]);
+    }
+    if (Released == UndoCount()) {
+        Journal.resize(1);
+        Released = 0;
+    }
+    FilesSweep();
+    UndoInfoUpdateMenu();
+}
+
+} // namespace quoril

@@ -11,10 +11,10 @@ namespace quoril {
 enum UndoKinds : std::int32_t { UndoInsert = 1, UndoDelete = 2, UndoPadding = 3, UndoFormat = 4 };
 
 struct UndoRec {
-    std::string UndoName;          ///< the command's name; empty unless the last of its step
+    std::string UndoName; ///< the command's name; empty unless the last of its step
     std::int32_t UndoKind = 0;
-    bool UndoIsLast = false;       ///< the record ends a user step
-    BlockSet BlocksL;              ///< kind 2: the removed blocks, placed relative to the cut
+    bool UndoIsLast = false; ///< the record ends a user step
+    BlockSet BlocksL;        ///< kind 2: the removed blocks, placed relative to the cut
     BlockSet BlocksR;
     std::int32_t UndoPos = 0;      ///< position; kind 4: the old bits
     std::int32_t UndoChn = 0;      ///< 0 both, 1 left, 2 right; kind 4: the old channels
@@ -28,7 +28,7 @@ struct UndoRec {
 /// What the Undo menu and the toolbar show.
 struct UndoMenuState {
     std::string Caption = "Undo [Nothing]";
-    bool Enabled = false;     ///< entries 1 and 2, and the button
+    bool Enabled = false;      ///< entries 1 and 2, and the button
     bool OptionChecked = true; ///< the check mark of entry 3
 };
 

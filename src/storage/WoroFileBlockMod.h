@@ -120,6 +120,9 @@ void BlockToMemory(std::int32_t BlockNo);
 void BlockToPrivateMemory(std::int32_t BlockNo);
 /// BlockToPrivateMemory, then ends any sharing of the samples, and gives where to write them.
 [[nodiscard]] std::int16_t* BlockToWrite(std::int32_t BlockNo);
+/// Gives a block other samples as its private memory, whatever it was: kind 2. For a change that
+/// was made beside the block, which the budget may have pushed out in the meantime.
+void BlockTakeSamples(std::int32_t BlockNo, SampleRun Samples);
 /// Writes a memory block out and drops the memory: kind 3.
 void BlockToFile(std::int32_t BlockNo);
 /// Writes a memory block out and keeps the memory: kind 1.
@@ -168,7 +171,8 @@ void WorkFileClose(std::int32_t WorkNo) noexcept;
 /// Hands a file carrier's file over to a new block carrier, without copying.
 void FileCarrToBlockCarr(FileCarrBuffClass& FileCarr, BlockCarrBuffClass& BlockCarr);
 /// The portable form of a block list: word 0 is the index of the last word, word 1 the number of
-/// blocks, then for each block its file's name, BlockLen, kind, BlockStart, FilePos, channels, bits.
+/// blocks, then for each block its file's name, BlockLen, kind, BlockStart, FilePos, channels,
+/// bits.
 void BlockSetToLongs(const BlockSet& BlkSet, std::vector<std::int32_t>& Longs);
 /// The way back. `Foreign`: files of another process are read at once, and never deleted. Throws
 /// Failure on words that make no block list; nothing is then left behind.

@@ -3,6 +3,7 @@
 #include "base/DocumentState.h"
 #include "base/ViewState.h"
 #include "settings/STD1.h"
+#include "storage/FileMemoClass.h"
 #include "storage/WoroFileBlockMod.h"
 
 #include <algorithm>
@@ -40,6 +41,7 @@ TestSession::TestSession(std::int32_t Budget) {
 }
 
 TestSession::~TestSession() {
+    WaveStore.reset();
     BlockTableReset();
     std::error_code Ignored;
     fs::remove_all(Root, Ignored);

@@ -1,0 +1,43 @@
+// What the parts of the block table share among themselves and with nobody else.
+#pragma once
+
+#include "storage/WoroFileBlockMod.h"
+
+namespace quoril {
+
+[[nodiscard]] inline BlockRec& BlockAt(std::int32_t BlockNo) noexcept {
+    return BlockTable[static_cast<std::size_t>(BlockNo)];
+}
+[[nodiscard]] inline WorkFileRec& WorkFileAt(std::int32_t WorkNo) noexcept {
+    return WorkFileTable[static_cast<std::size_t>(WorkNo)];
+}
+[[nodiscard]] inline OrgFileRec& OrgFileAt(std::int32_t OrgNo) noexcept {
+    return OrgFileTable[static_cast<std::size_t>(OrgNo)];
+}
+[[nodiscard]] inline bool BlockInMemory(const BlockRec& Block) noexcept {
+    return Block.BlockKind == BlockMemoryAndFile || Block.BlockKind == BlockMemory;
+}
+
+/// Empties every window on a block whose samples move, are shared, or go.
+void BlockWindowsEmpty(std::int32_t BlockNo) noexcept;
+/// BudgetEnforce; if that fails, the block just made is freed before the failure goes on.
+void BudgetEnforceOrFree(std::int32_t NewNo);
+/// Removes the first pair that holds a block, if any.
+void BlockPairRemove(std::int32_t BlockNo) noexcept;
+/// Makes the file of a work file slot out of `Length` samples. When that fails no file is left.
+void WorkFileFill(std::int32_t WorkNo, const std::int16_t* Samples, std::int32_t Length);
+/// Reads samples of a work file or an original file, from the byte `FilePos` (from 1) on, in the
+/// file's own form; opens it if needed. Fails when the file is no longer the one that was entered.
+void WorkFileRead(std::int32_t WorkNo, std::int32_t FilePos, std::int16_t* Target,
+                  std::int32_t Length);
+/// One channel of an original file.
+void OrgFileReadChannel(std::int32_t OrgNo, std::int32_t FilePos, std::int16_t* Target,
+                        std::int32_t Length);
+/// Both channels of a stereo original file, beginning at a left sample.
+void OrgFileReadFrames(std::int32_t OrgNo, std::int32_t FilePos, std::int16_t* Left,
+                       std::int16_t* Right, std::int32_t Length);
+/// Tells the system that `Bytes` bytes at `FilePos` (from 1) will be read soon.
+void OrgFileWillNeed(std::int32_t OrgNo, std::int32_t FilePos, std::int32_t Bytes) noexcept;
+void WorkFileWillNeed(std::int32_t WorkNo, std::int32_t FilePos, std::int32_t Bytes) noexcept;
+
+} // namespace quoril
