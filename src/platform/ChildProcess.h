@@ -14,11 +14,12 @@ struct ChildResult {
 };
 
 /// Starts a program (found on $PATH unless the name has a "/"), waits for its end, and gives how
-/// it ended. `Arguments[0]` is the program.
+/// it ended. `Arguments[0]` is the program. It reads nothing from its input, says its words where
+/// we say ours, and has none of our files open.
 [[nodiscard]] ChildResult RunAndWait(const std::vector<std::string>& Arguments);
 
-/// Starts a program that lives on without us, in a session of its own. The result tells only
-/// whether it started.
+/// Starts a program that lives on without us, in a session of its own, without input and output.
+/// The result tells only whether it started.
 [[nodiscard]] ChildResult StartDetached(const std::vector<std::string>& Arguments);
 
 } // namespace quoril

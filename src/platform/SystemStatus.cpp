@@ -119,6 +119,8 @@ void ApplyControlGroups(const std::string& ProcFolder, const std::string& Contro
         std::optional<std::string> Path = ControlGroupPath(ProcFolder, Names);
         if (!Path)
             continue;
+        if (Path->find("/..") != std::string::npos) // outside of what we can see
+            Path->clear();
         const std::string Top = ControlGroupFolder + std::string(Names.Mount);
         for (;;) {
             while (!Path->empty() && Path->back() == '/')
