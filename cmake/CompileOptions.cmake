@@ -14,4 +14,4 @@ if(QUORIL_SANITIZE)
 endif()
 
 set(CMAKE_CXX_FLAGS_RELEASE "-O3 -DNDEBUG")
-set(CMAKE_CXX_FLAGS_DEBUG "-O0 -g")
+set(CMAKE_CXX_FLAGS_DEBUG "-g") # and the optimisation that a preset asks for
