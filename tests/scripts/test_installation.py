@@ -1,0 +1,55 @@
+"""test_installation.py BUILD: what `cmake --install` puts where, and whether a desktop accepts it."""
+
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+import xml.etree.ElementTree as xml
+from configparser import RawConfigParser
+from pathlib import Path
+
+BUILD = sys.argv.pop()
+
+
+class Installation(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(folder.cleanup)
+        cls.prefix = Path(folder.name)
+        subprocess.run(["cmake", "--install", BUILD, "--prefix", cls.prefix], check=True,
+                       stdout=subprocess.DEVNULL)
+        cls.share = cls.prefix / "share"
+        cls.entry_file = cls.share / "applications" / "quoril-wave-editor.desktop"
+        cls.entry = RawConfigParser()
+        cls.entry.optionxform = str
+        cls.entry.read(cls.entry_file, encoding="utf-8")
+
+    def test_the_menu_entry_is_valid(self):
+        subprocess.run(["desktop-file-validate", self.entry_file], check=True)
+
+    def test_the_menu_entry_starts_a_program_that_is_installed(self):
+        program, argument = self.entry["Desktop Entry"]["Exec"].split()
+        self.assertEqual(argument, "%f")
+        self.assertTrue(os.access(self.prefix / "bin" / program, os.X_OK))
+
+    def test_the_icon_of_the_menu_entry_is_installed_and_square(self):
+        name = self.entry["Desktop Entry"]["Icon"] + ".svg"
+        icon = xml.parse(self.share / "icons" / "hicolor" / "scalable" / "apps" / name).getroot()
+        self.assertEqual(icon.get("viewBox"), "0 0 128 128")
+
+    def test_the_description_is_valid_and_names_the_menu_entry(self):
+        description = self.share / "metainfo" / "org.quoril.WaveEditor.metainfo.xml"
+        subprocess.run(["appstreamcli", "validate", "--no-net", description], check=True,
+                       stdout=subprocess.DEVNULL)
+        self.assertEqual(xml.parse(description).findtext("launchable"), self.entry_file.name)
+
+    def test_nothing_of_the_build_and_its_tests_is_installed(self):
+        names = [path.name for path in self.prefix.rglob("*") if path.is_file()]
+        for unwanted in ("demo-sound", "_tests", ".a", ".h", ".txt"):
+            self.assertFalse([name for name in names if name.endswith(unwanted)], unwanted)
+
+
+if __name__ == "__main__":
+    unittest.main()
