@@ -1,7 +1,169 @@
 #include "view/WaveEditor_Frm.h"
 
+#include "base/MsgBoxMod.h"
+#include "base/ViewState.h"
+#include "view/ColorSettings.h"
+#include "view/QtText.h"
+#include "view/ToolIcon.h"
+#include "view/ValueLabel.h"
+#include "view/WavePanel.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QStatusTipEvent>
+#include <QToolButton>
+#include <QUrl>
+
+#include <exception>
+
 namespace quoril {
 
-WaveEditor_Frm::WaveEditor_Frm(QWidget* Parent) : QMainWindow(Parent) {}
+namespace {
+
+constexpr const char* ApplicationTitle = "Quoril Wave Editor";
+
+} // namespace
+
+WaveEditor_Frm::WaveEditor_Frm(QWidget* Parent) : QMainWindow(Parent) {
+    setObjectName(QStringLiteral("WaveEditor_Frm"));
+    setWindowIcon(ToolIcon(QStringLiteral("Program")));
+    setAcceptDrops(true);
+    BuildMenus();
+    BuildPanels();
+    BuildToolbars();
+    BuildStatusBar();
+    RegisterOwnCommands();
+    ApplyColorSettings();
+    SetDocumentTitle("New.wav");
+    SetMenu_To_DefaultFormat();
+    UndoMenuChanged({});
+    SetEntryChecked("Bookmark_Show_Mnu", true);
+    SetRecentFiles({});
+    RefreshDisplayToggle();
+    SetViewListener(this);
+    SetUndoListener(this);
+    for (const char* Key : {"Play", "PlayRev", "Pause", "Stop", "UTurn"})
+        SetEntryEnabled(std::string("PlayToolbar_") + Key, false);
+    SetEntryEnabled("Draw_Mnu_2", false);
+    RefreshCommands();
+    resize(1000, 640);
+}
+
+WaveEditor_Frm::~WaveEditor_Frm() {
+    if (CurrentViewListener() == this)
+        SetViewListener(nullptr);
+    if (CurrentUndoListener() == this)
+        SetUndoListener(nullptr);
+}
+
+void WaveEditor_Frm::RunCommand(const std::string& Name) {
+    try {
+        Commands.Run(Name);
+    } catch (const std::exception& What) {
+        while (QApplication::overrideCursor() != nullptr)
+            QApplication::restoreOverrideCursor();
+        MsgBox(What.what());
+    }
+}
+
+void WaveEditor_Frm::SetDocumentTitle(const std::string& WaveFileName) {
+    setWindowTitle(ShownText(WaveFileName + " [" + ApplicationTitle + "]"));
+}
+
+void WaveEditor_Frm::StatusGuide(const std::string& Message) {
+    StatusPanels.at("UserGuide")->setText(ShownText(Message));
+}
+
+void WaveEditor_Frm::ApplyColorSettings() {
+    const std::int32_t Back = ColorOf(WaveColor::NormalBackColor);
+    const std::int32_t Text = ColorOf(WaveColor::WaveFormNormalColor);
+    for (const int Channel : {1, 2}) {
+        Wave_Pic.at(std::size_t(Channel))->SetBackColor(Back);
+        Wave_Pic.at(std::size_t(Channel))
+            ->PlayPosShp->SetColor(ColorOf(WaveColor::PlayPosIndiColor));
+    }
+    HScrollPic->SetBackColor(ColorOf(WaveColor::ScaleBackColor));
+    DispFrqVolPic->SetBackColor(Back);
+    for (const std::size_t Index : {0U, 1U, 2U}) {
+        SelectLbl.at(Index)->SetColors(ColorOf(WaveColor::SelectBackColor), Text);
+        ViewLbl.at(Index)->SetColors(Back, Text);
+    }
+    const auto Color = [](QLabel* Label, std::int32_t BackColor, std::int32_t TextColor) {
+        QPalette Colors = Label->palette();
+        Colors.setColor(QPalette::Window, ColorFromBgr(BackColor));
+        Colors.setColor(QPalette::WindowText, ColorFromBgr(TextColor));
+        Label->setPalette(Colors);
+        Label->setAutoFillBackground(true);
+    };
+    for (const std::size_t Index : {1U, 2U}) {
+        Color(DisplayPosLbl.at(Index), Back, Text);
+        Color(DisplayPos2Lbl.at(Index), Back, Text);
+    }
+    Color(PlayPosLbl, Back, ColorOf(WaveColor::PlayPosIndiColor));
+    MouseMode = 0;
+    ViewMouseMode = 0;
+    RefreshMousePointer();
+}
+
+bool WaveEditor_Frm::event(QEvent* Event) {
+    // Menus tell the hint of the highlighted entry this way.
+    if (Event->type() == QEvent::StatusTip) {
+        StatusGuide(static_cast<QStatusTipEvent*>(Event)->tip().toUtf8().toStdString());
+        return true;
+    }
+    return QMainWindow::event(Event);
+}
+
+bool WaveEditor_Frm::eventFilter(QObject* Watched, QEvent* Event) {
+    if (Watched == Client && Event->type() == QEvent::Resize)
+        Refresh_Wave_View();
+    if (Event->type() == QEvent::Enter)
+        StatusGuide(Watched->property("StatusHint").toString().toStdString());
+    return QMainWindow::eventFilter(Watched, Event);
+}
+
+void WaveEditor_Frm::resizeEvent(QResizeEvent* Event) {
+    QMainWindow::resizeEvent(Event);
+    if (PlaceChanged)
+        PlaceChanged();
+}
+
+void WaveEditor_Frm::moveEvent(QMoveEvent* Event) {
+    QMainWindow::moveEvent(Event);
+    if (PlaceChanged)
+        PlaceChanged();
+}
+
+void WaveEditor_Frm::changeEvent(QEvent* Event) {
+    QMainWindow::changeEvent(Event);
+    if (Event->type() == QEvent::WindowStateChange && PlaceChanged)
+        PlaceChanged();
+}
+
+void WaveEditor_Frm::closeEvent(QCloseEvent* Event) {
+    if (UnloadWanted && !UnloadWanted())
+        Event->ignore();
+    else
+        Event->accept();
+}
+
+void WaveEditor_Frm::dragEnterEvent(QDragEnterEvent* Event) {
+    if (FileDropped && Event->mimeData()->hasUrls())
+        Event->acceptProposedAction();
+}
+
+void WaveEditor_Frm::dropEvent(QDropEvent* Event) {
+    for (const QUrl& Url : Event->mimeData()->urls()) {
+        if (!Url.isLocalFile())
+            continue;
+        Event->acceptProposedAction();
+        FileDropped(Url.toLocalFile().toStdString());
+        return;
+    }
+}
 
 } // namespace quoril

@@ -1,0 +1,26 @@
+// One channel's panel: `Wave_Pic`, with its finished picture `WaveBak_Pic`.
+#pragma once
+
+#include "view/PicturePanel.h"
+
+namespace quoril {
+
+class WavePanel final : public PicturePanel {
+  public:
+    /// `Index` is the channel, 1 or 2.
+    WavePanel(int Index, QWidget* Parent);
+
+    [[nodiscard]] int Channel() const { return ChannelIndex; }
+    /// Keeps the present picture as the finished one.
+    void TakeSnapshot() { WaveBak_Pic = Picture().copy(); }
+
+    /// The finished picture of the last refresh, without mouse feedback. Null before the first.
+    QImage WaveBak_Pic;
+    PanelLine* MouseLine;  ///< follows the mouse
+    PanelLine* PlayPosShp; ///< shows the play position
+
+  private:
+    int ChannelIndex;
+};
+
+} // namespace quoril
