@@ -1,15 +1,21 @@
 // What the main window shows of the document: layout, labels, pointer.
 #include "base/ViewState.h"
+#include "bookmarks/BookmarkRec.h"
 #include "view/ArrowImage.h"
 #include "view/ColorSettings.h"
-#include "view/DocumentFacts.h"
+#include "view/DurationText.h"
 #include "view/QtText.h"
+#include "view/SelectionMod.h"
+#include "view/StripDraw.h"
 #include "view/ValueEntry.h"
 #include "view/ValueLabel.h"
+#include "view/WaveDraw.h"
 #include "view/WaveEditor_Frm.h"
 #include "view/WaveGeometry.h"
 #include "view/WavePanel.h"
+#include "view/ZoomMod.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
 
@@ -44,17 +50,113 @@ void WaveEditor_Frm::LayoutPanels(int Channels) {
                              SmallestPanels);
 }
 
+namespace {
+
+/// The hourglass for the length of a scope.
+class Hourglass {
+  public:
+    explicit Hourglass(bool Wanted) : Shown(Wanted) {
+        if (Shown)
+            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+    ~Hourglass() {
+        if (Shown)
+            QGuiApplication::restoreOverrideCursor();
+    }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+
+  private:
+    bool Shown;
+};
+
+} // namespace
+
 void WaveEditor_Frm::Refresh_Wave_View() {
-    LayoutPanels(CurrentDocument().Channel);
+    const DocumentFacts Document = Source->Facts();
+    LayoutPanels(Document.Channel);
+    const std::int32_t Channels = Document.Channel == 2 ? 2 : 1;
     for (const int Channel : {1, 2})
         Wave_Pic.at(std::size_t(Channel))->Clear();
+    if (Document.Total < 1)
+        return;
+    ViewLimitsApply(Document.Total);
+    const Hourglass Pointer(ViewTotal > HourglassViewTotal);
+    SelectionLimit(Document.Total);
+
+    WavePanel* First = Wave_Pic[1];
+    WaveDraw Draw(*Source, First->ScaleWidth(), First->ScaleHeight(), First->PixelRatio());
+    PanelScale = Draw.Scale();
+    PixelsPerSample = PanelScale.PixelsPerSample;
+    if (EntryChecked("Bookmark_Show_Mnu"))
+        Draw.SetBookmarks(&Bookmarks, font());
+    for (std::int32_t Channel = 1; Channel <= Channels; ++Channel) {
+        WavePanel* Panel = Wave_Pic.at(std::size_t(Channel));
+        Draw.DrawPanel(Panel->Picture(), Channel);
+        Panel->update();
+    }
+    RefreshScrollScale();
+    RefreshPlayScale();
+    RefreshDisplayLabels(false);
+    DrawToolLimit(Document.Freq);
+    for (std::int32_t Channel = 1; Channel <= Channels; ++Channel)
+        Wave_Pic.at(std::size_t(Channel))->TakeSnapshot();
+    DescribePanels();
+}
+
+ScaleView WaveEditor_Frm::CurrentScaleView() const {
+    const DocumentFacts Document = Source->Facts();
+    return {ViewFrom,       ViewTotal, Document.Total, Document.Freq, Wave_Pic[1]->ScaleWidth(),
+            PixelsPerSample};
+}
+
+void WaveEditor_Frm::RefreshScrollScale() {
     HScrollPic->Clear();
+    const ScaleView View = CurrentScaleView();
+    if (View.Total < 1)
+        return;
+    const ScrollScale What =
+        ScrollScaleOf(View, HScrollPic->ScaleWidth(), HScrollPic->ScaleHeight());
+    ScrollEdge[1] = What.Edge1;
+    ScrollEdge[2] = What.Edge2;
+    DrawScrollScale(HScrollPic->Picture(), What, HScrollPic->PixelRatio());
+}
+
+void WaveEditor_Frm::RefreshPlayScale() {
     ScalePic->Clear();
-    DispFrqVolPic->Clear();
+    const ScaleView View = CurrentScaleView();
+    if (View.Total < 1)
+        return;
+    PlaySelectionLimit(View.Total);
+    DrawPlayScale(ScalePic->Picture(), View, ScalePic->PixelRatio(), font());
+}
+
+void WaveEditor_Frm::DescribePanels() {
+    const DocumentFacts Document = Source->Facts();
+    const auto Range = [&](std::int32_t From, std::int32_t To) {
+        return QStringLiteral("samples %1 to %2, %3 to %4")
+            .arg(From)
+            .arg(To)
+            .arg(ShownText(FormatSamples(From, Document.Freq)),
+                 ShownText(FormatSamples(To, Document.Freq)));
+    };
+    const std::int32_t WorkChn = WorkChannels(Document.Channel);
+    for (const std::int32_t Channel : {1, 2}) {
+        QString Text = QStringLiteral("Shows %1 of %2 samples. ")
+                           .arg(Range(ViewFrom, std::min(ViewFrom + ViewTotal - 1, Document.Total)))
+                           .arg(Document.Total);
+        if (SelStart == 0 || (WorkChn != 0 && WorkChn != Channel))
+            Text += QStringLiteral("Nothing is selected here.");
+        else if (SelStart == SelEnd)
+            Text += QStringLiteral("The point at sample %1 is selected.").arg(SelStart);
+        else
+            Text += QStringLiteral("Selected are %1.").arg(Range(SelStart, SelEnd));
+        Wave_Pic.at(std::size_t(Channel))->setAccessibleDescription(Text);
+    }
 }
 
 void WaveEditor_Frm::RefreshDisplayLabels(bool Dragging) {
-    const DocumentFacts Document = CurrentDocument();
+    const DocumentFacts Document = Source->Facts();
     if (!Dragging)
         StatusPanels.at("Size")->setText(ShownText(SizePanelText(Document)));
     const DragRange Drag{DragFrom, DragTo};

@@ -6,7 +6,10 @@
 
 #include "storage/UndoRec.h"
 #include "view/CommandTable.h"
+#include "view/TimeScale.h"
 #include "view/ViewListener.h"
+#include "view/WaveGeometry.h"
+#include "view/WaveSource.h"
 
 #include <QMainWindow>
 
@@ -78,6 +81,10 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     /// Panels and labels take the colours of the settings; the mouse tools go back to normal.
     void ApplyColorSettings();
     void Refresh_Wave_View() override;
+    /// Redraws the overview bar.
+    void RefreshScrollScale();
+    /// Redraws the time scale.
+    void RefreshPlayScale();
     void RefreshMousePointer() override;
     void RefreshDisplayLabels(bool Dragging) override;
     void RefreshChannelSelector() override;
@@ -108,6 +115,13 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     PicturePanel* DispFrqVolPic = nullptr;
     QLabel* SpeedDispPic = nullptr;
     std::array<QLabel*, 3> SpeedDispLbl{};
+
+    /// From samples to the pixels of the panels, and the edges of the view on the overview bar (1
+    /// left, 2 right, in its pixels; 0 is where a drag stands), from the last refresh.
+    WaveScale PanelScale;
+    std::array<std::int32_t, 3> ScrollEdge{};
+    /// What is drawn; the document of the process unless a test gives another.
+    void SetSource(const WaveSource* What) { Source = What; }
 
     // ---- A mouse gesture over a wave panel
 
@@ -140,6 +154,11 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     void AskValue(int Index);
     void ShowPopMnu(int Index, const QPoint& Where);
     void LayoutPanels(int Channels);
+    void DescribePanels();
+    [[nodiscard]] ScaleView CurrentScaleView() const;
+
+    StoreSource Store;
+    const WaveSource* Source = &Store;
 
     std::map<std::string, QAction*> Entries;
     std::map<std::string, QMenu*> Menus;

@@ -12,7 +12,7 @@ class WavePanel final : public PicturePanel {
 
     [[nodiscard]] int Channel() const { return ChannelIndex; }
     /// Keeps the present picture as the finished one.
-    void TakeSnapshot() { WaveBak_Pic = Picture().copy(); }
+    void TakeSnapshot();
 
     /// The finished picture of the last refresh, without mouse feedback. Null before the first.
     QImage WaveBak_Pic;
