@@ -38,7 +38,10 @@ std::optional<std::string> ContentsOf(const std::string& FileName) {
     struct stat Status {};
     if (::fstat(File.Get(), &Status) != 0 || !S_ISREG(Status.st_mode))
         return std::nullopt;
-    std::string Bytes(MostBytes + 1, '\0');
+    if (Status.st_size > static_cast<off_t>(MostBytes))
+        return std::nullopt;
+    // Files are replaced whole and do not grow, so one byte more tells the end.
+    std::string Bytes(static_cast<std::size_t>(Status.st_size) + 1, '\0');
     std::size_t Length = 0;
     while (Length < Bytes.size()) {
         const ssize_t Count = ReadOnce(File, Bytes.data() + Length, Bytes.size() - Length);
@@ -89,28 +92,22 @@ std::string WithoutQuotes(const std::string& Value) {
 /// should, so that every value comes back as it was given.
 std::string AsWritten(std::string Value) {
     ReplaceByBlanks(Value, LineEnds);
-    const bool NeedsQuotes = Value.empty() || StandsInQuotes(Value) || Trim(Value) != Value;
+    const bool NeedsQuotes = StandsInQuotes(Value) || Trim(Value) != Value;
     return NeedsQuotes ? '"' + Value + '"' : Value;
 }
 
 /// The parsed file: sections and keys in their order, each with its comment.
 class Profile {
   public:
-    explicit Profile(std::string Bytes) {
-        // A zero byte would hide all that follows it.
-        std::replace(Bytes.begin(), Bytes.end(), '\0', '\n');
+    explicit Profile(std::string_view Bytes) {
         HasSignature = Bytes.starts_with(Signature);
         if (HasSignature)
-            Bytes.erase(0, Signature.size());
-        const std::size_t End = EndOfLastEntry(Bytes);
-        Tail = Bytes.substr(End);
-        Bytes.resize(End);
+            Bytes.remove_prefix(Signature.size());
         Ini.SetMultiKey(true); // of a repeated key the first counts, and none gets lost
         Ini.SetMultiLine(false);
-        Ini.SetAllowKeyOnly(true);
         Ini.SetQuotes(false);
         Ini.SetSpaces(false);
-        Usable = Ini.LoadData(Bytes) >= 0;
+        Usable = Ini.LoadData(TakeLines(Bytes)) >= 0;
     }
 
     [[nodiscard]] bool IsUsable() const { return Usable; }
@@ -130,23 +127,39 @@ class Profile {
         std::string Body;
         if (Ini.Save(Body) < 0)
             return std::nullopt;
-        return std::string(HasSignature ? Signature : std::string_view()) + Body + Tail;
+        std::string Result(HasSignature ? Signature : std::string_view());
+        // Only one signature counts: a name that begins with its bytes must not come first.
+        if (Body.starts_with(Signature))
+            Result += '\n';
+        return Result + Body + Tail;
     }
 
   private:
-    /// Comments after the last entry belong to no entry, and the parser would drop them.
-    static std::size_t EndOfLastEntry(const std::string& Bytes) {
-        std::size_t End = Bytes.size();
-        while (End > 0) {
-            const std::size_t Break =
-                End >= 2 ? Bytes.find_last_of("\r\n", End - 2) : std::string::npos;
-            const std::size_t Start = Break == std::string::npos ? 0 : Break + 1;
-            const std::size_t First = Bytes.find_first_not_of(" \t\r\n", Start);
-            if (First < End && Bytes[First] != ';' && Bytes[First] != '#')
-                return End;
-            End = Start;
+    /// The lines with their entries, in the form that the parser keeps whole; what follows the last
+    /// entry goes to `Tail`, since comments there belong to no entry and would be dropped.
+    std::string TakeLines(std::string_view Bytes) {
+        std::string Lines(Bytes.starts_with(Signature) ? "\n" : ""); // only one signature counts
+        Lines.reserve(Bytes.size() + 2);
+        std::size_t EndOfLastEntry = 0;
+        while (!Bytes.empty()) {
+            const std::string_view Line = Bytes.substr(0, Bytes.find_first_of(LineEnds));
+            Bytes.remove_prefix(Line.size());
+            Bytes.remove_prefix(Bytes.starts_with("\r\n") ? 2
+                                                          : std::min<std::size_t>(1, Bytes.size()));
+            Lines += Line;
+            const std::size_t First = Line.find_first_not_of(" \t");
+            const bool IsEntry =
+                First != std::string_view::npos && Line[First] != ';' && Line[First] != '#';
+            // The parser would give a key without "=" the value of the key before.
+            if (IsEntry && Line[First] != '[' && Line.find('=') == std::string_view::npos)
+                Lines += '=';
+            Lines += '\n';
+            if (IsEntry)
+                EndOfLastEntry = Lines.size();
         }
-        return 0;
+        Tail = Lines.substr(EndOfLastEntry);
+        Lines.resize(EndOfLastEntry);
+        return Lines;
     }
 
     CSimpleIniA Ini;
@@ -246,7 +259,7 @@ std::string GetPrivateProfileStringA(const std::string& Section, const std::stri
     const bool PossibleName = FileName.find('\0') == std::string::npos;
     if (!Name.empty() && PossibleName) {
         if (std::optional<std::string> Bytes = ContentsOf(FileName); Bytes && !Bytes->empty()) {
-            const Profile Parsed(std::move(*Bytes));
+            const Profile Parsed(*Bytes);
             if (const char* Value = Parsed.Find(SectionName(Section), Name))
                 Result = WithoutQuotes(Value);
         }
