@@ -14,7 +14,7 @@ constexpr std::size_t LongestKey = 50;
 constexpr std::int32_t TicksBeforeAdvice = 5;
 
 UserGuideWindow* Window = nullptr;
-std::mt19937 Chances; // NOLINT(cert-msc51-cpp): the shell seeds it, tests want a fixed sequence
+std::mt19937 Chances; // with its fixed first seed: the shell chooses another one
 std::optional<double> FixedDraw;
 
 } // namespace

@@ -190,7 +190,7 @@ void SelectAllSamples() {
 }
 
 void SelectView() {
-    SelectRange(ViewFrom, SubLong(AddLong(ViewFrom, ViewTotal), 1));
+    SelectRange(ViewFrom, ToLong(static_cast<std::int64_t>(ViewFrom) + ViewTotal - 1));
     ToolsOff();
     RefreshMousePointer();
     Refresh_Wave_View();

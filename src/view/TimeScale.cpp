@@ -21,8 +21,9 @@ ScrollBox ScrollRange(std::int32_t From, std::int32_t To, double Total, double W
     const double X = From / Total * Width;
     if (From == To)
         return {MarkKind::Point, X, 0.0, X, Height};
-    const double Across = (static_cast<double>(To) - From) / Total * Width;
-    return {MarkKind::Box, X, 2.0, X + Across, Height - 3.0};
+    // The ends of the main selection can stand in reverse order.
+    const double Other = X + (static_cast<double>(To) - From) / Total * Width;
+    return {MarkKind::Box, std::min(X, Other), 2.0, std::max(X, Other), Height - 3.0};
 }
 
 } // namespace

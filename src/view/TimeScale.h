@@ -58,6 +58,7 @@ struct PlaySelectionShape {
 
 // ---- Overview bar
 
+/// X1 <= X2. A box can be narrower than a pixel; it still shows one.
 struct ScrollBox {
     MarkKind Kind = MarkKind::None;
     double X1 = 0; ///< a point is a vertical line over the full height here
