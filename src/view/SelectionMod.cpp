@@ -59,11 +59,17 @@ bool AskHowToSelect(std::int32_t Need, std::int32_t Available, const std::string
     return true;
 }
 
+/// What differs is written, so that a repeated command costs no writing.
+void RecordPut(const char* Key, const std::string& Value) {
+    if (IniGet("Debug", Key, "") != Value)
+        IniPut("Debug", Key, Value);
+}
+
 /// The last selection handed to a command stands in the settings file, for support.
 void SelectionRecord(const std::string& Operation) {
-    IniPut("Debug", "SelStart", std::to_string(SelStart));
-    IniPut("Debug", "SelEnd", std::to_string(SelEnd));
-    IniPut("Debug", "Operation", Operation);
+    RecordPut("SelStart", std::to_string(SelStart));
+    RecordPut("SelEnd", std::to_string(SelEnd));
+    RecordPut("Operation", Operation);
 }
 
 void ToolsOff() noexcept {

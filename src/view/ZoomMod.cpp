@@ -18,33 +18,30 @@ std::int64_t ViewPast() noexcept {
     return static_cast<std::int64_t>(ViewFrom) + ViewTotal;
 }
 
-void ZoomClamp(std::int32_t Total) {
-    ViewFrom = std::max(ViewFrom, 1);
-    if (ViewPast() <= Total)
-        return;
-    if (ViewFrom != 1) {
-        ViewFrom = SubLong(Total, ViewTotal);
-        if (ViewFrom >= 1)
-            return;
-        ViewFrom = 1;
+/// Brings a zoomed view back into the document and takes it. The numbers may pass 32 bits on the
+/// way: a long document can be zoomed out to its whole length.
+void ZoomTake(double From, double Samples, std::int32_t Total) {
+    From = std::max(RoundEven(From), 1.0);
+    Samples = RoundEven(Samples);
+    if (From + Samples > Total) {
+        const double Back = From == 1.0 ? 0.0 : Total - Samples;
+        if (Back < 1.0)
+            Samples = Total;
+        From = std::max(Back, 1.0);
     }
-    ViewTotal = Total;
+    const std::int32_t NewTotal = RoundToLong(Samples);
+    ViewFrom = RoundToLong(From);
+    ViewTotal = NewTotal;
 }
 
 void ZoomIn(std::int32_t Total) {
-    if (ViewTotal < LeastZoomIn)
-        return;
-    ViewFrom = RoundToLong(ViewFrom + ViewTotal * 0.2);
-    ViewTotal = RoundToLong(ViewTotal * 0.6);
-    ZoomClamp(Total);
+    if (ViewTotal >= LeastZoomIn)
+        ZoomTake(ViewFrom + ViewTotal * 0.2, ViewTotal * 0.6, Total);
 }
 
 void ZoomOut(std::int32_t Total) {
-    if (ViewTotal >= Total)
-        return;
-    ViewFrom = RoundToLong(ViewFrom - ViewTotal / 3.0);
-    ViewTotal = RoundToLong(ViewTotal / 0.6);
-    ZoomClamp(Total);
+    if (ViewTotal < Total)
+        ZoomTake(ViewFrom - ViewTotal / 3.0, ViewTotal / 0.6, Total);
 }
 
 void ZoomOneToOne(std::int32_t Total, std::int32_t PanelWidth) {
