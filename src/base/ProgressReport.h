@@ -22,6 +22,10 @@ class ProgressReport {
     [[nodiscard]] virtual float CurrentProgress() const = 0;
     /// Toggles the lamp, to show life in stretches without a measure.
     virtual void BlinkLamp() = 0;
+    /// Takes the window off the screen while a dialog is open over it, and lets it come back. Calls
+    /// may be nested.
+    virtual void Suspend() {}
+    virtual void Resume() {}
 };
 
 /// The progress window of the process. Never null: without a window nothing is shown.
@@ -44,6 +48,18 @@ class ProgressScope {
 
   private:
     bool Shown = true;
+};
+
+/// The progress window off the screen for the length of a scope.
+class ProgressSuspension {
+  public:
+    ProgressSuspension() : Suspended(ProgressFrm) { Suspended->Suspend(); }
+    ~ProgressSuspension() { Suspended->Resume(); }
+    ProgressSuspension(const ProgressSuspension&) = delete;
+    ProgressSuspension& operator=(const ProgressSuspension&) = delete;
+
+  private:
+    ProgressReport* Suspended;
 };
 
 } // namespace quoril

@@ -1,11 +1,10 @@
 #include "shell/MessageBoxes.h"
 
+#include "base/ModalWindow.h"
 #include "base/ProgramTitle.h"
-#include "shell/ProgressFrm.h"
-#include "view/QtText.h"
+#include "base/QtText.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <array>
@@ -61,22 +60,13 @@ MessageBoxesClass::~MessageBoxesClass() {
     SetUserMessages(nullptr);
 }
 
-QWidget* MessageBoxesClass::WindowInUse() const {
-    if (QApplication::activeModalWidget() != nullptr)
-        return QApplication::activeModalWidget();
-    return MainWindow != nullptr && MainWindow->isVisible() ? MainWindow.data() : nullptr;
-}
-
 MsgBoxAnswer MessageBoxesClass::MsgBox(const MsgBoxRequest& Request) {
-    const ProgressSuspension NoProgress;
-    const OrdinaryPointer NoHourglass;
     const ButtonsRow Row = RowOf(Request.Buttons);
     QMessageBox Box(Row.Icon, TitleOr(Request.Title), QString(), Row.Buttons, WindowInUse());
     Box.setObjectName(QStringLiteral("MsgBox"));
     Box.setTextFormat(Qt::PlainText);
     Box.setText(ShownText(Request.Text));
     Box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    Box.setWindowModality(Qt::ApplicationModal);
     for (const AnswerRow& Each : Answers)
         if (QAbstractButton* Button = Box.button(Each.Button)) {
             Button->setObjectName(QString::fromLatin1(Each.ObjectName));
@@ -84,7 +74,7 @@ MsgBoxAnswer MessageBoxesClass::MsgBox(const MsgBoxRequest& Request) {
                 Box.setDefaultButton(Each.Button);
         }
     Box.setEscapeButton(Row.Escape);
-    const int Pressed = Box.exec();
+    const int Pressed = RunModal(Box);
     for (const AnswerRow& Each : Answers)
         if (Each.Button == Pressed)
             return Each.Answer;
@@ -93,27 +83,14 @@ MsgBoxAnswer MessageBoxesClass::MsgBox(const MsgBoxRequest& Request) {
 
 InputBoxAnswer MessageBoxesClass::InputBox(const std::string& Prompt, const std::string& Title,
                                            const std::string& Proposed) {
-    const ProgressSuspension NoProgress;
-    const OrdinaryPointer NoHourglass;
     QInputDialog Box(WindowInUse());
     Box.setObjectName(QStringLiteral("InputBox"));
     Box.setWindowTitle(TitleOr(Title));
     Box.setLabelText(ShownText(Prompt));
     Box.setTextValue(ShownText(Proposed));
-    Box.setWindowModality(Qt::ApplicationModal);
-    if (Box.exec() != QDialog::Accepted)
+    if (RunModal(Box) != QDialog::Accepted)
         return {};
     return {true, CoreText(Box.textValue())};
-}
-
-OrdinaryPointer::OrdinaryPointer() : Changed(QGuiApplication::overrideCursor() != nullptr) {
-    if (Changed)
-        QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
-}
-
-OrdinaryPointer::~OrdinaryPointer() {
-    if (Changed)
-        QGuiApplication::restoreOverrideCursor();
 }
 
 } // namespace quoril

@@ -3,9 +3,6 @@
 
 #include "base/MsgBoxMod.h"
 
-#include <QPointer>
-#include <QWidget>
-
 namespace quoril {
 
 /// Shows what the routines of base/MsgBoxMod.h are given; names itself as their receiver while it
@@ -18,30 +15,9 @@ class MessageBoxesClass final : public UserMessages {
     MessageBoxesClass(const MessageBoxesClass&) = delete;
     MessageBoxesClass& operator=(const MessageBoxesClass&) = delete;
 
-    /// The window that boxes stand over when no other one is in use.
-    void SetMainWindow(QWidget* Window) { MainWindow = Window; }
-
     MsgBoxAnswer MsgBox(const MsgBoxRequest& Request) override;
     InputBoxAnswer InputBox(const std::string& Prompt, const std::string& Title,
                             const std::string& Proposed) override;
-
-  private:
-    [[nodiscard]] QWidget* WindowInUse() const;
-
-    QPointer<QWidget> MainWindow;
-};
-
-/// The ordinary pointer in place of the wait cursor for the length of a scope: for every dialog
-/// that a running command opens.
-class OrdinaryPointer {
-  public:
-    OrdinaryPointer();
-    ~OrdinaryPointer();
-    OrdinaryPointer(const OrdinaryPointer&) = delete;
-    OrdinaryPointer& operator=(const OrdinaryPointer&) = delete;
-
-  private:
-    bool Changed;
 };
 
 } // namespace quoril

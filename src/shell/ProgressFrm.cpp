@@ -15,8 +15,6 @@ namespace quoril {
 
 namespace {
 
-ProgressFrmClass* TheWindow = nullptr;
-
 QColor ColorFromBgr(std::uint32_t Color) {
     return {static_cast<int>(Color & 0xFFU), static_cast<int>(Color >> 8U & 0xFFU),
             static_cast<int>(Color >> 16U & 0xFFU)};
@@ -132,14 +130,12 @@ ProgressFrmClass::ProgressFrmClass(QWidget* Main)
     Row->addWidget(BlinkImg);
     Row->setSizeConstraint(QLayout::SetFixedSize);
 
-    TheWindow = this;
     SetProgressReport(this);
     qApp->installEventFilter(this);
 }
 
 ProgressFrmClass::~ProgressFrmClass() {
     SetProgressReport(nullptr);
-    TheWindow = nullptr;
 }
 
 void ProgressFrmClass::SetVisible(bool Visible) {
@@ -259,16 +255,6 @@ void ProgressFrmClass::Suspend() {
 
 void ProgressFrmClass::Resume() {
     --Suspended;
-}
-
-ProgressSuspension::ProgressSuspension() : Window(TheWindow) {
-    if (Window != nullptr)
-        Window->Suspend();
-}
-
-ProgressSuspension::~ProgressSuspension() {
-    if (Window != nullptr)
-        Window->Resume();
 }
 
 } // namespace quoril

@@ -38,10 +38,9 @@ class ProgressFrmClass final : public QWidget, public ProgressReport {
     /// Whether a command has the window on, mapped or not.
     [[nodiscard]] bool IsOn() const noexcept { return On; }
 
-    /// Takes the window off the screen while a box is open over it; the next report brings it
-    /// back. Calls may be nested.
-    void Suspend();
-    void Resume();
+    /// The first report after the last Resume brings the window back.
+    void Suspend() override;
+    void Resume() override;
 
     static constexpr int MilliSecondsToShow = 150;
     static constexpr int MilliSecondsBetweenPaints = 33;
@@ -71,18 +70,6 @@ class ProgressFrmClass final : public QWidget, public ProgressReport {
     bool LampOn = false;
     bool WasInFront = false;
     bool InEvents = false;
-};
-
-/// The progress window off the screen for the length of a scope, if there is one.
-class ProgressSuspension {
-  public:
-    ProgressSuspension();
-    ~ProgressSuspension();
-    ProgressSuspension(const ProgressSuspension&) = delete;
-    ProgressSuspension& operator=(const ProgressSuspension&) = delete;
-
-  private:
-    QPointer<ProgressFrmClass> Window;
 };
 
 } // namespace quoril

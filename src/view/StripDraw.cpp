@@ -1,8 +1,8 @@
 #include "view/StripDraw.h"
 
+#include "base/QtText.h"
 #include "view/ColorSettings.h"
 #include "view/LineArt.h"
-#include "view/QtText.h"
 #include "view/WaveColumns.h"
 
 namespace quoril {

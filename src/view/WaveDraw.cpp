@@ -1,10 +1,10 @@
 #include "view/WaveDraw.h"
 
+#include "base/QtText.h"
 #include "base/ViewState.h"
 #include "view/ColorSettings.h"
 #include "view/LineArt.h"
 #include "view/PicturePanel.h"
-#include "view/QtText.h"
 #include "view/SelectionMod.h"
 #include "view/WaveColumns.h"
 #include "view/ZoomMod.h"

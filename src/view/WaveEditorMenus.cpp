@@ -1,8 +1,8 @@
 // The menus and toolbars of the main window.
 #include "base/DocumentState.h"
+#include "base/QtText.h"
 #include "view/FlowRow.h"
 #include "view/MenuTable.h"
-#include "view/QtText.h"
 #include "view/SelectionMod.h"
 #include "view/ToolIcon.h"
 #include "view/ToolbarTable.h"

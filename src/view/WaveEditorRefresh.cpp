@@ -1,10 +1,10 @@
 // What the main window shows of the document: layout, labels, pointer.
+#include "base/QtText.h"
 #include "base/ViewState.h"
 #include "bookmarks/BookmarkRec.h"
 #include "view/ArrowImage.h"
 #include "view/ColorSettings.h"
 #include "view/DurationText.h"
-#include "view/QtText.h"
 #include "view/SelectionMod.h"
 #include "view/StripDraw.h"
 #include "view/ValueEntry.h"

@@ -1,9 +1,9 @@
 #include "view/WaveEditor_Frm.h"
 
 #include "base/MsgBoxMod.h"
+#include "base/QtText.h"
 #include "base/ViewState.h"
 #include "view/ColorSettings.h"
-#include "view/QtText.h"
 #include "view/ToolIcon.h"
 #include "view/ValueLabel.h"
 #include "view/WavePanel.h"

@@ -1,5 +1,6 @@
 #include "shell/MessageBoxes.h"
 
+#include "base/ModalWindow.h"
 #include "shell/ProgressFrm.h"
 #include "shell/WithDialog.h"
 
@@ -176,7 +177,7 @@ TEST(MessageBoxes, StandOverTheMainWindowOrTheDialogInUse) {
     MessageBoxesClass Boxes;
     QWidget Main;
     Main.show();
-    Boxes.SetMainWindow(&Main);
+    SetMainWindow(&Main);
     {
         const WithDialog Act([&Main](QWidget* Window) {
             EXPECT_EQ(Window->parentWidget(), &Main);

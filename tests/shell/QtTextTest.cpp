@@ -1,4 +1,4 @@
-#include "view/QtText.h"
+#include "base/QtText.h"
 
 #include <gtest/gtest.h>
 
