@@ -1,0 +1,20 @@
+// Edits of the document that the user cannot take back.
+#pragma once
+
+#include "storage/FileMemoClass.h"
+
+namespace quoril {
+
+/// While it lives, edits leave no record in the journal; also a failure ends that.
+class UndoOffScope {
+  public:
+    explicit UndoOffScope(FileMemoClass& Document) : Store(Document) { Store.SwitchUndoOff = true; }
+    ~UndoOffScope() { Store.SwitchUndoOff = false; }
+    UndoOffScope(const UndoOffScope&) = delete;
+    UndoOffScope& operator=(const UndoOffScope&) = delete;
+
+  private:
+    FileMemoClass& Store;
+};
+
+} // namespace quoril

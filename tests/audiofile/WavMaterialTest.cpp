@@ -1,0 +1,228 @@
+// Files that sox and ffmpeg make, compared sample by sample with what these programs read in them.
+#include "audiofile/OpenSaveClass.h"
+#include "platform/ChildProcess.h"
+#include "storage/WoroFileBlockMod.h"
+#include "support/ScriptedMessages.h"
+#include "support/TestSession.h"
+
+#include "WavMaker.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace quoril {
+namespace {
+
+using test::Bytes;
+using test::Samples;
+using test::ScriptedMessages;
+using test::TestSession;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr std::int32_t Rates[] = {1000, 8000, 11025, 22050, 44100, 48000, 96000, 200000};
+
+/// Runs a tool; a missing or failing tool fails the test.
+void RunTool(const std::vector<std::string>& Arguments) {
+    const ChildResult How = RunAndWait(Arguments);
+    ASSERT_TRUE(How.Started) << Arguments[0]
+                             << " is needed by this test and cannot be started: " << How.StartError;
+    ASSERT_EQ(How.ExitCode, 0) << Arguments[0]
+                               << " failed: " << ::testing::PrintToString(Arguments);
+}
+
+/// 16-bit words, or bytes with 128 taken off.
+Samples SamplesOf(const Bytes& Raw, std::int32_t Bits) {
+    Samples All;
+    if (Bits == 8)
+        for (const std::uint8_t Byte : Raw)
+            All.push_back(static_cast<std::int16_t>(Byte - 128));
+    else
+        for (std::size_t i = 0; i + 1 < Raw.size(); i += 2)
+            All.push_back(static_cast<std::int16_t>(Raw[i] | (Raw[i + 1] << 8)));
+    return All;
+}
+
+class WavMaterial : public ::testing::Test {
+  protected:
+    /// The interleaved samples that a tool reads in a file.
+    Samples ReadBySox(const std::string& Path, std::int32_t Bits) {
+        RunTool({"sox", "-D", Path, "-t", "raw", "-L", "-e",
+                 Bits == 8 ? "unsigned-integer" : "signed-integer", "-b", std::to_string(Bits),
+                 Raw()});
+        return SamplesOf(TestSession::ReadFile(Raw()), Bits);
+    }
+    Samples ReadByFfmpeg(const std::string& Path, std::int32_t Bits) {
+        RunTool(
+            {"ffmpeg", "-v", "error", "-y", "-i", Path, "-f", Bits == 8 ? "u8" : "s16le", Raw()});
+        return SamplesOf(TestSession::ReadFile(Raw()), Bits);
+    }
+    void MakeBySox(std::int32_t Channels, std::int32_t Rate, const std::vector<std::string>& Form) {
+        std::vector<std::string> Line = {"sox",
+                                         "-V1",
+                                         "-R",
+                                         "-D",
+                                         "-n",
+                                         "-r",
+                                         std::to_string(Rate),
+                                         "-c",
+                                         std::to_string(Channels)};
+        Line.insert(Line.end(), Form.begin(), Form.end());
+        Line.insert(Line.end(), {Path(), "synth", "0.311", "whitenoise"});
+        if (Channels == 2)
+            Line.insert(Line.end(), {"sine", "137"});
+        RunTool(Line);
+    }
+    void MakeByFfmpeg(std::int32_t Channels, std::int32_t Rate, const std::string& Codec,
+                      const std::vector<std::string>& More = {}) {
+        const std::string Source = fmt::format(
+            "aevalsrc={}:s={}:d=0.311",
+            Channels == 2 ? "1.6*random(0)-0.8|0.9*sin(137*2*PI*t)" : "1.6*random(0)-0.8", Rate);
+        std::vector<std::string> Line = {"ffmpeg", "-v", "error", "-y",   "-f",
+                                         "lavfi",  "-i", Source,  "-c:a", Codec};
+        Line.insert(Line.end(), More.begin(), More.end());
+        Line.push_back(Path());
+        RunTool(Line);
+    }
+    bool Load() {
+        bool Result = false;
+        OpenSaveClass().FileLoadWave(Store, Path(), Result);
+        EXPECT_TRUE(test::CountsHold());
+        return Result;
+    }
+    /// The document has the samples, and a file that is written of it has them for both tools.
+    void ExpectDocument(std::int32_t Channels, std::int32_t Bits, const Samples& Expected) {
+        ASSERT_FALSE(Expected.empty());
+        EXPECT_EQ(Store.WavFmtChannel, Channels);
+        EXPECT_EQ(Store.WavFmtBits, Bits);
+        ASSERT_TRUE(test::LeftOf(Store) ==
+                    (Channels == 2 ? test::EveryOther(Expected, 0) : Expected));
+        ASSERT_TRUE(test::RightOf(Store) ==
+                    (Channels == 2 ? test::EveryOther(Expected, 1) : Samples()));
+        const std::string Written = Session.Path("written.wav");
+        ASSERT_TRUE(OpenSaveClass().FileWriteWave(Store, Written));
+        EXPECT_TRUE(ReadBySox(Written, Bits) == Expected);
+        EXPECT_TRUE(ReadByFfmpeg(Written, Bits) == Expected);
+    }
+    [[nodiscard]] std::string Path() const { return Session.Path("made.wav"); }
+    [[nodiscard]] std::string Raw() const { return Session.Path("made.raw"); }
+    [[nodiscard]] bool IsExtensible() const {
+        const Bytes File = TestSession::ReadFile(Path());
+        return File.at(20) == 0xFE && File.at(21) == 0xFF;
+    }
+
+    TestSession Session;
+    ScriptedMessages Messages;
+    FileMemoClass Store;
+};
+
+struct FormCase {
+    std::int32_t Bits;
+    std::int32_t Channels;
+};
+
+class WavMaterialForms : public WavMaterial, public ::testing::WithParamInterface<FormCase> {};
+
+INSTANTIATE_TEST_SUITE_P(All, WavMaterialForms,
+                         ::testing::Values(FormCase{8, 1}, FormCase{8, 2}, FormCase{16, 1},
+                                           FormCase{16, 2}),
+                         [](const auto& Info) {
+                             return std::to_string(Info.param.Bits) +
+                                    (Info.param.Channels == 2 ? "Stereo" : "Mono");
+                         });
+
+TEST_P(WavMaterialForms, FilesOfSoxAtEveryRateHaveTheSamplesThatSoxReads) {
+    const auto [Bits, Channels] = GetParam();
+    for (const std::int32_t Rate : Rates) {
+        SCOPED_TRACE(Rate);
+        ASSERT_NO_FATAL_FAILURE(MakeBySox(Channels, Rate, {"-b", std::to_string(Bits)}));
+        ASSERT_TRUE(Load());
+        EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+        EXPECT_EQ(Store.WavFmtFreq, Rate);
+        ASSERT_NO_FATAL_FAILURE(ExpectDocument(Channels, Bits, ReadBySox(Path(), Bits)));
+    }
+}
+
+TEST_P(WavMaterialForms, FilesOfFfmpegAtEveryRateHaveTheSamplesThatFfmpegReads) {
+    const auto [Bits, Channels] = GetParam();
+    int Extensible = 0;
+    for (const std::int32_t Rate : Rates) {
+        SCOPED_TRACE(Rate);
+        ASSERT_NO_FATAL_FAILURE(MakeByFfmpeg(Channels, Rate, Bits == 8 ? "pcm_u8" : "pcm_s16le",
+                                             {"-metadata", "title=Noise"}));
+        ASSERT_TRUE(Load());
+        // At high rates ffmpeg writes the extensible form of the header, and the user is asked.
+        if (IsExtensible()) {
+            ++Extensible;
+            EXPECT_THAT(Messages.TakeTexts(), ElementsAre(HasSubstr("Format Tag = -2\n")));
+        } else {
+            EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+        }
+        EXPECT_EQ(Store.WavFmtFreq, Rate);
+        ASSERT_NO_FATAL_FAILURE(ExpectDocument(Channels, Bits, ReadByFfmpeg(Path(), Bits)));
+    }
+    EXPECT_GT(Extensible, 0) << "the material has both forms";
+    EXPECT_LT(Extensible, 8);
+}
+
+TEST_F(WavMaterial, ULawOfSoxAndFfmpegDecodesAsTheyDecodeIt) {
+    for (const std::int32_t Channels : {1, 2})
+        for (const std::int32_t Rate : {8000, 44100}) {
+            ASSERT_NO_FATAL_FAILURE(MakeBySox(Channels, Rate, {"-e", "u-law", "-b", "8"}));
+            ASSERT_TRUE(Load());
+            EXPECT_EQ(test::TablesInUse().OrgFiles, 0);
+            ASSERT_NO_FATAL_FAILURE(ExpectDocument(Channels, 16, ReadBySox(Path(), 16)));
+            ASSERT_NO_FATAL_FAILURE(MakeByFfmpeg(Channels, Rate, "pcm_mulaw"));
+            ASSERT_TRUE(Load());
+            ASSERT_NO_FATAL_FAILURE(ExpectDocument(Channels, 16, ReadByFfmpeg(Path(), 16)));
+        }
+    EXPECT_THAT(Messages.Texts(), IsEmpty());
+}
+
+TEST_F(WavMaterial, BroadcastFilesOfFfmpegOpen) {
+    ASSERT_NO_FATAL_FAILURE(MakeByFfmpeg(
+        2, 48000, "pcm_s16le",
+        {"-write_bext", "1", "-metadata", "description=Noise", "-metadata", "originator=Us"}));
+    ASSERT_THAT(TestSession::ReadFile(Path()), ::testing::Contains('b'));
+    ASSERT_TRUE(Load());
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+    ASSERT_NO_FATAL_FAILURE(ExpectDocument(2, 16, ReadByFfmpeg(Path(), 16)));
+}
+
+TEST_F(WavMaterial, CodedFilesAreToldAsWhatTheyAre) {
+    const std::string Failed = "Wave file loading failed";
+    const std::string Adpcm = "Can not open this (4bit/adpcm) format";
+    const auto Bits = [&](const std::string& Number) {
+        return "Error Loading " + Path() + "|Bits per sample " + Number +
+               " is invalid or not supported (at byte location 35)";
+    };
+    ASSERT_NO_FATAL_FAILURE(MakeBySox(1, 22050, {"-e", "ms-adpcm"}));
+    EXPECT_FALSE(Load());
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre(Adpcm, "Wave file load error|Division by zero"));
+
+    ASSERT_NO_FATAL_FAILURE(MakeBySox(2, 22050, {"-e", "ms-adpcm"}));
+    EXPECT_TRUE(Load());
+    EXPECT_EQ(Store.WavWaveINos, 0);
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre(Adpcm));
+
+    ASSERT_NO_FATAL_FAILURE(MakeBySox(1, 22050, {"-e", "floating-point", "-b", "32"}));
+    EXPECT_FALSE(Load());
+    EXPECT_THAT(Messages.TakeTexts(),
+                ElementsAre(HasSubstr("Format Tag = 3\n"), Bits("32"), Failed));
+
+    ASSERT_NO_FATAL_FAILURE(MakeBySox(2, 22050, {"-b", "24"}));
+    EXPECT_FALSE(Load());
+    EXPECT_THAT(Messages.TakeTexts(),
+                ElementsAre(HasSubstr("Format Tag = -2\n"), Bits("24"), Failed));
+
+    ASSERT_NO_FATAL_FAILURE(MakeByFfmpeg(2, 44100, "libmp3lame"));
+    EXPECT_FALSE(Load());
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre(HasSubstr("This is mp3-compressed data")));
+    EXPECT_EQ(test::TablesInUse(), test::TableUse());
+}
+
+} // namespace
+} // namespace quoril
