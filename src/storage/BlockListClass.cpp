@@ -119,17 +119,19 @@ void BlockListClass::MakeBorder(std::int32_t Position) {
         return Block.BlockStart < Position &&
                Position < std::int64_t{Block.BlockStart} + Block.BlockLen;
     };
-    const auto Found = std::find_if(Items.begin(), Items.end(), StrictlyInside);
-    if (Found == Items.end())
-        return;
-    const std::int32_t OldNo = *Found;
-    std::int32_t FirstNo = 0;
-    std::int32_t SecondNo = 0;
-    BlockBrake(OldNo, Position, FirstNo, SecondNo);
-    *Found = FirstNo;
-    Items.push_back(SecondNo);
-    IndexValid = false;
-    BlockFree(OldNo);
+    // Silent padding may lie on top of other silence; then more than one block is split.
+    for (std::size_t i = 0; i < Items.size(); ++i) {
+        const std::int32_t OldNo = Items[i];
+        if (!StrictlyInside(OldNo))
+            continue;
+        std::int32_t FirstNo = 0;
+        std::int32_t SecondNo = 0;
+        BlockBrake(OldNo, Position, FirstNo, SecondNo);
+        Items[i] = FirstNo;
+        Items.push_back(SecondNo);
+        IndexValid = false;
+        BlockFree(OldNo);
+    }
 }
 
 } // namespace quoril

@@ -42,7 +42,7 @@ class BlockListClass {
     /// The lowest position above the given one at which a block begins; 2^31 without one.
     [[nodiscard]] std::int64_t NextStart(std::int32_t Position) const;
 
-    /// Makes a block border at a position: a block that holds it strictly inside is split in two,
+    /// Makes a block border at a position: every block that holds it strictly inside is split,
     /// the first piece in its place, the second at the list's end. The content stays as it is.
     void MakeBorder(std::int32_t Position);
 

@@ -18,7 +18,10 @@ namespace quoril::test {
 namespace fs = std::filesystem;
 
 TestSession::TestSession(std::int32_t Budget) {
-    std::string Pattern = (fs::temp_directory_path() / "quoril-test-XXXXXX").string();
+    // Thousands of small files: in memory where the system has such a place.
+    const fs::path Memory = "/dev/shm";
+    const fs::path Where = fs::is_directory(Memory) ? Memory : fs::temp_directory_path();
+    std::string Pattern = (Where / "quoril-test-XXXXXX").string();
     if (::mkdtemp(Pattern.data()) == nullptr)
         throw std::runtime_error("no temporary folder for the test");
     Root = Pattern;
