@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QRegion>
 
 #include <cmath>
 
@@ -39,12 +40,19 @@ int PicturePanel::ScaleWidth() const {
     return int(std::lround(width() * PixelRatio()));
 }
 int PicturePanel::ScaleHeight() const {
-    return int(std::lround(height() * PixelRatio()));
+    return int(std::lround(InnerRect().height() * PixelRatio()));
+}
+void PicturePanel::SetEdges(int Above, int Below) {
+    EdgeAbove = Above;
+    EdgeBelow = Below;
+}
+QRect PicturePanel::InnerRect() const {
+    return {0, EdgeAbove, width(), std::max(height() - EdgeAbove - EdgeBelow, 0)};
 }
 
 QPoint PicturePanel::PixelAt(const QPointF& MousePos) const {
     return {int(std::floor(MousePos.x() * PixelRatio())),
-            int(std::floor(MousePos.y() * PixelRatio()))};
+            int(std::floor((MousePos.y() - EdgeAbove) * PixelRatio()))};
 }
 
 void PicturePanel::SetBackColor(std::int32_t Color) {
@@ -69,13 +77,17 @@ void PicturePanel::Clear() {
 
 void PicturePanel::paintEvent(QPaintEvent* Event) {
     QPainter Painter(this);
+    const QRect Inner = InnerRect();
+    for (const QRect& Edge : QRegion(rect()).subtracted(Inner))
+        Painter.fillRect(Edge, palette().color(QPalette::Dark));
     ToScreenPixels(Painter);
     const double Ratio = PixelRatio();
-    const QRectF Logical(Event->rect());
-    const QRect Part = QRectF(Logical.x() * Ratio, Logical.y() * Ratio, Logical.width() * Ratio,
-                              Logical.height() * Ratio)
-                           .toAlignedRect();
-    Painter.drawImage(Part.topLeft(), Picture(), Part);
+    const QRectF Seen = Event->rect().intersected(Inner).translated(0, -EdgeAbove);
+    const QRect Part =
+        QRectF(Seen.x() * Ratio, Seen.y() * Ratio, Seen.width() * Ratio, Seen.height() * Ratio)
+            .toAlignedRect();
+    const QPoint Origin(0, int(std::lround(EdgeAbove * Ratio)));
+    Painter.drawImage(Part.topLeft() + Origin, Picture(), Part);
 }
 
 void PicturePanel::resizeEvent(QResizeEvent* Event) {
@@ -107,7 +119,7 @@ void PanelLine::Place() {
     // The widget covers every pixel of the window system that the column touches.
     const double Ratio = Owner->PixelRatio();
     const int Left = int(std::floor(Column / Ratio));
-    const int Right = int(std::ceil((Column + 1) / Ratio));
+    const int Right = int(std::ceil((Column + Thick()) / Ratio));
     setGeometry(Left, 0, std::max(Right - Left, 1), Owner->height());
     update();
 }
@@ -117,7 +129,7 @@ void PanelLine::paintEvent(QPaintEvent*) {
     ToScreenPixels(Painter);
     const double Ratio = Owner->PixelRatio();
     const int Left = int(std::lround(x() * Ratio));
-    Painter.fillRect(QRect(Column - Left, 0, 1, Owner->ScaleHeight()), LineColor);
+    Painter.fillRect(QRect(Column - Left, 0, Thick(), Owner->ScaleHeight()), LineColor);
 }
 
 bool PanelLine::eventFilter(QObject* Watched, QEvent* Event) {

@@ -5,6 +5,9 @@
 #include <QImage>
 #include <QWidget>
 
+#include <algorithm>
+#include <cstdint>
+
 namespace quoril {
 
 /// A widget that shows an image. One pixel of the image is one pixel of the screen at every scale
@@ -16,6 +19,10 @@ class PicturePanel : public QWidget {
   public:
     PicturePanel(const QString& Name, QWidget* Parent);
 
+    /// Edges above and below the picture, in pixels of the window system.
+    void SetEdges(int Above, int Below);
+    /// The place of the picture in the widget.
+    [[nodiscard]] QRect InnerRect() const;
     /// The inner size in pixels of the screen.
     [[nodiscard]] int ScaleWidth() const;
     [[nodiscard]] int ScaleHeight() const;
@@ -40,10 +47,12 @@ class PicturePanel : public QWidget {
   private:
     QColor Back;
     QImage Image;
+    int EdgeAbove = 0;
+    int EdgeBelow = 0;
 };
 
-/// A vertical line over a panel, one pixel of the screen wide: a line cursor or the play position.
-/// The mouse passes through it.
+/// A vertical line over a panel: a line cursor or the play position. It begins at one column of the
+/// picture and is as wide as the whole part of the screen's scale. The mouse passes through it.
 class PanelLine final : public QWidget {
   public:
     PanelLine(const QString& Name, PicturePanel* Panel);
@@ -59,6 +68,7 @@ class PanelLine final : public QWidget {
 
   private:
     void Place();
+    [[nodiscard]] int Thick() const { return std::max(1, static_cast<int>(Owner->PixelRatio())); }
 
     PicturePanel* Owner;
     QColor LineColor = Qt::white;

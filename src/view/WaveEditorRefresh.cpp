@@ -36,8 +36,8 @@ void WaveEditor_Frm::LayoutPanels(int Channels) {
     InfoFrame->setGeometry(0, Height - InfoHeight, Width, InfoHeight);
     HScrollPic->setGeometry(0, Height - InfoHeight - ScrollHeight, Width, ScrollHeight);
     for (ArrowImage* Arrow : ArrowImg)
-        Arrow->resize(Arrow->width(), ScrollHeight);
-    ArrowImg[0]->move(HScrollPic->width() - ArrowImg[0]->width(), 0);
+        Arrow->setGeometry(HScrollPic->InnerRect().adjusted(0, 0, Arrow->width() - Width, 0));
+    ArrowImg[0]->move(Width - ArrowImg[0]->width(), ArrowImg[0]->y());
 
     const int ScaleHeight = fontMetrics().height() + 4;
     const WaveLayout Layout = WaveLayoutOf(TopFrame->y() + TopFrame->height(), HScrollPic->y(),
@@ -46,8 +46,9 @@ void WaveEditor_Frm::LayoutPanels(int Channels) {
     Wave_Pic[1]->setGeometry(0, Layout.Top1, Width, Layout.Height1);
     Wave_Pic[2]->setGeometry(0, Layout.Top2, Width, Layout.Height2);
     Wave_Pic[2]->setVisible(Layout.Visible2);
-    Client->setMinimumHeight(TopFrame->height() + ScaleHeight + ScrollHeight + InfoHeight +
-                             SmallestPanels);
+    Client->setMinimumSize(InfoFrame->minimumSizeHint().width(), TopFrame->height() + ScaleHeight +
+                                                                     ScrollHeight + InfoHeight +
+                                                                     SmallestPanels);
 }
 
 namespace {

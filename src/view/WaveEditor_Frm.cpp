@@ -50,6 +50,7 @@ WaveEditor_Frm::WaveEditor_Frm(QWidget* Parent) : QMainWindow(Parent) {
         SetEntryEnabled(std::string("PlayToolbar_") + Key, false);
     SetEntryEnabled("Draw_Mnu_2", false);
     RefreshCommands();
+    Wave_Pic[1]->setFocus();
     resize(1000, 640);
 }
 
@@ -92,18 +93,11 @@ void WaveEditor_Frm::ApplyColorSettings() {
         SelectLbl.at(Index)->SetColors(ColorOf(WaveColor::SelectBackColor), Text);
         ViewLbl.at(Index)->SetColors(Back, Text);
     }
-    const auto Color = [](QLabel* Label, std::int32_t BackColor, std::int32_t TextColor) {
-        QPalette Colors = Label->palette();
-        Colors.setColor(QPalette::Window, ColorFromBgr(BackColor));
-        Colors.setColor(QPalette::WindowText, ColorFromBgr(TextColor));
-        Label->setPalette(Colors);
-        Label->setAutoFillBackground(true);
-    };
     for (const std::size_t Index : {1U, 2U}) {
-        Color(DisplayPosLbl.at(Index), Back, Text);
-        Color(DisplayPos2Lbl.at(Index), Back, Text);
+        DisplayPosLbl.at(Index)->SetColors(Back, Text);
+        DisplayPos2Lbl.at(Index)->SetColors(Back, Text);
     }
-    Color(PlayPosLbl, Back, ColorOf(WaveColor::PlayPosIndiColor));
+    PlayPosLbl->SetColors(Back, ColorOf(WaveColor::PlayPosIndiColor));
     MouseMode = 0;
     ViewMouseMode = 0;
     RefreshMousePointer();
@@ -121,6 +115,11 @@ bool WaveEditor_Frm::event(QEvent* Event) {
 bool WaveEditor_Frm::eventFilter(QObject* Watched, QEvent* Event) {
     if (Watched == Client && Event->type() == QEvent::Resize)
         Refresh_Wave_View();
+    if (Event->type() == QEvent::MouseButtonPress) {
+        const std::string Command = Watched->property("ClickCommand").toString().toStdString();
+        if (!Command.empty())
+            RunCommand(Command);
+    }
     if (Event->type() == QEvent::Enter)
         StatusGuide(Watched->property("StatusHint").toString().toStdString());
     return QMainWindow::eventFilter(Watched, Event);

@@ -21,6 +21,7 @@
 #include <vector>
 
 class QAction;
+class QGridLayout;
 class QLabel;
 class QMenu;
 class QToolButton;
@@ -29,6 +30,7 @@ namespace quoril {
 
 class ArrowImage;
 class PicturePanel;
+class ReadOutLabel;
 class ValueLabel;
 class WavePanel;
 
@@ -108,9 +110,9 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     std::array<ArrowImage*, 2> ArrowImg{};
     std::array<ValueLabel*, 3> SelectLbl{};
     std::array<ValueLabel*, 3> ViewLbl{};
-    std::array<QLabel*, 3> DisplayPosLbl{};
-    std::array<QLabel*, 3> DisplayPos2Lbl{};
-    QLabel* PlayPosLbl = nullptr;
+    std::array<ReadOutLabel*, 3> DisplayPosLbl{};
+    std::array<ReadOutLabel*, 3> DisplayPos2Lbl{};
+    ReadOutLabel* PlayPosLbl = nullptr;
     QLabel* PlayStatusLbl = nullptr;
     PicturePanel* DispFrqVolPic = nullptr;
     QLabel* SpeedDispPic = nullptr;
@@ -148,6 +150,10 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     void BuildPasteButton(QToolButton* Button);
     void BuildPanels();
     QWidget* BuildInfoFrame();
+    void BuildValueLabels(QGridLayout* Grid);
+    void BuildMouseReadOut(QGridLayout* Grid);
+    void BuildPlayReadOut(QGridLayout* Grid);
+    void BuildSpeedReadOut(QGridLayout* Grid);
     void BuildStatusBar();
     void RegisterOwnCommands();
     void ChoosePasteMode(int Mode);

@@ -1,0 +1,83 @@
+#include "view/ReadOutLabel.h"
+
+#include "view/PicturePanel.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace quoril {
+
+namespace {
+
+double Luminance(const QColor& Color) {
+    const auto Linear = [](double Part) {
+        return Part <= 0.04045 ? Part / 12.92 : std::pow((Part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * Linear(Color.redF()) + 0.7152 * Linear(Color.greenF()) +
+           0.0722 * Linear(Color.blueF());
+}
+
+/// The contrast of two colours as the accessibility guidelines measure it, 1 to 21.
+double Contrast(const QColor& A, const QColor& B) {
+    const double First = Luminance(A);
+    const double Second = Luminance(B);
+    return (std::max(First, Second) + 0.05) / (std::min(First, Second) + 0.05);
+}
+
+constexpr double ReadableContrast = 4.5;
+
+} // namespace
+
+ReadOutLabel::ReadOutLabel(const QString& Name, QWidget* Parent, const QString& Longest)
+    : QLabel(Parent), Back(palette().color(QPalette::Window)),
+      Front(palette().color(QPalette::WindowText)) {
+    setObjectName(Name);
+    setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setContentsMargins(6, 2, 6, 2);
+    QFont Bold = font();
+    Bold.setBold(true);
+    setFont(Bold);
+    if (!Longest.isEmpty())
+        setMinimumWidth(QFontMetrics(Bold).horizontalAdvance(Longest) + 14);
+}
+
+void ReadOutLabel::SetColors(std::int32_t BackColor, std::int32_t TextColor) {
+    Back = ColorFromBgr(BackColor);
+    Front = ColorFromBgr(TextColor);
+    QPalette Colors = palette();
+    Colors.setColor(QPalette::Window, Back);
+    Colors.setColor(QPalette::WindowText, Front);
+    setPalette(Colors);
+    update();
+}
+
+void ReadOutLabel::paintEvent(QPaintEvent*) {
+    QPainter Painter(this);
+    Painter.setRenderHint(QPainter::Antialiasing);
+    Painter.fillRect(rect(), Back);
+    const QFontMetrics Metrics(font());
+    const QRect Inner = contentsRect();
+    const int Room = Inner.width() - Metrics.horizontalAdvance(text());
+    const double X = Inner.left() + (alignment() & Qt::AlignRight ? Room : 0);
+    const double Y = Inner.top() + (Inner.height() - Metrics.height()) / 2.0 + Metrics.ascent();
+    if (Contrast(Back, Front) < ReadableContrast) {
+        // In black or white, whichever stands out against the letters.
+        QPainterPath Path;
+        Path.addText(X, Y, font(), text());
+        const bool Dark = Contrast(Front, Qt::black) > Contrast(Front, Qt::white);
+        Painter.strokePath(Path, QPen(Dark ? Qt::black : Qt::white, 2.4, Qt::SolidLine,
+                                      Qt::RoundCap, Qt::RoundJoin));
+    }
+    Painter.setPen(Front);
+    Painter.drawText(QPointF(X, Y), text());
+    if (hasFocus()) {
+        Painter.setPen(QPen(Front, 1, Qt::DotLine));
+        Painter.setBrush(Qt::NoBrush);
+        Painter.drawRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5));
+    }
+}
+
+} // namespace quoril

@@ -1,0 +1,197 @@
+// The strip of values below the overview bar.
+#include "view/PicturePanel.h"
+#include "view/ToolIcon.h"
+#include "view/ValueLabel.h"
+#include "view/WaveEditor_Frm.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace quoril {
+
+namespace {
+
+/// A value label's name, accessible name and hint, by index: 0 to 2 selection, 3 to 5 view.
+struct ValueLabelText {
+    const char* Name;
+    const char* Accessible;
+    const char* Hint;
+};
+constexpr std::array<ValueLabelText, 6> ValueLabels = {{
+    {"SelectLbl_0", "Selection total", "Selection Total. Click to edit. Right click for menu."},
+    {"SelectLbl_1", "Selection from", "Selection From. Click to edit. Right click for menu."},
+    {"SelectLbl_2", "Selection to", "Selection To. Click to edit. Right click for menu."},
+    {"ViewLbl_0", "View total", "View Total. Click to edit. Right click for menu."},
+    {"ViewLbl_1", "View from", "View From. Click to edit. Right click for menu."},
+    {"ViewLbl_2", "View to", "View To. Click to edit. Right click for menu."},
+}};
+
+// Columns of the strip: 0 headings, 1 to 3 values, then groups with a gap before each.
+constexpr int GapBeforeMouse = 4;
+constexpr int MouseColumn = 5;
+constexpr int GapBeforePlay = 6;
+constexpr int PlayColumn = 7;
+constexpr int GapBeforeSpeed = 8;
+constexpr int SpeedColumn = 9; // and the next one
+constexpr int GapBeforeBands = 11;
+constexpr int BandColumn = 12;
+
+constexpr const char* LongestValue = "00:00:00.00";
+constexpr const char* LongestPosition = "00:00:00.00/2147483647";
+
+/// A label that shows a value in the colours of the wave view.
+ReadOutLabel* ReadOut(const QString& Name, const QString& Accessible, const QString& Hint,
+                      QWidget* Parent, const char* Longest) {
+    auto* Label = new ReadOutLabel(Name, Parent, QLatin1String(Longest));
+    Label->setAccessibleName(Accessible);
+    Label->setProperty("StatusHint", Hint);
+    return Label;
+}
+
+/// A label on the window's own background.
+QLabel* Plain(const QString& Name, const QString& Accessible, const QString& Hint,
+              QWidget* Parent) {
+    auto* Label = new QLabel(Parent);
+    Label->setObjectName(Name);
+    Label->setAccessibleName(Accessible);
+    Label->setProperty("StatusHint", Hint);
+    return Label;
+}
+
+QLabel* Heading(const QString& Text, QWidget* Parent) {
+    auto* Label = new QLabel(Text, Parent);
+    Label->setForegroundRole(QPalette::WindowText);
+    return Label;
+}
+
+} // namespace
+
+QWidget* WaveEditor_Frm::BuildInfoFrame() {
+    auto* Frame = new QWidget(Client);
+    Frame->setObjectName(QStringLiteral("InfoFrame"));
+    auto* Grid = new QGridLayout(Frame);
+    Grid->setContentsMargins(8, 5, 8, 5);
+    Grid->setHorizontalSpacing(4);
+    Grid->setVerticalSpacing(4);
+    for (const int Gap : {GapBeforeMouse, GapBeforePlay, GapBeforeSpeed, GapBeforeBands})
+        Grid->setColumnMinimumWidth(Gap, 8);
+    BuildValueLabels(Grid);
+    BuildMouseReadOut(Grid);
+    BuildPlayReadOut(Grid);
+    BuildSpeedReadOut(Grid);
+
+    DispFrqVolPic = new PicturePanel(QStringLiteral("DispFrqVolPic"), Frame);
+    DispFrqVolPic->setAccessibleName(QStringLiteral("Frequency bands around the mouse"));
+    DispFrqVolPic->setProperty("StatusHint",
+                               QStringLiteral("Frequency bands of the sound around the mouse."));
+    DispFrqVolPic->setMinimumWidth(70);
+    DispFrqVolPic->setMaximumWidth(160);
+    DispFrqVolPic->installEventFilter(this);
+    Grid->addWidget(DispFrqVolPic, 0, BandColumn, 3, 1);
+    Grid->setColumnStretch(GapBeforeBands, 1);
+    Grid->setColumnStretch(BandColumn, 2);
+    return Frame;
+}
+
+void WaveEditor_Frm::BuildValueLabels(QGridLayout* Grid) {
+    QWidget* Frame = Grid->parentWidget();
+    Grid->addWidget(Heading(QStringLiteral("Selection"), Frame), 1, 0);
+    Grid->addWidget(Heading(QStringLiteral("View"), Frame), 2, 0);
+    const std::array<const char*, 3> Columns = {"Total", "From", "To"};
+    for (int Column = 0; Column < 3; ++Column)
+        Grid->addWidget(Heading(QLatin1String(Columns.at(std::size_t(Column))), Frame), 0,
+                        Column + 1, Qt::AlignRight);
+    for (int Index = 0; Index < 6; ++Index) {
+        const ValueLabelText& Text = ValueLabels.at(std::size_t(Index));
+        auto* Label = new ValueLabel(QLatin1String(Text.Name), Frame, QLatin1String(LongestValue));
+        Label->setAccessibleName(QLatin1String(Text.Accessible));
+        Label->setProperty("StatusHint", QLatin1String(Text.Hint));
+        Label->installEventFilter(this);
+        Label->Clicked = [this, Index] { AskValue(Index); };
+        Label->MenuWanted = [this, Index](const QPoint& Where) { ShowPopMnu(Index, Where); };
+        (Index < 3 ? SelectLbl : ViewLbl).at(std::size_t(Index % 3)) = Label;
+        Grid->addWidget(Label, Index < 3 ? 1 : 2, Index % 3 + 1);
+    }
+}
+
+void WaveEditor_Frm::BuildMouseReadOut(QGridLayout* Grid) {
+    QWidget* Frame = Grid->parentWidget();
+    Grid->addWidget(Heading(QStringLiteral("Mouse"), Frame), 0, MouseColumn);
+    const std::array<const char*, 3> Words = {"", "Time", "Level"};
+    const std::array<const char*, 3> Hints = {"",
+                                              "Current X Position of mouse. hh.mm.ss.ss/Samlpes.",
+                                              "Current Y Position of mouse (and sample height)"};
+    int CaptionWidth = 0;
+    for (int Index = 1; Index <= 2; ++Index) {
+        const QString Hint = QLatin1String(Hints.at(std::size_t(Index)));
+        const QString Word = QLatin1String(Words.at(std::size_t(Index)));
+        ReadOutLabel* Caption =
+            ReadOut(QStringLiteral("DisplayPos2Lbl_%1").arg(Index),
+                    Word + QStringLiteral(" at the mouse, caption"), Hint, Frame, nullptr);
+        Caption->setText(Word);
+        CaptionWidth = std::max(CaptionWidth, Caption->sizeHint().width());
+        ReadOutLabel* Value =
+            ReadOut(QStringLiteral("DisplayPosLbl_%1").arg(Index),
+                    Word + QStringLiteral(" at the mouse"), Hint, Frame, LongestPosition);
+        Caption->installEventFilter(this);
+        Value->installEventFilter(this);
+        DisplayPos2Lbl.at(std::size_t(Index)) = Caption;
+        DisplayPosLbl.at(std::size_t(Index)) = Value;
+        auto* Pair = new QHBoxLayout;
+        Pair->setSpacing(0);
+        Pair->addWidget(Caption);
+        Pair->addWidget(Value, 1);
+        Grid->addLayout(Pair, Index, MouseColumn);
+    }
+    for (const std::size_t Index : {1U, 2U})
+        DisplayPos2Lbl.at(Index)->setFixedWidth(CaptionWidth);
+}
+
+void WaveEditor_Frm::BuildPlayReadOut(QGridLayout* Grid) {
+    QWidget* Frame = Grid->parentWidget();
+    Grid->addWidget(Heading(QStringLiteral("Play"), Frame), 0, PlayColumn);
+    PlayPosLbl = ReadOut(QStringLiteral("PlayPosLbl"), QStringLiteral("Play position"),
+                         QStringLiteral("Current position of playing. hh.mm.ss.ss/Samples."), Frame,
+                         LongestPosition);
+    PlayStatusLbl = Plain(QStringLiteral("PlayStatusLbl"), QStringLiteral("Play status"),
+                          QStringLiteral("What the player is doing."), Frame);
+    PlayStatusLbl->setMinimumWidth(1);
+    PlayPosLbl->installEventFilter(this);
+    PlayStatusLbl->installEventFilter(this);
+    Grid->addWidget(PlayPosLbl, 1, PlayColumn);
+    Grid->addWidget(PlayStatusLbl, 2, PlayColumn);
+}
+
+void WaveEditor_Frm::BuildSpeedReadOut(QGridLayout* Grid) {
+    QWidget* Frame = Grid->parentWidget();
+    const QString Hint = QStringLiteral("Play speed, forward and reverse. Click to change.");
+    const auto Clickable = [&](QLabel* Label) {
+        Label->setProperty("ClickCommand", QStringLiteral("SoundTmpoMnu"));
+        Label->setCursor(Qt::PointingHandCursor);
+        Label->installEventFilter(this);
+        return Label;
+    };
+    SpeedDispPic =
+        Clickable(Plain(QStringLiteral("SpeedDispPic"), QStringLiteral("Play speed"), Hint, Frame));
+    SpeedDispPic->setPixmap(
+        ToolIcon(QStringLiteral("Speed")).pixmap(QSize(16, 16), devicePixelRatioF()));
+    Grid->addWidget(SpeedDispPic, 0, SpeedColumn + 1, Qt::AlignRight);
+    const std::array<const char*, 3> Icons = {"", "Play", "PlayRev"};
+    const std::array<const char*, 3> Names = {"", "Play speed forward", "Play speed in reverse"};
+    for (int Index = 1; Index <= 2; ++Index) {
+        auto* Arrow = new QLabel(Frame);
+        Arrow->setPixmap(ToolIcon(QLatin1String(Icons.at(std::size_t(Index))))
+                             .pixmap(QSize(12, 12), devicePixelRatioF()));
+        Grid->addWidget(Arrow, Index, SpeedColumn);
+        QLabel* Label = Clickable(Plain(QStringLiteral("SpeedDispLbl_%1").arg(Index),
+                                        QLatin1String(Names.at(std::size_t(Index))), Hint, Frame));
+        Label->setText(QStringLiteral("100%"));
+        Label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        Label->setMinimumWidth(Label->fontMetrics().horizontalAdvance(QLatin1String("200%")));
+        SpeedDispLbl.at(std::size_t(Index)) = Label;
+        Grid->addWidget(Label, Index, SpeedColumn + 1);
+    }
+}
+
+} // namespace quoril
