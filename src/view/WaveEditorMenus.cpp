@@ -6,7 +6,6 @@
 #include "view/SelectionMod.h"
 #include "view/ToolIcon.h"
 #include "view/ToolbarTable.h"
-#include "view/ValueEntry.h"
 #include "view/WaveEditor_Frm.h"
 
 #include <QAction>
@@ -168,20 +167,6 @@ void WaveEditor_Frm::ChoosePasteMode(int Mode) {
     RefreshCommands();
 }
 
-void WaveEditor_Frm::RegisterOwnCommands() {
-    Commands.Set("Close_Mnu", [this] { close(); });
-    Commands.Set("DisplayEnterValMnu", [this] { LabelEntry(PopMnuLabel); });
-    for (const int Index : {0, 1})
-        Commands.Set("DisplayToggleMnu_" + std::to_string(Index), [this, Index] {
-            DisplayToggle(Index);
-            RefreshDisplayToggle();
-        });
-    Commands.Set("Bookmark_Show_Mnu", [this] {
-        SetEntryChecked("Bookmark_Show_Mnu", !EntryChecked("Bookmark_Show_Mnu"));
-        Refresh_Wave_View();
-    });
-}
-
 void WaveEditor_Frm::RefreshCommands() {
     const auto Usable = [this](const std::string& Name) {
         const auto Found = Allowed.find(Name);
@@ -283,21 +268,6 @@ void WaveEditor_Frm::RefreshChannelSelector() {
     SetEntryEnabled("MouseToolbar_SelChannel", State.Enabled);
     SetEntryEnabled("SelectBoth_Mnu", State.Enabled);
     SetEntryEnabled("SelectOther_Mnu", State.SelectOtherEnabled);
-}
-
-void WaveEditor_Frm::RefreshDisplayToggle() {
-    for (const int Index : {0, 1})
-        SetEntryChecked("DisplayToggleMnu_" + std::to_string(Index), DisplayToggleChecked(Index));
-}
-
-void WaveEditor_Frm::AskValue(int Index) {
-    PopMnuLabel = Index;
-    RunCommand("DisplayEnterValMnu");
-}
-
-void WaveEditor_Frm::ShowPopMnu(int Index, const QPoint& Where) {
-    PopMnuLabel = Index;
-    PopMnu->popup(Where);
 }
 
 } // namespace quoril

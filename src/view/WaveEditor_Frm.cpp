@@ -1,6 +1,8 @@
 #include "view/WaveEditor_Frm.h"
 
-#include "base/MsgBoxMod.h"
+#include "base/CommandFailure.h"
+#include "base/ModalWindow.h"
+#include "base/ProgramTitle.h"
 #include "base/QtText.h"
 #include "base/ViewState.h"
 #include "view/ColorSettings.h"
@@ -18,20 +20,13 @@
 #include <QToolButton>
 #include <QUrl>
 
-#include <exception>
-
 namespace quoril {
-
-namespace {
-
-constexpr const char* ApplicationTitle = "Quoril Wave Editor";
-
-} // namespace
 
 WaveEditor_Frm::WaveEditor_Frm(QWidget* Parent) : QMainWindow(Parent) {
     setObjectName(QStringLiteral("WaveEditor_Frm"));
     setWindowIcon(ToolIcon(QStringLiteral("Program")));
     setAcceptDrops(true);
+    SetMainWindow(this);
     BuildMenus();
     BuildPanels();
     BuildToolbars();
@@ -62,17 +57,11 @@ WaveEditor_Frm::~WaveEditor_Frm() {
 }
 
 void WaveEditor_Frm::RunCommand(const std::string& Name) {
-    try {
-        Commands.Run(Name);
-    } catch (const std::exception& What) {
-        while (QApplication::overrideCursor() != nullptr)
-            QApplication::restoreOverrideCursor();
-        MsgBox(What.what());
-    }
+    quoril::RunCommand({}, [&] { Commands.Run(Name); });
 }
 
 void WaveEditor_Frm::SetDocumentTitle(const std::string& WaveFileName) {
-    setWindowTitle(ShownText(WaveFileName + " [" + ApplicationTitle + "]"));
+    setWindowTitle(ShownText(WaveFileName + " [" + ProgramTitle + "]"));
 }
 
 void WaveEditor_Frm::StatusGuide(const std::string& Message) {

@@ -6,6 +6,8 @@
 
 #include "storage/UndoRec.h"
 #include "view/CommandTable.h"
+#include "view/EntDurFrm.h"
+#include "view/SelConfFrm.h"
 #include "view/TimeScale.h"
 #include "view/ViewListener.h"
 #include "view/WaveGeometry.h"
@@ -156,6 +158,8 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     void BuildSpeedReadOut(QGridLayout* Grid);
     void BuildStatusBar();
     void RegisterOwnCommands();
+    void RegisterSelectCommands();
+    void RegisterViewCommands();
     void ChoosePasteMode(int Mode);
     void AskValue(int Index);
     void ShowPopMnu(int Index, const QPoint& Where);
@@ -163,6 +167,8 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     void DescribePanels();
     [[nodiscard]] ScaleView CurrentScaleView() const;
 
+    SelConfAsker SelConf;
+    EntDurAsker EntDur;
     StoreSource Store;
     const WaveSource* Source = &Store;
 
