@@ -9,6 +9,12 @@
 namespace quoril {
 namespace {
 
+TEST(ColorsAtStart, AreTheDefaults) {
+    for (std::size_t i = 0; i < WaveColorCount; ++i)
+        EXPECT_EQ(WaveColors[i], WaveColorTable[i].Default) << WaveColorTable[i].Key;
+    EXPECT_EQ(WaveFormDrawStyle, 3);
+}
+
 class Colors : public ::testing::Test {
   protected:
     Colors() {
@@ -67,12 +73,6 @@ TEST_F(Colors, TheTableHasItsKeysDefaultsAndListEntries) {
         ++Index;
     }
     EXPECT_EQ(Index, WaveColorCount);
-}
-
-TEST(ColorsAtStart, AreTheDefaults) {
-    for (std::size_t i = 0; i < WaveColorCount; ++i)
-        EXPECT_EQ(WaveColors[i], WaveColorTable[i].Default) << WaveColorTable[i].Key;
-    EXPECT_EQ(WaveFormDrawStyle, 3);
 }
 
 TEST_F(Colors, TheDrawingStylesHaveTheirNames) {

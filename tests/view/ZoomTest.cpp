@@ -52,6 +52,12 @@ TEST_F(Zoom, InOnAViewBeyondTheEndIsBroughtBack) {
     View(900, 500);
     Run(ZoomCodeIn); // 1000 and 300: the sum passes the end
     ExpectView(700, 300);
+    View(601, 500);
+    Run(ZoomCodeIn); // 701 and 300: one too many
+    ExpectView(700, 300);
+    View(600, 500);
+    Run(ZoomCodeIn); // 700 and 300: as far as it goes
+    ExpectView(700, 300);
     View(-500, 400);
     Run(ZoomCodeIn);
     ExpectView(1, 240);
@@ -84,6 +90,13 @@ TEST_F(Zoom, OutBeyondTheDocumentShowsItWhole) {
     ExpectView(1, 1000);
 }
 
+TEST_F(Zoom, OutToOneLessThanTheWholeStaysThere) {
+    Document(1001);
+    View(1, 600);
+    Run(ZoomCodeOut);
+    ExpectView(1, 1000);
+}
+
 TEST_F(Zoom, OutOfTheWholeDocumentDoesNothing) {
     View(1, 1000, true);
     Run(ZoomCodeOut);
@@ -91,6 +104,9 @@ TEST_F(Zoom, OutOfTheWholeDocumentDoesNothing) {
     View(5, 2000);
     Run(ZoomCodeOut);
     ExpectView(5, 2000);
+    View(5, 1000);
+    Run(ZoomCodeOut);
+    ExpectView(5, 1000);
 }
 
 TEST_F(Zoom, OneToOneShowsASamplePerPixel) {
