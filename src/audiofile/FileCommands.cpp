@@ -1,0 +1,284 @@
+#include "audiofile/FileCommands.h"
+
+#include "audiofile/AudioFileNames.h"
+#include "audiofile/AudioFileTypes.h"
+#include "audiofile/RecentFiles.h"
+#include "audiofile/UndoOffScope.h"
+#include "base/CommandFailure.h"
+#include "base/DocumentState.h"
+#include "base/MsgBoxMod.h"
+#include "base/ViewState.h"
+#include "platform/FileSystem.h"
+#include "settings/STD1.h"
+#include "settings/UserGuideMod.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace quoril {
+
+namespace {
+
+constexpr std::int32_t FewestNewSamples = 10000;
+constexpr const char* OpenQuestion = "Open another file with out saving it?";
+
+class BusyPointer {
+  public:
+    explicit BusyPointer(FileCommandsView& UsedView) : View(UsedView) { View.SetBusyPointer(true); }
+    ~BusyPointer() { View.SetBusyPointer(false); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+
+  private:
+    FileCommandsView& View;
+};
+
+/// A name that some row of the types can read; otherwise the user is told.
+bool CanBeOpened(const std::string& FileName) {
+    if (IsFileTypeSupported(FileName) && AudioFileTypeOf(FileName) != nullptr)
+        return true;
+    MsgBox("Can not open this file type\n\n"
+           "If you know that audio data exists in this file,\n"
+           "you can rename it to .raw type and try opening it.");
+    return false;
+}
+
+std::string WithAudioEnding(const std::string& FileName) {
+    return IsFileTypeSupported(FileName) ? FileName : FileName + ".wav";
+}
+
+} // namespace
+
+bool UnsavedWorkMayGo(const std::string& Question) {
+    std::string What;
+    if (WaveChanged)
+        What = "The current waveform is changed.\n";
+    else if (BookmarkChanged)
+        What = "Bookmarks of the current file is changed.\n";
+    else
+        return true;
+    return MsgBox(What + Question, {}, MsgBoxButtons::YesNo, MsgBoxAnswer::No) == MsgBoxAnswer::Yes;
+}
+
+void FileCommandsClass::New() {
+    if (UnsavedWorkMayGo("Create new file with out saving it?"))
+        NewDocument();
+}
+
+void FileCommandsClass::NewDocument() {
+    View.ReleasePlayingFiles(false);
+    PlaySelStart = PlaySelEnd = 0;
+    WaveStore->UndoInfoReset();
+    WaveStore->StorageReset();
+    WaveStore->WavFmtChannel = CurrentFormat.Channel;
+    WaveStore->WavFmtFreq = CurrentFormat.Freq;
+    WaveStore->WavFmtBits = CurrentFormat.Bits;
+
+    const std::int32_t Length = std::max(CurrentFormat.Freq, FewestNewSamples);
+    BlockCarrBuffClass Left;
+    BlockCarrBuffClass Right;
+    Left.ReDimSize(Length);
+    const bool Stereo = CurrentFormat.Channel == 2;
+    if (Stereo)
+        Right.ReDimSize(Length);
+    {
+        const UndoOffScope NoUndo(*WaveStore);
+        WaveStore->WaveDataInsert(1, Stereo ? 0 : 1, &Left, Stereo ? &Right : nullptr, "", false);
+    }
+    WaveChanged = BookmarkChanged = false;
+    View.EmptyBookmarks();
+    WaveFileName = "New.wav";
+    WaveFilePath = WaveDir + "/" + WaveFileName;
+    HasFile = false;
+    View.SetDocumentTitle(WaveFileName);
+    View.DocumentReplaced(Length, true);
+    View.SetMenu_To_DefaultFormat();
+    View.Refresh_Wave_View();
+    Mp3ParamsChosen = false;
+}
+
+void FileCommandsClass::Open(bool InNewWindow) {
+    RunCommand("Open Wave Error", [this, InNewWindow] {
+        if (!UnsavedWorkMayGo(OpenQuestion))
+            return;
+        if (GuideChance(0.05))
+            UserGuide("You can open multiple files by opening additional windows. Use the menu "
+                      "command File - Open Another Window. This is useful for copying/pasting "
+                      "between files.");
+        FileDialogRequest Request;
+        Request.Title = "Select a Wave file to Open";
+        Request.Folder = WaveDir;
+        Request.FileName = WaveFileName;
+        Request.Filter = AudioFileFilter;
+        Request.DefaultExtension = "wav";
+        Request.FileMustExist = true;
+        const std::optional<std::string> Chosen = Dialogs.OpenFile(Request);
+        if (!Chosen || !CanBeOpened(*Chosen))
+            return;
+        if (InNewWindow)
+            View.StartProgram({*Chosen});
+        else
+            OpenInThisWindow(*Chosen);
+    });
+}
+
+void FileCommandsClass::OpenInThisWindow(const std::string& Path) {
+    SelStart = SelEnd = 0;
+    View.ReleasePlayingFiles(false);
+    PlaySelStart = PlaySelEnd = 0;
+    Open_File(FolderOfPath(Path), NameOfPath(Path));
+    WaveChanged = BookmarkChanged = false;
+    Mp3ParamsChosen = false;
+    AddLastFile(Path);
+}
+
+void FileCommandsClass::Open_File(const std::string& FilePath, const std::string& FileName) {
+    WaveDir = FilePath;
+    const std::string Path = FilePath + "/" + FileName;
+    bool Loaded = false;
+    if (const AudioFileType* Type = AudioFileTypeOf(Path)) {
+        const BusyPointer Busy(View);
+        OpenSaveClass Files;
+        Type->Load(Files, *WaveStore, Path, Loaded);
+    }
+    if (Loaded) {
+        WaveFileName = FileName;
+        WaveFilePath = Path;
+        HasFile = true;
+        View.SetDocumentTitle(WaveFileName);
+        View.EmptyBookmarks();
+        View.DocumentReplaced(WaveStore->WavWaveINos, false);
+        if (const std::string Bookmarks = BookmarkFileOf(Path); FileThere(Bookmarks))
+            View.LoadBookmarks(Bookmarks);
+        ViewAll = true;
+    }
+    CurrentFormat = {WaveStore->WavFmtChannel, WaveStore->WavFmtFreq, WaveStore->WavFmtBits};
+    View.SetMenu_To_DefaultFormat();
+    View.Refresh_Wave_View();
+}
+
+bool FileCommandsClass::Save(bool SaveAs) {
+    bool Saved = false;
+    RunCommand("Save Error", [this, SaveAs, &Saved] { Saved = SaveDocument(SaveAs); });
+    return Saved;
+}
+
+bool FileCommandsClass::SaveDocument(bool SaveAs) {
+    const bool SameFile = !SaveAs && HasFile && FileThere(WaveFilePath);
+    std::string Path = WaveFilePath;
+    if (!SameFile) {
+        const auto Chosen = AskSaveName("Choose wave file name to save", WaveDir, WaveFileName);
+        if (!Chosen)
+            return false;
+        Path = *Chosen;
+    }
+    const AudioFileType* Type = AudioFileTypeOf(Path);
+    if (Type == nullptr) {
+        MsgBox("Can not save this file type");
+        return false;
+    }
+    WaveDir = FolderOfPath(Path);
+    const BusyPointer Busy(View);
+    View.ReleasePlayingFiles(true);
+    OpenSaveClass Files;
+    const bool Written =
+        Type->Write(Files, *WaveStore, Path, {.ReuseParameters = SameFile && Mp3ParamsChosen});
+    WaveChanged = BookmarkChanged = false;
+    WaveFileName = NameOfPath(Path);
+    WaveFilePath = Path;
+    HasFile = true;
+    View.SetDocumentTitle(WaveFileName);
+    View.SaveBookmarks(Type->HasBookmarkFile ? BookmarkFileOf(Path) : std::string());
+    View.SetMenu_To_DefaultFormat();
+    AddLastFile(Path);
+    return Written;
+}
+
+std::optional<std::string> FileCommandsClass::AskSaveName(const std::string& Title,
+                                                          const std::string& Folder,
+                                                          const std::string& FileName) {
+    FileDialogRequest Request;
+    Request.Title = Title;
+    Request.Folder = Folder;
+    Request.FileName = FileName;
+    Request.Filter = AudioFileFilter;
+    Request.DefaultExtension = "wav";
+    Request.PathMustExist = true;
+    Request.OverwritePrompt = true;
+    const std::optional<std::string> Chosen = Dialogs.SaveFile(Request);
+    if (!Chosen || Chosen->empty())
+        return std::nullopt;
+    const std::string Path = WithAudioEnding(*Chosen);
+    // The dialog has asked about the name as it was typed, not about this one.
+    if (Path != *Chosen && FileThere(Path) &&
+        MsgBox(Path + " already exists.\nDo you want to replace it?", {}, MsgBoxButtons::YesNo,
+               MsgBoxAnswer::No) != MsgBoxAnswer::Yes)
+        return std::nullopt;
+    return Path;
+}
+
+void FileCommandsClass::SaveBookmarksBesideFile() {
+    View.SaveBookmarks(BookmarkFileOf(WaveFilePath));
+}
+
+void FileCommandsClass::SaveSelected() {
+    RunCommand("Save Error", [this] {
+        std::int32_t FromPos = 0;
+        std::int32_t ToPos = 0;
+        std::int32_t WorkChn = 0;
+        if (!View.ConfirmSelection(FromPos, ToPos, WorkChn, 2, "Save Selected"))
+            return;
+        const auto Path = AskSaveName("Select file name to to save selected", SelectedDir, "");
+        if (!Path)
+            return;
+        const AudioFileType* Type = AudioFileTypeOf(*Path);
+        if (Type == nullptr) {
+            MsgBox("Can not save this file type");
+            return;
+        }
+        SelectedDir = FolderOfPath(*Path);
+        const BusyPointer Busy(View);
+        View.ReleasePlayingFiles(true);
+        OpenSaveClass Files;
+        Type->WritePart(Files, *WaveStore, FromPos, ToPos, WorkChn, *Path);
+    });
+}
+
+void FileCommandsClass::OpenRecent(int Number) {
+    RunCommand("Open Wave Error", [this, Number] {
+        if (!UnsavedWorkMayGo(OpenQuestion))
+            return;
+        const auto Item = static_cast<std::size_t>(Number) - 1;
+        const std::string Path = Item < MenuFiles.size() ? MenuFiles[Item] : std::string();
+        if (!FileThere(Path))
+            MsgBox("File not found");
+        else if (CanBeOpened(Path))
+            OpenInThisWindow(Path);
+    });
+}
+
+void FileCommandsClass::OpenDropped(const std::string& Path) {
+    RunCommand("Open Wave Error", [this, &Path] {
+        if (CanBeOpened(Path))
+            OpenInThisWindow(Path);
+    });
+}
+
+void FileCommandsClass::OpenAnother() {
+    RunCommand("Open Wave Error", [this] { View.StartProgram({}); });
+}
+
+void FileCommandsClass::AddLastFile(const std::string& FileName) {
+    RecentFilesAdd(FileName);
+    // What the menu shows is what a click opens, even if another window has changed the list since.
+    MenuFiles.clear();
+    std::vector<std::string> Captions;
+    for (const std::string& Path : RecentFilesRead())
+        if (!Path.empty()) {
+            MenuFiles.push_back(Path);
+            Captions.push_back(RecentFileCaption(Path));
+        }
+    View.ShowRecentFiles(Captions);
+}
+
+} // namespace quoril
