@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 #include <utility>
 
@@ -112,6 +113,12 @@ std::size_t FileForReading::ReadSome(std::int64_t Offset, void* Target, std::siz
 void FileForReading::Read(std::int64_t Offset, void* Target, std::size_t Bytes) const {
     if (ReadSome(Offset, Target, Bytes) != Bytes)
         throw Failure("This file has become shorter\n" + FileName);
+}
+
+bool FileForReading::IsNear(std::int64_t Offset) const noexcept {
+    char Byte;
+    const iovec Place{&Byte, 1};
+    return ::preadv2(Handle, &Place, 1, Offset, RWF_NOWAIT) >= 0 || errno != EAGAIN;
 }
 
 void FileForReading::WillNeed(std::int64_t Offset, std::int64_t Bytes) const noexcept {

@@ -46,6 +46,9 @@ class FileForReading {
     void Read(std::int64_t Offset, void* Target, std::size_t Bytes) const;
     /// Reads what there is of `Bytes` bytes from `Offset` on; fewer only at the end of the file.
     [[nodiscard]] std::size_t ReadSome(std::int64_t Offset, void* Target, std::size_t Bytes) const;
+    /// Whether the byte at `Offset` can be read without waiting for the disk. True also where the
+    /// system cannot tell. Never fails.
+    [[nodiscard]] bool IsNear(std::int64_t Offset) const noexcept;
     /// Tells the system that these bytes will be read soon. Never fails.
     void WillNeed(std::int64_t Offset, std::int64_t Bytes) const noexcept;
 

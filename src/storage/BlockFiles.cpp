@@ -19,6 +19,7 @@ static_assert(std::endian::native == std::endian::little);
 
 namespace {
 
+bool ChecksJoined = false;
 FileForReading OrgHandle;
 FileForReading WorkHandle;
 
@@ -60,6 +61,11 @@ void OrgIdentityCheck(std::int32_t OrgNo) {
         return;
     OrgFileClose(OrgNo);
     throw Failure("This file has been changed by another program\n" + OrgFileAt(OrgNo).OrgFileName);
+}
+
+void OrgCheckAfterRead(std::int32_t OrgNo) {
+    if (!ChecksJoined)
+        OrgIdentityCheck(OrgNo);
 }
 
 /// Reads `Count` units of `UnitBytes` bytes through a small buffer, and gives each piece to
@@ -173,6 +179,8 @@ void FilesSweep() {
 void OrgFileOpen(std::int32_t OrgNo) {
     if (OrgFileOpenNo == OrgNo)
         return;
+    if (ChecksJoined && OrgFileOpenNo != 0)
+        OrgIdentityCheck(OrgFileOpenNo);
     OrgFileClose(OrgFileOpenNo);
     OrgHandle = FileForReading(OrgFileAt(OrgNo).OrgFileName);
     OrgFileOpenNo = OrgNo;
@@ -227,7 +235,7 @@ void OrgFileReadChannel(std::int32_t OrgNo, std::int32_t FilePos, std::int16_t* 
                    [&](const std::uint8_t* Bytes, std::size_t First, std::size_t Units) {
                        DecodeEverySecond(AsSamples(Bytes), Target + First, Units);
                    });
-    OrgIdentityCheck(OrgNo);
+    OrgCheckAfterRead(OrgNo);
 }
 
 void OrgFileReadFrames(std::int32_t OrgNo, std::int32_t FilePos, std::int16_t* Left,
@@ -247,27 +255,36 @@ void OrgFileReadFrames(std::int32_t OrgNo, std::int32_t FilePos, std::int16_t* L
                    [&](const std::uint8_t* Bytes, std::size_t First, std::size_t Units) {
                        DecodeFrames(AsSamples(Bytes), Left + First, Right + First, Units);
                    });
-    OrgIdentityCheck(OrgNo);
+    OrgCheckAfterRead(OrgNo);
 }
 
-// The hints below only save time: a file that cannot be opened is told by the reading that follows.
-
-void OrgFileWillNeed(std::int32_t OrgNo, std::int32_t FilePos, std::int32_t Bytes) noexcept {
-    try {
-        OrgFileOpen(OrgNo);
-        OrgHandle.WillNeed(std::int64_t{FilePos} - 1, Bytes);
-    } catch (const Failure&) {
-        return;
-    }
+OrgChecksJoined::OrgChecksJoined() noexcept {
+    ChecksJoined = true;
 }
 
-void WorkFileWillNeed(std::int32_t WorkNo, std::int32_t FilePos, std::int32_t Bytes) noexcept {
+OrgChecksJoined::~OrgChecksJoined() {
+    ChecksJoined = false;
+}
+
+void OrgChecksJoined::Finish() {
+    if (OrgFileOpenNo != 0)
+        OrgIdentityCheck(OrgFileOpenNo);
+}
+
+const FileForReading* BlockHandle(const BlockRec& Block) noexcept {
     try {
-        WorkFileOpen(WorkNo);
-        WorkHandle.WillNeed(std::int64_t{FilePos} - 1, Bytes);
+        if (Block.BlockKind == BlockOrgFile) {
+            OrgFileOpen(Block.FileNo);
+            return &OrgHandle;
+        }
+        if (Block.BlockKind == BlockWorkFile) {
+            WorkFileOpen(Block.FileNo);
+            return &WorkHandle;
+        }
     } catch (const Failure&) {
-        return;
+        return nullptr;
     }
+    return nullptr;
 }
 
 } // namespace quoril

@@ -331,18 +331,30 @@ void BlockRangeRead(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t ToP
     BlockRangeReadTo(BlockNo, FromPos, ToPos, Buff.data());
 }
 
-void BlockSampleWillNeed(std::int32_t BlockNo, std::int32_t Position) noexcept {
-    const BlockRec& Block = BlockAt(BlockNo);
-    const std::int64_t Offset = std::int64_t{Position} - Block.BlockStart;
+namespace {
+
+/// Where a sample lies in its block's file, from 0; -1 when the block is in no file or does not
+/// hold the position.
+std::int64_t OffsetInFile(const BlockRec& Block, std::int32_t Position) {
+    const std::int64_t Index = std::int64_t{Position} - Block.BlockStart;
     const bool InOrgFile = Block.BlockKind == BlockOrgFile;
-    if ((!InOrgFile && Block.BlockKind != BlockWorkFile) || Offset < 0 || Offset >= Block.BlockLen)
-        return;
-    const std::int64_t Step = InOrgFile ? OrgFileStep(OrgFileAt(Block.FileNo)) : 2;
-    const auto FilePos = static_cast<std::int32_t>(Block.FilePos + Offset * Step);
-    if (InOrgFile)
-        OrgFileWillNeed(Block.FileNo, FilePos, 2);
-    else
-        WorkFileWillNeed(Block.FileNo, FilePos, 2);
+    if ((!InOrgFile && Block.BlockKind != BlockWorkFile) || Index < 0 || Index >= Block.BlockLen)
+        return -1;
+    return Block.FilePos - 1 + Index * (InOrgFile ? OrgFileStep(OrgFileAt(Block.FileNo)) : 2);
+}
+
+} // namespace
+
+bool BlockSampleIsNear(std::int32_t BlockNo, std::int32_t Position) noexcept {
+    const std::int64_t Offset = OffsetInFile(BlockAt(BlockNo), Position);
+    const FileForReading* const File = Offset < 0 ? nullptr : BlockHandle(BlockAt(BlockNo));
+    return File == nullptr || File->IsNear(Offset);
+}
+
+void BlockSampleWillNeed(std::int32_t BlockNo, std::int32_t Position) noexcept {
+    const std::int64_t Offset = OffsetInFile(BlockAt(BlockNo), Position);
+    if (const FileForReading* const File = Offset < 0 ? nullptr : BlockHandle(BlockAt(BlockNo)))
+        File->WillNeed(Offset, sizeof(std::int16_t));
 }
 
 void BudgetEnforce() {

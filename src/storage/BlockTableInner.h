@@ -36,8 +36,20 @@ void OrgFileReadChannel(std::int32_t OrgNo, std::int32_t FilePos, std::int16_t* 
 /// Both channels of a stereo original file, beginning at a left sample.
 void OrgFileReadFrames(std::int32_t OrgNo, std::int32_t FilePos, std::int16_t* Left,
                        std::int16_t* Right, std::int32_t Length);
-/// Tells the system that `Bytes` bytes at `FilePos` (from 1) will be read soon.
-void OrgFileWillNeed(std::int32_t OrgNo, std::int32_t FilePos, std::int32_t Bytes) noexcept;
-void WorkFileWillNeed(std::int32_t WorkNo, std::int32_t FilePos, std::int32_t Bytes) noexcept;
+/// While one lives, reads of original files do not each end with a look at the file's identity; it
+/// is looked at when the file is left and by Finish, so before any of the samples is used.
+class OrgChecksJoined {
+  public:
+    OrgChecksJoined() noexcept;
+    ~OrgChecksJoined();
+    OrgChecksJoined(const OrgChecksJoined&) = delete;
+    OrgChecksJoined& operator=(const OrgChecksJoined&) = delete;
+    /// Fails when the file has changed.
+    void Finish();
+};
+
+/// The handle of a block's file, opened if needed; null for a block that is in no file, and when
+/// the file cannot be opened, which the reading that follows will tell.
+[[nodiscard]] const FileForReading* BlockHandle(const BlockRec& Block) noexcept;
 
 } // namespace quoril

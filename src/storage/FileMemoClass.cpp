@@ -191,11 +191,28 @@ std::int16_t FileMemoClass::WaveR(std::int32_t WPosition) const {
     return Index < 0 ? std::int16_t{0} : BlockSample(ListR.At(Index), WPosition);
 }
 
+void FileMemoClass::WaveSamples(std::int32_t Channel, const std::vector<std::int32_t>& Positions,
+                                SampleArray& Samples) const {
+    OrgChecksJoined Checks;
+    Samples.resize(Positions.size());
+    for (std::size_t i = 0; i < Positions.size(); ++i)
+        Samples[i] = Channel == 2 ? WaveR(Positions[i]) : WaveL(Positions[i]);
+    Checks.Finish();
+}
+
 void FileMemoClass::WaveWillNeed(const std::vector<std::int32_t>& Positions) const {
-    for (const BlockListClass* const List : {&ListL, &ListR})
-        for (const std::int32_t Position : Positions)
-            if (const std::int32_t Index = List->LastHolding(Position); Index >= 0)
-                BlockSampleWillNeed(List->At(Index), Position);
+    constexpr std::size_t Probe = 16; // asking for every place would cost as much as reading
+    for (const BlockListClass* const List : {&ListL, &ListR}) {
+        const auto BlockOf = [&](std::int32_t Position) {
+            const std::int32_t Index = List->LastHolding(Position);
+            return Index < 0 ? 0 : List->At(Index);
+        };
+        bool AllNear = true;
+        for (std::size_t i = 0; i < Positions.size() && AllNear; i += Probe)
+            AllNear = BlockSampleIsNear(BlockOf(Positions[i]), Positions[i]);
+        for (std::size_t i = 0; i < Positions.size() && !AllNear; ++i)
+            BlockSampleWillNeed(BlockOf(Positions[i]), Positions[i]);
+    }
 }
 
 void FileMemoClass::StorageReset() {

@@ -57,6 +57,9 @@ class FileMemoClass {
     /// One sample, leaving memory and age order alone; 0 where no block is.
     [[nodiscard]] std::int16_t WaveL(std::int32_t WPosition) const;
     [[nodiscard]] std::int16_t WaveR(std::int32_t WPosition) const;
+    /// WaveL (channel 1) or WaveR (channel 2) for many positions, from index 0.
+    void WaveSamples(std::int32_t Channel, const std::vector<std::int32_t>& Positions,
+                     SampleArray& Samples) const;
     /// Tells the system that these positions will be asked of WaveL and WaveR soon.
     void WaveWillNeed(const std::vector<std::int32_t>& Positions) const;
     /// Empties the document and its journal. The format stays.

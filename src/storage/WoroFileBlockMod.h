@@ -135,6 +135,8 @@ void BlockRangeRead(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t ToP
 /// The same into memory of the caller's.
 void BlockRangeReadTo(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t ToPos,
                       std::int16_t* Target);
+/// Whether the sample at a position can be read without waiting for the disk.
+[[nodiscard]] bool BlockSampleIsNear(std::int32_t BlockNo, std::int32_t Position) noexcept;
 /// Tells the system that the sample at a position will be read soon; for blocks in files.
 void BlockSampleWillNeed(std::int32_t BlockNo, std::int32_t Position) noexcept;
 /// Pushes the oldest blocks out until the budget holds.

@@ -445,6 +445,21 @@ TEST_F(BlockTableTest, AFileThatAnotherProgramChangedIsNeverRead) {
     EXPECT_EQ(Block(No).BlockKind, 4);
 }
 
+TEST_F(BlockTableTest, AChangeDuringAReadOfManyPlacesIsNoticed) {
+    FileMemoClass Store;
+    const std::string Name = RawFile(Session, "a.raw", 100, 1, 16);
+    const std::int32_t OrgNo = OrgFileAdd(Name, 1, 16);
+    BlockCarrBuffClass Carrier;
+    Carrier.BuffBlocksPutFresh({OrgBlock(OrgNo, 100, 1)});
+    Store.WaveDataInsert(1, 1, &Carrier, nullptr, "", true);
+    SampleArray Samples;
+    Store.WaveSamples(1, {5, 7, 100, 101}, Samples);
+    EXPECT_THAT(Samples, ElementsAre(TestSample(5), TestSample(7), TestSample(100), 0));
+    fs::last_write_time(Name, fs::last_write_time(Name) + std::chrono::seconds(5));
+    EXPECT_THROW(Store.WaveSamples(1, {5, 7}, Samples), Failure);
+    EXPECT_THROW((void)Store.WaveL(5), Failure);
+}
+
 TEST_F(BlockTableTest, ADiskThatTakesNothingLeavesTheBlockInMemory) {
     const std::int32_t No = MemoryBlock(100);
     fs::remove_all(SessionDir);

@@ -1,0 +1,37 @@
+// Time, bytes and files for the benchmarks.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace quoril::bench {
+
+/// A folder for one run on the disk of the current folder, with session and settings places set;
+/// removed at the end.
+class BenchFolder {
+  public:
+    BenchFolder();
+    ~BenchFolder();
+    BenchFolder(const BenchFolder&) = delete;
+    BenchFolder& operator=(const BenchFolder&) = delete;
+    [[nodiscard]] std::string Path(const std::string& Name) const { return Root + "/" + Name; }
+
+  private:
+    std::string Root;
+};
+
+/// Seconds that `What` takes.
+[[nodiscard]] double SecondsOf(const std::function<void()>& What);
+/// The shortest of several runs.
+[[nodiscard]] double BestSecondsOf(int Rounds, const std::function<void()>& What);
+/// Bytes that this process has asked the system to read so far.
+[[nodiscard]] std::int64_t BytesRead();
+/// The largest resident memory of this process so far, in bytes.
+[[nodiscard]] std::int64_t PeakMemory();
+/// A canonical 16-bit WAV file at 44100 Hz. `Real`: with samples; otherwise one large hole.
+void MakeWav(const std::string& FileName, std::int32_t Channels, std::int64_t Frames, bool Real);
+/// One line of the report: name, value, unit, and the limit that it is held against.
+void Report(const char* Name, double Value, const char* Unit, double Limit);
+
+} // namespace quoril::bench

@@ -1,0 +1,61 @@
+// Drawing a 2 GB stereo file at the width of a large screen, beside copying a picture of that size.
+#include "BenchSupport.h"
+#include "audiofile/OpenSaveClass.h"
+#include "base/ViewState.h"
+#include "storage/FileMemoClass.h"
+#include "view/ColorSettings.h"
+#include "view/WaveDraw.h"
+
+#include <QGuiApplication>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+using namespace quoril;
+using namespace quoril::bench;
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication Application(argc, argv);
+    const BenchFolder Folder;
+    MemoryBudget = 536870912;
+    const std::string Large = Folder.Path("large.wav");
+    constexpr std::int32_t Frames = 500000000;
+    MakeWav(Large, 2, Frames, true);
+    WaveStore = std::make_unique<FileMemoClass>();
+    bool Result = false;
+    OpenSaveClass().FileLoadWave(*WaveStore, Large, Result);
+    if (!Result)
+        return 1;
+    ViewFrom = 1;
+    ViewTotal = Frames;
+    constexpr int Width = 3840;
+    constexpr int Height = 900;
+    QImage Pictures[2] = {QImage(Width, Height, QImage::Format_RGB32),
+                          QImage(Width, Height, QImage::Format_RGB32)};
+    const StoreSource Source;
+    const auto Refresh = [&] {
+        PixelsPerSample = (Width - 1.0) / ViewTotal;
+        WaveDraw Draw(Source, Width, Height, 1.0);
+        for (int Channel = 1; Channel <= 2; ++Channel) {
+            Pictures[Channel - 1].fill(Qt::black);
+            Draw.DrawPanel(Pictures[Channel - 1], Channel);
+        }
+    };
+    const QImage From = Pictures[0].copy();
+    const double Copy = BestSecondsOf(9, [&] {
+        for (QImage& Picture : Pictures)
+            std::memcpy(Picture.bits(), From.constBits(),
+                        static_cast<std::size_t>(From.sizeInBytes()));
+    });
+    for (WaveFormDrawStyle = 1; WaveFormDrawStyle <= 5; ++WaveFormDrawStyle) {
+        Refresh();
+        const double Warm = BestSecondsOf(9, Refresh);
+        const std::string Name = "refresh 2 GB stereo at 3840 pixels, style " +
+                                 std::to_string(WaveFormDrawStyle) + ", warm";
+        Report(Name.c_str(), 1000 * Warm, "ms", 16);
+        Report((Name + " / copy of the picture").c_str(), Warm / Copy, "times", 0);
+    }
+    WaveStore.reset();
+    return 0;
+}

@@ -1,0 +1,171 @@
+#!/usr/bin/env python3
+"""Runs the benchmarks and prints their table as Markdown.
+
+usage: bench/report.py [--build build/release] [--work FOLDER]
+
+Every figure that is held against a limit is a ratio to a reference of the same run, or a bound that
+holds on any machine. The work folder lies on the disk that is measured (default: the current one)
+and needs 5 GB.
+"""
+import argparse
+import json
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+CLEAN_START_ROUNDS = 5
+
+
+def lines_of(command, work):
+    """The report lines of one benchmark: (name, value, unit, limit)."""
+    done = subprocess.run(command, cwd=work, capture_output=True, text=True)
+    if done.returncode != 0:
+        sys.exit(f"{' '.join(command)} failed:\n{done.stdout}{done.stderr}")
+    rows = []
+    for line in done.stdout.splitlines():
+        name, value, unit, limit = line.split("\t")
+        rows.append((name, float(value), unit, float(limit)))
+    return rows
+
+
+def store_rows(program, work):
+    done = subprocess.run([program, "--benchmark_format=json"], cwd=work, capture_output=True, text=True)
+    if done.returncode != 0:
+        sys.exit(done.stderr)
+    speed = {}
+    for row in json.loads(done.stdout)["benchmarks"]:
+        speed[row["name"].split("/")[0]] = row["bytes_per_second"]
+    copy = speed["MemoryCopy"]
+    # 300 million samples a second on a machine that copies 10 GB/s.
+    floor = 300e6 * 2 / 10e9
+    return [
+        ("memory copy", copy / 1e9, "GB/s", None, ""),
+        ("WaveLR read in order / memory copy", speed["WaveLRRead"] / copy, "times", floor, "at least"),
+        ("WaveLR read and write in order / memory copy", speed["WaveLRReadAndWrite"] / copy, "times",
+         floor, "at least"),
+        ("gain with rounding and clipping by runs / memory copy", speed["GainByRuns"] / copy, "times",
+         0.5, "at least"),
+        ("the same on shared samples / memory copy", speed["GainOfSharedSamplesByRuns"] / copy,
+         "times", None, ""),
+    ]
+
+
+class Screen:
+    """A private virtual screen."""
+
+    def __enter__(self):
+        read, write = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1600x1000x24", "-nolisten", "tcp"],
+            pass_fds=[write], stderr=subprocess.DEVNULL)
+        os.close(write)
+        with os.fdopen(read) as pipe:
+            self.name = ":" + pipe.readline().strip()
+        return self
+
+    def __exit__(self, *_):
+        self.server.terminate()
+        self.server.wait()
+
+
+def painted(screen, title):
+    """Whether a window of that title shows more than a few colours."""
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title],
+                           env=dict(os.environ, DISPLAY=screen), capture_output=True, text=True)
+    for window in found.stdout.split():
+        picture = subprocess.run(["xwd", "-silent", "-id", window],
+                                 env=dict(os.environ, DISPLAY=screen), capture_output=True)
+        if picture.returncode != 0:
+            continue
+        middle = picture.stdout[len(picture.stdout) // 3:len(picture.stdout) * 2 // 3]
+        if len({middle[i:i + 4] for i in range(0, len(middle), 4 * 101)}) > 4:
+            return True
+    return False
+
+
+def start_seconds(editor, screen, home, file):
+    """From the start of the process to the painted window."""
+    env = {k: v for k, v in os.environ.items() if k != "WAYLAND_DISPLAY"}
+    env.update(DISPLAY=screen, QT_QPA_PLATFORM="xcb", TMPDIR=home, HOME=home, XDG_CONFIG_HOME=home,
+               XDG_RUNTIME_DIR=home)
+    begin = time.monotonic()
+    process = subprocess.Popen([editor, file], env=env, stdout=subprocess.DEVNULL,
+                               stderr=subprocess.DEVNULL)
+    try:
+        while not painted(screen, os.path.basename(file)):
+            if time.monotonic() - begin > 30:
+                sys.exit(f"no painted window for {file}")
+        return time.monotonic() - begin
+    finally:
+        process.terminate()
+        process.wait()
+
+
+def make_wav(path, frames, pattern):
+    data = frames * 4
+    with open(path, "wb") as out:
+        out.write(b"RIFF" + (data + 36).to_bytes(4, "little") + b"WAVEfmt " + (16).to_bytes(4, "little")
+                  + (1).to_bytes(2, "little") + (2).to_bytes(2, "little")
+                  + (44100).to_bytes(4, "little") + (176400).to_bytes(4, "little")
+                  + (4).to_bytes(2, "little") + (16).to_bytes(2, "little")
+                  + b"data" + data.to_bytes(4, "little"))
+        left = data
+        while left > 0:
+            out.write(pattern[:min(left, len(pattern))])
+            left -= len(pattern)
+
+
+def start_rows(build, work):
+    folder = tempfile.mkdtemp(prefix="quoril-start-", dir=work)
+    # A copy of the program in a folder of its own, so that it keeps its settings there.
+    editor = os.path.join(folder, "quoril-wave-editor")
+    shutil.copy(os.path.join(build, "src", "quoril-wave-editor"), editor)
+    with open(os.path.join(folder, "quoril-wave-editor.ini"), "w") as settings:
+        settings.write("[General]\nShowNewUserGuide=0\n[Setting]\nExperienced=1\n")
+    pattern = bytes((i * i >> 4) & 255 for i in range(1 << 20))
+    short, long = os.path.join(folder, "short.wav"), os.path.join(folder, "long.wav")
+    make_wav(short, 44100, pattern)
+    make_wav(long, 500000000, pattern)
+    try:
+        with Screen() as screen:
+            times = {}
+            for file in (short, long):
+                start_seconds(editor, screen.name, folder, file)
+                times[file] = min(start_seconds(editor, screen.name, folder, file)
+                                  for _ in range(CLEAN_START_ROUNDS))
+    finally:
+        shutil.rmtree(folder)
+    return [("start to painted window: 2 GB / one second", times[long] / times[short], "times", 1.3,
+             "at most"),
+            ("start to painted window: one second of sound", times[short], "s", None, "")]
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--build", default="build/release")
+    parser.add_argument("--work", default=".")
+    given = parser.parse_args()
+    build = os.path.abspath(given.build)
+    program = os.path.join(build, "bench", "quoril_")
+    rows = store_rows(program + "store_bench", given.work)
+    for command in ([program + "file_bench", "speed"], [program + "file_bench", "memory"],
+                    [program + "draw_bench"]):
+        rows += [(name, value, unit, limit or None, "at most")
+                 for name, value, unit, limit in lines_of(command, given.work)]
+    rows += start_rows(build, given.work)
+    print("| measured | value | limit | |\n|---|---|---|---|")
+    missed = 0
+    for name, value, unit, limit, kind in rows:
+        held = limit is None or (value <= limit if kind == "at most" else value >= limit)
+        missed += not held
+        bound = f"{kind} {limit:.3g} {unit}" if limit is not None else ""
+        verdict = "" if limit is None else "held" if held else "missed"
+        print(f"| {name} | {value:.3g} {unit} | {bound} | {verdict} |")
+    return 1 if missed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
