@@ -18,6 +18,7 @@
 namespace quoril {
 namespace {
 
+using namespace std::string_literals;
 using test::TempFolder;
 
 class PrivateProfile : public ::testing::Test {
@@ -413,7 +414,7 @@ TEST_F(PrivateProfile, RubbishGivesTheDefaultAndTakesNewKeys) {
 }
 
 TEST_F(PrivateProfile, ZeroBytesHideNothing) {
-    Hold(std::string("[A]\nk=1\0\0\0\nn=2\n\0[B]\nk=3\n", 26));
+    Hold("[A]\nk=1\0\0\0\nn=2\n\0[B]\nk=3\n"s);
     EXPECT_EQ(Get("A", "k"), "1");
     EXPECT_EQ(Get("A", "n"), "2");
     EXPECT_EQ(Get("B", "k"), "3");

@@ -25,6 +25,7 @@ namespace quoril {
 namespace {
 
 using test::ScriptedMessages;
+using namespace std::string_literals;
 using test::TempFolder;
 
 class STD1 : public ::testing::Test {
@@ -139,9 +140,8 @@ TEST_F(STD1, WithoutASettingsFileReadsGiveDefaultsAndWritesDoNothing) {
 }
 
 TEST_F(STD1, BrokenSettingsFileGivesDefaults) {
-    Folder.Write("app/quoril-wave-editor.ini", std::string("\x7F"
-                                                           "ELF\0\0[\xFF\n]]=\n=\0[Format",
-                                                           22));
+    Folder.Write("app/quoril-wave-editor.ini", "\x7F"
+                                               "ELF\0\0[\xFF\n]]=\n=\0[Format"s);
     EXPECT_EQ(IniGet("Format", "Bits", "16"), "16");
     IniPut("Format", "Bits", "8");
     EXPECT_EQ(IniGet("Format", "Bits", "16"), "8");
