@@ -20,6 +20,9 @@ class TempFolder {
     }
     ~TempFolder() {
         std::error_code Ignored;
+        // A test may have taken the right to write away.
+        std::filesystem::permissions(Name, std::filesystem::perms::owner_all,
+                                     std::filesystem::perm_options::add, Ignored);
         std::filesystem::remove_all(Name, Ignored);
     }
     TempFolder(const TempFolder&) = delete;
