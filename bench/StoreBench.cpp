@@ -24,7 +24,7 @@ class Material {
             1, Count, RunLength,
             [](std::int32_t First, std::span<const std::int16_t>, std::span<std::int16_t> Out) {
                 for (std::size_t i = 0; i < Out.size(); ++i)
-                    Out[i] = static_cast<std::int16_t>(First + i * 7919);
+                    Out[i] = static_cast<std::int16_t>(static_cast<std::size_t>(First) + i * 7919);
             });
     }
     BlockCarrBuffClass Carrier;

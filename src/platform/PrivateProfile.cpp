@@ -177,9 +177,10 @@ std::string BehindLinks(std::string FileName) {
             return FileName;
         const std::string Next(Target, static_cast<std::size_t>(Length));
         const std::size_t Slash = FileName.rfind('/');
-        FileName = Next.front() == '/' || Slash == std::string::npos
-                       ? Next
-                       : FileName.substr(0, Slash + 1) + Next;
+        if (Next.front() == '/' || Slash == std::string::npos)
+            FileName = Next;
+        else
+            FileName.replace(Slash + 1, std::string::npos, Next);
     }
     return FileName;
 }

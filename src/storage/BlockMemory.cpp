@@ -327,7 +327,7 @@ void BlockRangeReadTo(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t T
 
 void BlockRangeRead(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t ToPos,
                     std::vector<std::int16_t>& Buff) {
-    Buff.assign(static_cast<std::size_t>(ToPos - FromPos + 1), 0);
+    Buff.assign(static_cast<std::size_t>(ToPos) - static_cast<std::size_t>(FromPos) + 1, 0);
     BlockRangeReadTo(BlockNo, FromPos, ToPos, Buff.data());
 }
 

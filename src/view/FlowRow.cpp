@@ -37,7 +37,7 @@ QList<QList<QLayoutItem*>> FlowRow::Rows(int Width) const {
         }
         return Result;
     };
-    const QList<QList<QLayoutItem*>> Greedy = Fill(Width);
+    QList<QList<QLayoutItem*>> Greedy = Fill(Width);
     if (Greedy.size() < 2)
         return Greedy;
     // The narrowest limit that needs no more rows fills them most evenly.

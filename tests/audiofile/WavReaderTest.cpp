@@ -88,6 +88,7 @@ TEST_P(WavReaderFormats, BlocksPointIntoTheFileChunkByChunk) {
     ASSERT_TRUE(LoadBytes(Wav.Whole()));
 
     const std::int32_t SampleBytes = Bits / 8;
+    const std::int32_t FrameBytes = SampleBytes * Channels;
     const auto ExpectPlaced = [&](const BlockListClass& List, std::int32_t FirstByte) {
         ASSERT_EQ(List.Count(), 4);
         std::int32_t Position = 0;
@@ -97,7 +98,7 @@ TEST_P(WavReaderFormats, BlocksPointIntoTheFileChunkByChunk) {
             EXPECT_EQ(Block.FileNo, Store.OrgRoFileInUse);
             EXPECT_EQ(Block.BlockStart, Position + 1);
             EXPECT_EQ(Block.BlockLen, std::min(ChunkFrames, Frames - Position));
-            EXPECT_EQ(Block.FilePos, 44 + FirstByte + 1 + Position * SampleBytes * Channels);
+            EXPECT_EQ(Block.FilePos, 44 + FirstByte + 1 + Position * FrameBytes);
             Position += Block.BlockLen;
         }
     };

@@ -23,7 +23,6 @@ using Samples = std::vector<std::int16_t>;
 struct Document {
     std::array<Samples, 2> Channels;
     WaveFormat Format;
-    friend bool operator==(const Document&, const Document&) = default;
 };
 
 class Model {
