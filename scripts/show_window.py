@@ -25,27 +25,38 @@ def picture_of_main_window(desktop, process, file, path):
         return len(windows) == 1 and windows[0].title.startswith(title) and windows[0]
 
     while True:
-        window = wait_until(state, f"The opening of {file} in the editor's window")
+        window = wait_until(state, f"{file} to be open in the editor's window")
         desktop.wait_for_picture(window, path)
         if len(desktop.windows(process)) == 1:
             return
+
+
+def show(desktop, editor, file, picture):
+    """Starts the editor, keeps the picture, and ends it."""
+    screen = desktop.env["DISPLAY"]
+    print(f"Starting the editor with {file} on the virtual display {screen}.", flush=True)
+    process = desktop.start([editor, file])
+    window = desktop.wait_for_window(process, is_main_window)
+    try:
+        picture_of_main_window(desktop, process, file, picture)
+    except DesktopError:
+        if process.poll() is None:
+            desktop.take_picture(window, picture)
+            print(f"What its window shows is in {picture}.", flush=True)
+        raise
+    print(f"The editor shows its window; a picture of it is in {picture}.", flush=True)
+    code = desktop.close_all(process)
+    # The editor ends with 1 in the ordinary way.
+    if code not in (0, 1):
+        raise DesktopError(f"The editor ended with the exit code {code}.")
+    print("The editor was closed.")
 
 
 def main(editor, file, picture):
     try:
         with VirtualDesktop() as desktop:
             desktop.start_sound()
-            screen = desktop.env["DISPLAY"]
-            print(f"Starting the editor with {file} on the virtual display {screen}.", flush=True)
-            process = desktop.start([editor, file])
-            desktop.wait_for_window(process, is_main_window)
-            picture_of_main_window(desktop, process, file, picture)
-            print(f"The editor shows its window; a picture of it is in {picture}.", flush=True)
-            code = desktop.close_all(process)
-            # The editor ends with 1 in the ordinary way.
-            if code not in (0, 1):
-                raise DesktopError(f"The editor ended with the exit code {code}.")
-            print("The editor was closed.")
+            show(desktop, editor, file, picture)
     except DesktopError as error:
         print(error, file=sys.stderr)
         return 1

@@ -49,7 +49,7 @@ def wait_until(state, what, limit=LIMIT):
         if result:
             return result
         if time.monotonic() >= end:
-            raise DesktopError(f"{what} did not happen within {limit:g} seconds.")
+            raise DesktopError(f"Waited {limit:g} seconds in vain for {what}.")
         time.sleep(0.05)
 
 
@@ -137,7 +137,7 @@ class VirtualDesktop:
     def _start_window_manager(self):
         manager = self._start(["openbox", "--sm-disable"], stdout=self._log, stderr=self._log)
         wait_until(lambda: self._ask(["wmctrl", "-m"]) or manager.poll() is not None,
-                   "The start of the window manager (openbox)")
+                   "the window manager (openbox)")
         if manager.poll() is not None:
             raise DesktopError(f"The window manager (openbox) did not start{self._last_words(manager)}.")
 
@@ -153,7 +153,7 @@ class VirtualDesktop:
              f"--load=module-native-protocol-unix socket={socket} auth-anonymous=1"],
             stdout=self._log, stderr=self._log)
         wait_until(lambda: self._ask(["pactl", "info"]) or server.poll() is not None,
-                   "The start of the sound server (pulseaudio)")
+                   "the sound server (pulseaudio)")
         if server.poll() is not None:
             raise DesktopError("The sound server (pulseaudio) did not start"
                                f"{self._last_words(server)}.")
@@ -200,7 +200,7 @@ class VirtualDesktop:
                 raise DesktopError("The program ended before it showed its window "
                                    f"(exit code {process.returncode}).")
             return next((window for window in self.windows(process) if fits(window)), None)
-        return wait_until(state, "The window's coming", limit)
+        return wait_until(state, "the program's window", limit)
 
     def take_picture(self, window, path):
         self.run("import", "-silent", "-window", window.id, path)
@@ -213,7 +213,7 @@ class VirtualDesktop:
             steady = os.path.exists(earlier) and picture_digest(earlier) == picture_digest(path)
             shutil.copyfile(path, earlier)
             return steady and picture_colours(path) > 1
-        wait_until(state, f'A steady picture of the window "{window.title}"', limit)
+        wait_until(state, f'a steady picture of the window "{window.title}"', limit)
 
     def close(self, window):
         """Asks a window politely to close, as a click on its closing button does."""
@@ -232,7 +232,7 @@ class VirtualDesktop:
                 asked.add(windows)
                 self.close(self._in_front(windows))
             return False
-        wait_until(state, "The end of the program after its windows were closed", limit)
+        wait_until(state, "the end of the program after its windows were closed", limit)
         return process.returncode
 
     def _in_front(self, windows):
