@@ -1,37 +1,18 @@
 // Any bytes as a settings file: reading never fails, a written value comes back, and a write leaves
 // the other values alone.
+#include "RunFolder.h"
+
 #include "platform/PrivateProfile.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
-#include <system_error>
-#include <unistd.h>
+
+using quoril::fuzz::Require;
+using quoril::fuzz::RunFolder;
 
 namespace {
-
-/// A folder for the whole run, in memory where there is such a place.
-class RunFolder {
-  public:
-    RunFolder() {
-        for (const char* Place : {"/dev/shm", "/tmp"}) {
-            Name = std::string(Place) + "/quoril-fuzz-XXXXXX";
-            if (::mkdtemp(Name.data()) != nullptr)
-                return;
-        }
-        std::abort();
-    }
-    ~RunFolder() {
-        std::error_code Ignored;
-        std::filesystem::remove_all(Name, Ignored);
-    }
-    RunFolder(const RunFolder&) = delete;
-    RunFolder& operator=(const RunFolder&) = delete;
-    std::string Name;
-};
 
 std::string SettingsFile() {
     static const RunFolder Folder;
@@ -40,11 +21,6 @@ std::string SettingsFile() {
 
 std::string Read(const std::string& Section, const std::string& Key) {
     return quoril::GetPrivateProfileStringA(Section, Key, "default", SettingsFile());
-}
-
-void Require(bool Holds) {
-    if (!Holds)
-        std::abort();
 }
 
 } // namespace

@@ -3,9 +3,13 @@
 #include "base/Arithmetic.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 #include <string_view>
 
 namespace quoril {
+
+static_assert(std::endian::native == std::endian::little);
 
 namespace {
 
@@ -18,12 +22,13 @@ constexpr std::size_t LastDataPlace = 99999;
 /// The four letters and the size at the last place.
 constexpr std::size_t MostHeadBytes = LastDataPlace + 8;
 
+/// Letters differ from their capitals in one bit, and no other byte becomes a letter by it.
 bool IsDataName(const std::uint8_t* Bytes) {
-    constexpr std::string_view Name = "data";
-    return std::equal(Name.begin(), Name.end(), Bytes, [](char Letter, std::uint8_t Byte) {
-        return Byte == static_cast<std::uint8_t>(Letter) ||
-               Byte == static_cast<std::uint8_t>(Letter - 'a' + 'A');
-    });
+    constexpr std::uint32_t Name = 0x61746164; // "data"
+    constexpr std::uint32_t SmallLetters = 0x20202020;
+    std::uint32_t Word;
+    std::memcpy(&Word, Bytes, sizeof Word);
+    return (Word | SmallLetters) == Name;
 }
 
 } // namespace

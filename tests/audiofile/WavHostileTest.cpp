@@ -253,6 +253,11 @@ TEST_F(WavLarge, ASizeWithTheHighestBitSetFailsInClearWords) {
 }
 
 TEST_F(WavLarge, OpeningReadsNextToNothing) {
+#if defined(QUORIL_NO_CLONES) // built with sanitizers, which are slow at memory that grows
+    constexpr auto MostTime = std::chrono::milliseconds(100);
+#else
+    constexpr auto MostTime = std::chrono::milliseconds(5);
+#endif
     for (const bool DataFound : {true, false}) {
         const std::string Path =
             Sparse({.Channels = 2, .DataSize = Limit - 44, .DataName = DataFound ? "data" : "none"},
@@ -265,7 +270,9 @@ TEST_F(WavLarge, OpeningReadsNextToNothing) {
             Best = std::min(Best, std::chrono::steady_clock::now() - Start);
             EXPECT_LT(BytesReadSoFar() - Before, 128 * 1024);
         }
-        EXPECT_LT(Best, std::chrono::milliseconds(5));
+        EXPECT_LT(Best, MostTime);
+        RecordProperty(DataFound ? "MicrosecondsFound" : "MicrosecondsNotFound",
+                       static_cast<int>(Best / std::chrono::microseconds(1)));
     }
 }
 

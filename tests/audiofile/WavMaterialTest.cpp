@@ -123,6 +123,9 @@ struct FormCase {
     std::int32_t Bits;
     std::int32_t Channels;
 };
+void PrintTo(const FormCase& Case, std::ostream* Out) {
+    *Out << Case.Bits << " bits, " << Case.Channels << " channels";
+}
 
 class WavMaterialForms : public WavMaterial, public ::testing::WithParamInterface<FormCase> {};
 

@@ -51,6 +51,9 @@ struct FormatCase {
     std::int32_t Channels;
     std::int32_t Bits;
 };
+void PrintTo(const FormatCase& Case, std::ostream* Out) {
+    *Out << Case.Bits << " bits, " << Case.Channels << " channels";
+}
 
 class WavReaderFormats : public WavReader, public ::testing::WithParamInterface<FormatCase> {};
 
@@ -324,9 +327,9 @@ TEST_F(WavReader, AFileOf45BytesOpensWithItsOneByte) {
 }
 
 TEST_F(WavReader, AFileThatEndsWithinTheSizeOfItsDataFails) {
-    for (const std::size_t Missing : {1U, 2U, 3U, 4U}) {
+    for (const int Missing : {1, 2, 3, 4}) {
         Bytes Wav = WavFile{.Before = Bytes(20)}.Whole();
-        Wav.resize(Wav.size() - Missing);
+        Wav.erase(Wav.end() - Missing, Wav.end());
         EXPECT_FALSE(LoadBytes(Wav));
         EXPECT_THAT(Messages.TakeTexts(),
                     ElementsAre("Wave file load error|The file ends within its header.\n" +

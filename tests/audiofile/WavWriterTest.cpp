@@ -87,6 +87,9 @@ struct RoundCase {
     std::int32_t Channels;
     std::int32_t Bits;
 };
+void PrintTo(const RoundCase& Case, std::ostream* Out) {
+    *Out << Case.Bits << " bits, " << Case.Channels << " channels";
+}
 
 class WavWriterFormats : public WavWriter, public ::testing::WithParamInterface<RoundCase> {};
 
