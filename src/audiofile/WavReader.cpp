@@ -193,7 +193,7 @@ void WavLoad::DecodeULaw(LooseBlocks& Left, LooseBlocks& Right) {
     constexpr std::int32_t SliceFrames = 65536;
     const auto& Table = ULawDecodeTable();
     const std::int32_t ChunkFrames = FramesPerChunk(FileBlockLength, 8, Channels);
-    std::vector<std::uint8_t> Codes(static_cast<std::size_t>(SliceFrames * Channels));
+    std::vector<std::uint8_t> Codes(std::size_t{SliceFrames} * static_cast<std::size_t>(Channels));
     for (std::int32_t Position = 0; Position < Frames;) {
         ShowProgress(Position);
         const std::int32_t Count = std::min(ChunkFrames, Frames - Position);
@@ -201,7 +201,7 @@ void WavLoad::DecodeULaw(LooseBlocks& Left, LooseBlocks& Right) {
         SampleRun SamplesR = Stereo() ? SampleRun::Unfilled(Count) : SampleRun();
         for (std::int32_t Done = 0; Done < Count;) {
             const std::int32_t Slice = std::min(SliceFrames, Count - Done);
-            const auto Bytes = static_cast<std::size_t>(Slice * Channels);
+            const auto Bytes = static_cast<std::size_t>(Slice) * static_cast<std::size_t>(Channels);
             File.Read(std::int64_t{DataStart} + std::int64_t{Position + Done} * Channels,
                       Codes.data(), Bytes);
             std::int16_t* ToL = SamplesL.Write() + Done;

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <utility>
 
 namespace quoril {
 namespace {
@@ -364,6 +365,50 @@ TEST_F(WavChanged, AFileReplacedAfterAReadGivesNoForeignSample) {
 TEST_F(WavChanged, AFileThatBecameShorterFailsTheCommand) {
     fs::resize_file(Path, 1000);
     ExpectWriteFailsNamingTheFile();
+}
+
+/// While the user reads a message, another program rewrites the file.
+class RewritesWhileAsking final : public UserMessages {
+  public:
+    RewritesWhileAsking(const TestSession& Where, Bytes What)
+        : Session(Where), Replacement(std::move(What)) {
+        SetUserMessages(this);
+    }
+    ~RewritesWhileAsking() override { SetUserMessages(nullptr); }
+    RewritesWhileAsking(const RewritesWhileAsking&) = delete;
+    RewritesWhileAsking& operator=(const RewritesWhileAsking&) = delete;
+    MsgBoxAnswer MsgBox(const MsgBoxRequest& Request) override {
+        if (Texts.empty())
+            Session.WriteFile("asked.wav", Replacement);
+        Texts.push_back(Request.Title + "|" + Request.Text);
+        return MsgBoxAnswer::Ok;
+    }
+    InputBoxAnswer InputBox(const std::string&, const std::string&, const std::string&) override {
+        return {};
+    }
+    std::vector<std::string> Texts;
+
+  private:
+    const TestSession& Session;
+    Bytes Replacement;
+};
+
+TEST(WavHostile, AFileThatChangesDuringAQuestionIsNotOpenedWithItsOldHeader) {
+    const TestSession Session;
+    const std::string Path =
+        Session.WriteFile("asked.wav", WavFile{.Tag = 3, .Data = Bytes(1000, 1)}.Whole());
+    RewritesWhileAsking Messages(Session, WavFile{.Bits = 8, .Data = Bytes(5000, 2)}.Whole());
+    FileMemoClass Store;
+    bool Result = true;
+    OpenSaveClass().FileLoadWave(Store, Path, Result);
+    EXPECT_FALSE(Result);
+    EXPECT_THAT(Messages.Texts,
+                ElementsAre(HasSubstr("Format Tag = 3\n"),
+                            "Wave file load error|Another program changed the file while it was "
+                            "being opened.\n" +
+                                Path));
+    EXPECT_EQ(Store.WavWaveINos, 0);
+    EXPECT_EQ(test::TablesInUse(), test::TableUse());
 }
 
 TEST_F(WavChanged, WhatIsInMemoryIsNotLostWithTheFile) {

@@ -414,6 +414,25 @@ TEST_F(WavReader, ULawLongerThanTheMemoryBudgetGoesToWorkFiles) {
         ASSERT_EQ(All[i], ULawDecodeTable()[Codes[i]]) << i;
 }
 
+TEST_F(WavReader, ALoadThatFailsBetweenTheChannelsLeavesAnEmptyDocument) {
+    // Three blocks for each channel, and their copies for the document: the last ones pass the
+    // budget, and there is no room for work files.
+    const Bytes Codes(3 * 2 * 524288, 0x55);
+    const std::string Path = Session.WriteFile(
+        "u.wav", WavFile{.Tag = 7, .Channels = 2, .Bits = 8, .Data = Codes}.Whole());
+    test::FillStore(Store, {1, 8000, 16}, {1, 2, 3});
+    const std::string Kept = SessionDir;
+    SessionDir = Session.Path("no such folder");
+    EXPECT_FALSE(Load(Path));
+    SessionDir = Kept;
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre(::testing::StartsWith("Wave file load error|")));
+    EXPECT_EQ(Store.WavWaveINos, 0);
+    EXPECT_EQ(Store.WaveNosL(), 0);
+    EXPECT_EQ(test::TablesInUse(), test::TableUse());
+    EXPECT_EQ(MemoryUsed, 0);
+    EXPECT_TRUE(Load(Path)) << "and with room again it opens";
+}
+
 TEST_F(WavReader, FourBitStereoOpensEmptyAndLeavesNoFileBehind) {
     Store.WavFmtBits = 16;
     WavFile Wav{.Tag = 2, .Channels = 2, .Bits = 4, .Data = Bytes(1000)};

@@ -401,6 +401,7 @@ TEST_F(WavWriter, WithNoRoomForWorkFilesTheDocumentIsSavedElsewhereAllTheSame) {
             ASSERT_TRUE(Write());
             EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
             ASSERT_TRUE(Out() == Wav.Whole());
+            EXPECT_LE(MemoryUsed, MemoryBudget + 5000000) << "no more blocks come into memory";
             ASSERT_TRUE(
                 OpenSave.FileWriteWavePart(Store, 2, Store.WavWaveINos, 0, Session.Path("p.wav")));
             const Bytes Part = Out("p.wav");
