@@ -7,12 +7,42 @@
 #include "view/WaveDraw.h"
 
 #include <QGuiApplication>
-#include <cstdio>
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <memory>
+#include <string>
+#include <unistd.h>
 
 using namespace quoril;
 using namespace quoril::bench;
+
+namespace {
+
+/// Has the system forget what it keeps of a file.
+void ForgetPages(const std::string& Name) {
+    const int File = ::open(Name.c_str(), O_RDONLY | O_CLOEXEC);
+    if (File < 0 || ::fsync(File) != 0 || ::posix_fadvise(File, 0, 0, POSIX_FADV_DONTNEED) != 0)
+        std::exit(1);
+    ::close(File);
+}
+
+/// Reads one frame at each place that a refresh visits, with read-ahead for all of them first.
+void TouchPages(const std::string& Name, int Width, std::int32_t Frames) {
+    const int File = ::open(Name.c_str(), O_RDONLY | O_CLOEXEC);
+    const auto Step = static_cast<std::int64_t>(0.85 * Frames / (Width - 1)) * 4;
+    const std::int64_t End = 44 + std::int64_t{Frames} * 4;
+    for (std::int64_t Place = 44; Place < End; Place += Step)
+        ::posix_fadvise(File, Place, 4, POSIX_FADV_WILLNEED);
+    std::int32_t Frame = 0;
+    for (std::int64_t Place = 44; Place < End; Place += Step)
+        if (::pread(File, &Frame, sizeof Frame, Place) != sizeof Frame)
+            std::exit(1);
+    ::close(File);
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -56,6 +86,18 @@ int main(int argc, char** argv) {
         Report(Name.c_str(), 1000 * Warm, "ms", 16);
         Report((Name + " / copy of the picture").c_str(), Warm / Copy, "times", 0);
     }
+    WaveFormDrawStyle = 3;
+    double ColdRefresh = 1e9;
+    double ColdPages = 1e9;
+    for (int Round = 0; Round < 3; ++Round) {
+        ForgetPages(Large);
+        ColdRefresh = std::min(ColdRefresh, SecondsOf(Refresh));
+        ForgetPages(Large);
+        ColdPages = std::min(ColdPages, SecondsOf([&] { TouchPages(Large, Width, Frames); }));
+    }
+    Report("refresh, nothing cached / the same pages touched once", ColdRefresh / ColdPages,
+           "times", 1.5);
+    Report("refresh, nothing cached", 1000 * ColdRefresh, "ms", 0);
     WaveStore.reset();
     return 0;
 }

@@ -127,6 +127,16 @@ TEST_F(CarrierTest, WritingAfterACopyWasTakenLeavesTheCopyAlone) {
     BlockSetFree(Copies);
 }
 
+TEST_F(CarrierTest, WritingAfterAPartWasCutOutLeavesThePartAlone) {
+    BlockCarrBuffClass Carrier;
+    CarrierFill(Carrier, 100);
+    const std::int32_t Part = BlockCutRange(Carrier.Blocks().At(0), 91, 100);
+    Carrier.WaveLR(100, 1); // through the window that was open before the cut
+    EXPECT_EQ(BlockSamples(Part), TestSamples(91, 100));
+    EXPECT_EQ(Carrier.WaveLR(100), 1);
+    BlockFree(Part);
+}
+
 TEST_F(CarrierTest, TheEndOfACarrierFreesItsBlocksAndSweepsTheFiles) {
     {
         BlockCarrBuffClass Carrier;

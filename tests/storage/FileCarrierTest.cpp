@@ -141,6 +141,16 @@ TEST_F(FileCarrierTest, AFileThatWasGivenAwayOutlivesTheCarrier) {
     EXPECT_EQ(fs::file_size(Name), 200U);
 }
 
+TEST_F(FileCarrierTest, AFileIsCompleteWhenItIsGivenAway) {
+    FileCarrBuffClass Carrier;
+    Carrier.BuffPut(1, Indexed(1, 100));
+    const std::string Name = Carrier.FileName1();
+    Carrier.WaveLR(50, 4321);
+    Carrier.FileRelease();
+    const std::vector<std::uint8_t> Bytes = TestSession::ReadFile(Name);
+    EXPECT_EQ(static_cast<std::int16_t>(Bytes[98] | Bytes[99] << 8), 4321);
+}
+
 TEST_F(FileCarrierTest, TheEndOfACarrierDeletesItsFile) {
     {
         FileCarrBuffClass Carrier;
