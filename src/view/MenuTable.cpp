@@ -217,7 +217,7 @@ void AddFormat(std::vector<MenuRow>& T) {
                  Radio(Freq, "Format_FrQ_Menu_3", "&8000 Hz", HintFreq),
                  Radio(Freq, "Format_FrQ_Menu_4", "12&000 Hz", HintFreq),
                  Radio(Freq, "Format_FrQ_Menu_5", "1&6000 Hz", HintFreq),
-                 Radio(Freq, "Format_FrQ_Menu_6", "240&00 Hz", HintFreq),
+                 Radio(Freq, "Format_FrQ_Menu_6", "24000 &Hz", HintFreq),
                  Radio(Freq, "Format_FrQ_Menu_7", "&32000 Hz", HintFreq),
                  Radio(Freq, "Format_FrQ_Menu_8", "48000 H&z", HintFreq),
                  Line(Freq),
@@ -376,8 +376,8 @@ const std::vector<MenuRow>& PopMnuTable() {
     static const std::vector<MenuRow> Table = {
         Cmd("PopMnu", "DisplayEnterValMnu", "&Enter Value", "Types a new value"),
         Line("PopMnu"),
-        Radio("PopMnu", "DisplayToggleMnu_0", "&Samples", "The labels show sample numbers"),
-        Radio("PopMnu", "DisplayToggleMnu_1", "&Time (hh:mm:ss.ss)", "The labels show time"),
+        Radio("PopMnu", "DisplayToggleMnu_0", "Samp&les", "The labels show sample numbers"),
+        Radio("PopMnu", "DisplayToggleMnu_1", "Time (&hh:mm:ss.ss)", "The labels show time"),
     };
     return Table;
 }

@@ -77,7 +77,8 @@ void WaveEditor_Frm::BuildMenuRows(bool OfPopMnu) {
         Action->setObjectName(Q(Name));
         Action->setStatusTip(Q(Row.Hint));
         Action->setIcon(ToolIcon(Q(Row.Icon)));
-        Action->setShortcuts(QKeySequence::listFromString(Q(Row.Shortcut)));
+        if (*Row.Shortcut != '\0')
+            Action->setShortcuts(QKeySequence::listFromString(Q(Row.Shortcut)));
         Action->setCheckable(Row.Kind == MenuKind::Check || Row.Kind == MenuKind::Radio);
         Action->setVisible(Row.Visible);
         Entries[Name] = Action;

@@ -103,7 +103,7 @@ bool WaveEditor_Frm::event(QEvent* Event) {
 
 bool WaveEditor_Frm::eventFilter(QObject* Watched, QEvent* Event) {
     if (Watched == Client && Event->type() == QEvent::Resize)
-        Refresh_Wave_View();
+        quoril::RunCommand({}, [this] { Refresh_Wave_View(); });
     if (Event->type() == QEvent::MouseButtonPress) {
         const std::string Command = Watched->property("ClickCommand").toString().toStdString();
         if (!Command.empty())
