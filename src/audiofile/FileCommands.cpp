@@ -3,7 +3,6 @@
 #include "audiofile/AudioFileNames.h"
 #include "audiofile/AudioFileTypes.h"
 #include "audiofile/RecentFiles.h"
-#include "audiofile/UndoOffScope.h"
 #include "base/CommandFailure.h"
 #include "base/DocumentState.h"
 #include "base/MsgBoxMod.h"
@@ -11,6 +10,7 @@
 #include "platform/FileSystem.h"
 #include "settings/STD1.h"
 #include "settings/UserGuideMod.h"
+#include "storage/UndoOffScope.h"
 
 #include <algorithm>
 #include <memory>

@@ -1,7 +1,6 @@
 #include "audiofile/FrameWriter.h"
 #include "audiofile/OpenSaveClass.h"
 #include "audiofile/ULawTable.h"
-#include "audiofile/UndoOffScope.h"
 #include "audiofile/WavHeader.h"
 #include "base/Arithmetic.h"
 #include "base/CommandFailure.h"
@@ -9,6 +8,7 @@
 #include "base/MsgBoxMod.h"
 #include "base/ProgressReport.h"
 #include "settings/STD1.h"
+#include "storage/UndoOffScope.h"
 #include "storage/WoroFileBlockMod.h"
 
 #include <fmt/format.h>
@@ -172,8 +172,8 @@ void WavLoad::CountFrames(const WavHead& Head) {
         HeaderFrames = AvailableFrames;
     }
     // The size is a signed number. A file whose size has the highest bit set (or -1 for "not known
-    // yet") tells nothing that could be trusted; no block may have a length below 0.
-    if (HeaderFrames < 0.0)
+    // yet") tells nothing that could be trusted, and an empty document would be a surprise.
+    if (DataSize < 0)
         throw Failure(fmt::format("The header gives an impossible size of the audio: {} bytes.\n{}",
                                   DataSize, FileName));
     if (HeaderFrames > MostFrames) {

@@ -7,6 +7,7 @@
 #include "base/ProgressReport.h"
 #include "base/ViewState.h"
 #include "storage/BlockTableInner.h"
+#include "storage/UndoOffScope.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,21 +17,6 @@ namespace quoril {
 namespace {
 
 UndoListener* Listener = nullptr;
-
-/// Undo itself leaves no records.
-class UndoOffScope {
-  public:
-    explicit UndoOffScope(bool& WhichSwitch) : Switch(WhichSwitch), Before(WhichSwitch) {
-        Switch = true;
-    }
-    ~UndoOffScope() { Switch = Before; }
-    UndoOffScope(const UndoOffScope&) = delete;
-    UndoOffScope& operator=(const UndoOffScope&) = delete;
-
-  private:
-    bool& Switch;
-    bool Before;
-};
 
 } // namespace
 
@@ -93,7 +79,7 @@ void FileMemoClass::UndoStep() {
 }
 
 void FileMemoClass::UndoOne(UndoRec& Record) {
-    const UndoOffScope Off(SwitchUndoOff);
+    const UndoOffScope Off(*this);
     switch (Record.UndoKind) {
     case UndoInsert:
         WaveDataDelete(Record.UndoPos, Record.UndoChn, Record.UndoLen, {}, false);

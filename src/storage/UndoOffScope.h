@@ -8,13 +8,17 @@ namespace quoril {
 /// While it lives, edits leave no record in the journal; also a failure ends that.
 class UndoOffScope {
   public:
-    explicit UndoOffScope(FileMemoClass& Document) : Store(Document) { Store.SwitchUndoOff = true; }
-    ~UndoOffScope() { Store.SwitchUndoOff = false; }
+    explicit UndoOffScope(FileMemoClass& Document)
+        : Store(Document), Before(Document.SwitchUndoOff) {
+        Store.SwitchUndoOff = true;
+    }
+    ~UndoOffScope() { Store.SwitchUndoOff = Before; }
     UndoOffScope(const UndoOffScope&) = delete;
     UndoOffScope& operator=(const UndoOffScope&) = delete;
 
   private:
     FileMemoClass& Store;
+    bool Before;
 };
 
 } // namespace quoril
