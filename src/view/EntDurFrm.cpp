@@ -49,6 +49,7 @@ EntDurFrm::EntDurFrm(QWidget* Parent) : QDialog(Parent) {
 
     auto* Column = new QVBoxLayout(this);
     Column->setContentsMargins(14, 12, 14, 12);
+    Column->setSizeConstraint(QLayout::SetFixedSize);
     Column->setSpacing(10);
     Column->addWidget(PromptLbl);
     auto* Grid = new QGridLayout;

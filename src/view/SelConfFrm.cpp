@@ -21,6 +21,7 @@ SelConfFrm::SelConfFrm(QWidget* Parent) : QDialog(Parent) {
     auto* Column = new QVBoxLayout(this);
     Column->setSpacing(8);
     Column->setContentsMargins(14, 12, 14, 12);
+    Column->setSizeConstraint(QLayout::SetFixedSize);
 
     NeedLbl = new QLabel(this);
     NeedLbl->setObjectName(QStringLiteral("NeedLbl"));
@@ -98,7 +99,6 @@ void SelConfFrm::UpdateForm() {
             Each.Options->button(0)->setFocus();
         }
     }
-    adjustSize();
 }
 
 std::int32_t SelConfFrm::ChosenOption() const {

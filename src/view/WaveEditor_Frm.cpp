@@ -19,6 +19,7 @@
 #include <QStatusTipEvent>
 #include <QToolButton>
 #include <QUrl>
+#include <QWindow>
 
 namespace quoril {
 
@@ -103,7 +104,7 @@ bool WaveEditor_Frm::event(QEvent* Event) {
 
 bool WaveEditor_Frm::eventFilter(QObject* Watched, QEvent* Event) {
     if (Watched == Client && Event->type() == QEvent::Resize)
-        quoril::RunCommand({}, [this] { Refresh_Wave_View(); });
+        RefreshSafely();
     if (Event->type() == QEvent::MouseButtonPress) {
         const std::string Command = Watched->property("ClickCommand").toString().toStdString();
         if (!Command.empty())
@@ -112,6 +113,17 @@ bool WaveEditor_Frm::eventFilter(QObject* Watched, QEvent* Event) {
     if (Event->type() == QEvent::Enter)
         StatusGuide(Watched->property("StatusHint").toString().toStdString());
     return QMainWindow::eventFilter(Watched, Event);
+}
+
+void WaveEditor_Frm::showEvent(QShowEvent* Event) {
+    QMainWindow::showEvent(Event);
+    // Another screen can have another scale, and the pictures are made for one.
+    connect(windowHandle(), &QWindow::screenChanged, this, &WaveEditor_Frm::RefreshSafely,
+            Qt::UniqueConnection);
+}
+
+void WaveEditor_Frm::RefreshSafely() {
+    quoril::RunCommand({}, [this] { Refresh_Wave_View(); });
 }
 
 void WaveEditor_Frm::resizeEvent(QResizeEvent* Event) {

@@ -137,6 +137,7 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
   protected:
     bool event(QEvent* Event) override;
     bool eventFilter(QObject* Watched, QEvent* Event) override;
+    void showEvent(QShowEvent* Event) override;
     void resizeEvent(QResizeEvent* Event) override;
     void moveEvent(QMoveEvent* Event) override;
     void changeEvent(QEvent* Event) override;
@@ -164,6 +165,7 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     void AskValue(int Index);
     void ShowPopMnu(int Index, const QPoint& Where);
     void LayoutPanels(int Channels);
+    void RefreshSafely();
     void DescribePanels();
     [[nodiscard]] ScaleView CurrentScaleView() const;
 

@@ -8,6 +8,7 @@
 #include "view/WavePanel.h"
 #include "view/ZoomMod.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QLabel>
 #include <QMenu>
@@ -353,6 +354,11 @@ TEST_F(RefreshTest, ThePanelsTellAssistiveToolsWhatTheyShow) {
     EXPECT_EQ(Window->Wave_Pic[2]->accessibleDescription(),
               "Shows samples 1 to 1000, 00 to 01 of 1000 samples. Selected are samples 100 to "
               "300, 00.10 to 00.30.");
+    const QAccessibleInterface* Seen = QAccessible::queryAccessibleInterface(Window->Wave_Pic[2]);
+    ASSERT_NE(Seen, nullptr);
+    EXPECT_EQ(Seen->text(QAccessible::Name), "Waveform, right channel");
+    EXPECT_EQ(Seen->text(QAccessible::Description), Window->Wave_Pic[2]->accessibleDescription());
+    EXPECT_TRUE(Seen->state().focusable);
     SelEnd = 100;
     Window->Refresh_Wave_View();
     EXPECT_TRUE(Window->Wave_Pic[2]->accessibleDescription().endsWith(
