@@ -233,7 +233,7 @@ TEST_F(DialogTest, TheTwoBoxesFollowEachOther) {
         auto* Samples = Part<QLineEdit>(Entry, "EnterSmpTxt");
         EXPECT_EQ(Time->text(), "01");
         EXPECT_EQ(Samples->text(), "1000");
-        EXPECT_TRUE(Time->hasFocus());
+        EXPECT_EQ(Entry->focusWidget(), Time);
         QTest::keyClicks(Time, "1:05.5");
         EXPECT_EQ(Time->text(), "1:05.5") << "typing replaces what was selected";
         EXPECT_EQ(Samples->text(), "65500");

@@ -112,6 +112,10 @@ TEST_F(ToolbarTest, ThePasteButtonKeepsTheModeThatWasChosenLast) {
                                              "Edit_Paste_Mnu_4"}));
     EXPECT_EQ(Window->Entry("Edit_Paste_Mnu_4")->shortcut(), QKeySequence(QKeySequence::Paste));
     EXPECT_TRUE(Window->Entry("Edit_Paste_Mnu_1")->shortcut().isEmpty());
+    Window->SetEntryEnabled("Edit_Paste_Mnu_1", false);
+    EXPECT_TRUE(Paste->isEnabled());
+    Window->SetEntryEnabled("Edit_Paste_Mnu_4", false);
+    EXPECT_FALSE(Paste->isEnabled());
 }
 
 TEST_F(ToolbarTest, TheLoopButtonStaysPressedIn) {
