@@ -1,10 +1,5 @@
-#include "view/WaveEditor_Frm.h"
-
-#include <QApplication>
+#include "shell/WEditor.h"
 
 int main(int argc, char** argv) {
-    const QApplication Application(argc, argv);
-    quoril::WaveEditor_Frm Window;
-    Window.show();
-    return QApplication::exec();
+    return quoril::WEditorRun(argc, argv);
 }

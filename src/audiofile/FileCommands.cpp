@@ -60,6 +60,12 @@ bool UnsavedWorkMayGo(const std::string& Question) {
     return MsgBox(What + Question, {}, MsgBoxButtons::YesNo, MsgBoxAnswer::No) == MsgBoxAnswer::Yes;
 }
 
+bool OverwriteMayGo(const std::string& FileName) {
+    return !FileThere(FileName) ||
+           MsgBox(FileName + " already exists.\nDo you want to replace it?", {},
+                  MsgBoxButtons::YesNo, MsgBoxAnswer::No) == MsgBoxAnswer::Yes;
+}
+
 void FileCommandsClass::New() {
     if (UnsavedWorkMayGo("Create new file with out saving it?"))
         NewDocument();
@@ -210,9 +216,7 @@ std::optional<std::string> FileCommandsClass::AskSaveName(const std::string& Tit
         return std::nullopt;
     const std::string Path = WithAudioEnding(*Chosen);
     // The dialog has asked about the name as it was typed, not about this one.
-    if (Path != *Chosen && FileThere(Path) &&
-        MsgBox(Path + " already exists.\nDo you want to replace it?", {}, MsgBoxButtons::YesNo,
-               MsgBoxAnswer::No) != MsgBoxAnswer::Yes)
+    if (Path != *Chosen && !OverwriteMayGo(Path))
         return std::nullopt;
     return Path;
 }

@@ -50,11 +50,13 @@ class FileCommandsView {
     /// Starts this program once more, as a process that lives on without this one. Throws Failure.
     virtual void StartProgram(const std::vector<std::string>& Arguments) = 0;
 
-    /// The player lets go of its files; with `OnlyOriginal` only if it reads the opened file.
-    virtual void ReleasePlayingFiles(bool OnlyOriginal) = 0;
+    /// The player lets go of its files; with `OnlyOriginal` only if it reads the opened file. Does
+    /// nothing where there is no player.
+    virtual void ReleasePlayingFiles([[maybe_unused]] bool OnlyOriginal) {}
     virtual void EmptyBookmarks() = 0;
-    virtual void LoadBookmarks(const std::string& FileName) = 0;
-    virtual void SaveBookmarks(const std::string& FileName) = 0;
+    // Do nothing where bookmarks have no files.
+    virtual void LoadBookmarks([[maybe_unused]] const std::string& FileName) {}
+    virtual void SaveBookmarks([[maybe_unused]] const std::string& FileName) {}
 };
 
 /// The commands. Each one tells the user what goes wrong in it, and returns.
@@ -102,5 +104,9 @@ class FileCommandsClass {
 /// The question about unsaved work before a command that would lose it: true when there is none, or
 /// the user answers Yes. Changed samples hide changed bookmarks.
 [[nodiscard]] bool UnsavedWorkMayGo(const std::string& Question);
+
+/// The question before a file is written over that no dialog has asked about: true when there is no
+/// such file, or the user answers Yes.
+[[nodiscard]] bool OverwriteMayGo(const std::string& FileName);
 
 } // namespace quoril

@@ -21,6 +21,8 @@
 
 namespace quoril {
 
+bool MainWindowOpen = false;
+
 // ---- Memory
 
 namespace {

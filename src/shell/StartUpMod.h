@@ -10,6 +10,8 @@
 
 namespace quoril {
 
+extern bool MainWindowOpen; ///< the main window has been shown
+
 // ---- Memory
 
 struct MemoryBudgetChoice {

@@ -161,7 +161,9 @@ void WaveEditor_Frm::dropEvent(QDropEvent* Event) {
         if (!Url.isLocalFile())
             continue;
         Event->acceptProposedAction();
-        FileDropped(Url.toLocalFile().toStdString());
+        // The bytes of the name, which need not be text.
+        FileDropped(QByteArray::fromPercentEncoding(Url.path(QUrl::FullyEncoded).toLatin1())
+                        .toStdString());
         return;
     }
 }

@@ -3,7 +3,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QPointer>
+#include <QMessageBox>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -28,15 +28,8 @@ class WithDialog {
             }
             Timer.stop();
             Seen = true;
-            const QPointer<QWidget> Window = Modal;
             Do(Modal);
-            QTimer::singleShot(2000, Modal, [Window] {
-                if (Window != nullptr && Window->isVisible()) {
-                    ADD_FAILURE() << "the window did not close: "
-                                  << qPrintable(Window->objectName());
-                    Window->close();
-                }
-            });
+            CloseLater(Modal);
         });
         Timer.start(1);
     }
@@ -45,6 +38,21 @@ class WithDialog {
     WithDialog& operator=(const WithDialog&) = delete;
 
   private:
+    /// A window that is still open after a while is told and closed, with what stands over it.
+    static void CloseLater(QWidget* Window) {
+        QTimer::singleShot(2000, Window, [Window] {
+            if (!Window->isVisible())
+                return;
+            QWidget* Top = QApplication::activeModalWidget();
+            const auto* Box = qobject_cast<QMessageBox*>(Top);
+            ADD_FAILURE() << "the window did not close: " << qPrintable(Window->objectName())
+                          << (Box != nullptr ? ", under a box: " + Box->text().toStdString() : "");
+            CloseLater(Window);
+            if (Top != nullptr)
+                Top->close();
+        });
+    }
+
     QTimer Timer;
     QElapsedTimer Limit;
     bool Seen = false;

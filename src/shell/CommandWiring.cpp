@@ -1,0 +1,128 @@
+#include "shell/CommandWiring.h"
+
+#include "audiofile/RecentFiles.h"
+#include "base/DocumentState.h"
+#include "base/Failure.h"
+#include "base/MsgBoxMod.h"
+#include "base/PlayState.h"
+#include "base/QtText.h"
+#include "base/ViewState.h"
+#include "bookmarks/BookmarkRec.h"
+#include "platform/ChildProcess.h"
+#include "platform/ProgramPlaces.h"
+#include "settings/STD1.h"
+#include "shell/StartUpMod.h"
+#include "storage/UndoClearMod.h"
+#include "view/ReadOutLabel.h"
+#include "view/SelectionMod.h"
+#include "view/WavePanel.h"
+
+#include <QGuiApplication>
+#include <QToolButton>
+
+namespace quoril {
+
+bool FileCommandsWindow::ConfirmSelection(std::int32_t& FromPos, std::int32_t& ToPos,
+                                          std::int32_t& WorkChn, std::int32_t Need,
+                                          const std::string& Operation) {
+    return quoril::ConfirmSelection(FromPos, ToPos, WorkChn, Need, Operation);
+}
+
+void FileCommandsWindow::DocumentReplaced(std::int32_t Total, bool IsNew) {
+    ViewStateReset(Total, IsNew);
+    for (const std::size_t Panel : {1U, 2U})
+        Window.Wave_Pic.at(Panel)->MouseLine->hide();
+    Window.ClearMouseFlags();
+    Window.RefreshMousePointer();
+}
+
+void FileCommandsWindow::SetDocumentTitle(const std::string& FileName) {
+    Window.SetDocumentTitle(FileName);
+}
+
+void FileCommandsWindow::SetMenu_To_DefaultFormat() {
+    Window.SetMenu_To_DefaultFormat();
+    Window.RefreshChannelSelector();
+}
+
+void FileCommandsWindow::Refresh_Wave_View() {
+    Window.Refresh_Wave_View();
+}
+
+void FileCommandsWindow::SetBusyPointer(bool Busy) {
+    if (Busy)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+}
+
+void FileCommandsWindow::ShowRecentFiles(const std::vector<std::string>& Captions) {
+    Window.SetRecentFiles(Captions);
+}
+
+void FileCommandsWindow::StartProgram(const std::vector<std::string>& Arguments) {
+    std::vector<std::string> Words = {ProgramFile()};
+    Words.insert(Words.end(), Arguments.begin(), Arguments.end());
+    const ChildResult Result = StartDetached(Words);
+    if (!Result.Started)
+        throw Failure(Result.StartError);
+}
+
+void FileCommandsWindow::EmptyBookmarks() {
+    Bookmarks.resize(1);
+}
+
+void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files) {
+    CommandTable& Commands = Window.Commands;
+    Commands.Set("New_Mnu", [&Files] { Files.New(); });
+    Commands.Set("Open_Mnu_0", [&Files] { Files.Open(false); });
+    Commands.Set("Open_Mnu_1", [&Files] { Files.Open(true); });
+    Commands.Set("OpenAnotherMnu", [&Files] { Files.OpenAnother(); });
+    Commands.Set("Save_Mnu_0", [&Files] { Files.Save(false); });
+    Commands.Set("Save_Mnu_1", [&Files] { Files.Save(true); });
+    Commands.Set("Save_Selected_Mnu", [&Files] { Files.SaveSelected(); });
+    for (int Number = 1; Number <= RecentFileCount; ++Number)
+        Commands.Set("FileLastFilesMnu_" + std::to_string(Number),
+                     [&Files, Number] { Files.OpenRecent(Number); });
+    Window.FileDropped = [&Files](const std::string& Path) { Files.OpenDropped(Path); };
+}
+
+void WireUndoCommands(WaveEditor_Frm& Window) {
+    Window.Commands.Set("Undo_Mnu_1", [&Window] {
+        ViewAll = false;
+        WaveStore->Undo();
+        Window.Refresh_Wave_View();
+    });
+    Window.Commands.Set("Undo_Mnu_2", [] {
+        if (WaveStore->UndoMenu().Enabled)
+            UndoClearFiles_UserAssisted(*WaveStore);
+        else
+            MsgBox("Nothing to clear");
+    });
+    Window.Commands.Set("Undo_Mnu_3", [] {
+        UndoOptionON = !UndoOptionON;
+        if (UndoOptionON)
+            WaveStore->UndoInfoUpdateMenu();
+        else
+            WaveStore->UndoInfoReset();
+    });
+}
+
+void WireToolCommands(WaveEditor_Frm& Window) {
+    Window.Commands.Set("PlayToolbar_Loop", [&Window] {
+        LoopOn = Window.ToolButton("PlayToolbar", "Loop")->isChecked();
+        SetLoopONOFF(Window);
+    });
+}
+
+void SetLoopONOFF(WaveEditor_Frm& Window) {
+    Window.ToolButton("PlayToolbar", "Loop")->setChecked(LoopOn);
+    IniPut("Setting", "LoopOn", LoopOn ? "1" : "0");
+}
+
+void ShowTempos(WaveEditor_Frm& Window) {
+    Window.SpeedDispLbl.at(1)->setText(ShownText(TempoLabelText(TempoFor)));
+    Window.SpeedDispLbl.at(2)->setText(ShownText(TempoLabelText(TempoRev)));
+}
+
+} // namespace quoril

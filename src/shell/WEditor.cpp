@@ -1,0 +1,280 @@
+#include "shell/WEditor.h"
+
+#include "audiofile/DocumentFile.h"
+#include "base/CommandFailure.h"
+#include "base/DocumentState.h"
+#include "base/ModalWindow.h"
+#include "base/MsgBoxMod.h"
+#include "platform/FileSystem.h"
+#include "platform/Text.h"
+#include "settings/STD1.h"
+#include "settings/UserGuideMod.h"
+#include "shell/StartUpMod.h"
+#include "view/ColorSettings.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QWindow>
+#include <array>
+#include <fmt/format.h>
+#include <utility>
+
+namespace quoril {
+
+WEditorClass::WEditorClass(WEditorSurroundings Given)
+    : Around(std::move(Given)), Guides([this](const std::string& Message) {
+          if (Window != nullptr)
+              Window->StatusGuide(Message);
+      }) {}
+
+WEditorClass::~WEditorClass() {
+    MainWindowOpen = false;
+    Files.reset();
+    FilesView.reset();
+    Window.reset();
+    WaveStore.reset();
+}
+
+// ---- The sequences
+
+std::span<const WEditorClass::Step> WEditorClass::EntrySteps() {
+    static constexpr std::array<Step, 11> Steps = {
+        {{"fix the base paths", &WEditorClass::FixPaths},
+         {"read the settings", &WEditorClass::ReadSettings},
+         {"set up the session folder", &WEditorClass::SetUpWorkingFiles},
+         {"fix the memory budget", &WEditorClass::FixMemoryBudget},
+         {"note the sound system", &WEditorClass::NoteSoundSystem},
+         {"read the colours", &WEditorClass::ReadColors},
+         {"make the wave store", &WEditorClass::MakeWaveStore},
+         {"show the main window", &WEditorClass::ShowMainWindow},
+         {"show the check marks", &WEditorClass::ShowCheckMarks},
+         {"open the file on the command line", &WEditorClass::OpenCommandLineFile},
+         {"show the first tip", &WEditorClass::ShowFirstTip}}};
+    return Steps;
+}
+
+std::span<const WEditorClass::Step> WEditorClass::MainWindowLoadSteps() {
+    static constexpr std::array<Step, 8> Steps = {
+        {{"make the window and its commands", &WEditorClass::MakeMainWindow},
+         {"restore its place and size", &WEditorClass::RestoreWindowPlace},
+         {"set colours, note twips", &WEditorClass::LayOutMainWindow},
+         {"set the format menu", &WEditorClass::ShowCurrentFormat},
+         {"make a new document", &WEditorClass::MakeNewDocument},
+         {"show loop play", &WEditorClass::ShowLoopPlay},
+         {"show the play speeds", &WEditorClass::ShowPlaySpeeds},
+         {"fill the recent files", &WEditorClass::FillRecentFiles}}};
+    return Steps;
+}
+
+std::span<const WEditorClass::Step> WEditorClass::ExitSteps() {
+    static constexpr std::array<Step, 6> Steps = {
+        {{"hide the main window", &WEditorClass::HideMainWindow},
+         {"drop the wave store", &WEditorClass::DropWaveStore},
+         {"write the settings", &WEditorClass::WriteSettings},
+         {"store the window's place", &WEditorClass::StoreWindowPlace},
+         {"remove the session folder", &WEditorClass::RemoveSessionFolder},
+         {"end the process", &WEditorClass::EndProcess}}};
+    return Steps;
+}
+
+void WEditorClass::RunSteps(std::span<const Step> Steps) {
+    for (const Step& Each : Steps)
+        (this->*Each.Run)();
+}
+
+void WEditorClass::Enter() {
+    if (RunCommand({}, [this] { RunSteps(EntrySteps()); }) || MainWindowOpen)
+        return;
+    SessionDirRemove();
+    EndProcess();
+}
+
+// ---- Entry
+
+void WEditorClass::FixPaths() {
+    PathsSetUp(Around.InstalledPath(), Around.SystemTempPath());
+}
+
+void WEditorClass::ReadSettings() {
+    StartUpSettingsRead();
+}
+
+void WEditorClass::SetUpWorkingFiles() {
+    WorkingFilesSetUp();
+}
+
+void WEditorClass::FixMemoryBudget() {
+    if (const std::string Warning = MemoryBudgetSetUp(); !Warning.empty())
+        UserGuide(Warning);
+}
+
+void WEditorClass::NoteSoundSystem() {
+    SoundSystemVersionNote();
+}
+
+void WEditorClass::ReadColors() {
+    ColorSettingsRead();
+}
+
+void WEditorClass::MakeWaveStore() {
+    WaveStore = std::make_unique<FileMemoClass>();
+}
+
+void WEditorClass::ShowMainWindow() {
+    RunSteps(MainWindowLoadSteps());
+    Window->show();
+    MainWindowOpen = true;
+    // Boxes of the steps to come are to stand over a window that is on the screen.
+    constexpr int MostMilliSeconds = 1000;
+    QElapsedTimer Waiting;
+    Waiting.start();
+    do
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 20);
+    while (!Window->windowHandle()->isExposed() && Waiting.elapsed() < MostMilliSeconds);
+}
+
+void WEditorClass::ShowCheckMarks() {
+    WaveStore->UndoInfoUpdateMenu();
+    Window->RefreshDisplayToggle();
+}
+
+void WEditorClass::OpenCommandLineFile() {
+    if (Trim(Around.CommandLine).empty())
+        return;
+    const auto Path = CommandLineFile(Around.CommandLine, Around.CurrentFolder, FileThere);
+    if (Path)
+        Files->Open_File(FolderOfPath(*Path), NameOfPath(*Path));
+    else
+        MsgBox("Command line string is not a wave file name to open\n" + Around.CommandLine);
+}
+
+void WEditorClass::ShowFirstTip() {
+    UserGuide("Move the mouse pointer over any button to read a short description in the status "
+              "bar at the bottom of the main window.");
+}
+
+// ---- Load of the main window
+
+void WEditorClass::MakeMainWindow() {
+    Window = std::make_unique<WaveEditor_Frm>();
+    Progress.SetMainWindow(Window.get());
+    FilesView = std::make_unique<FileCommandsWindow>(*Window);
+    Files = std::make_unique<FileCommandsClass>(Dialogs, *FilesView);
+    WireFileCommands(*Window, *Files);
+    WireUndoCommands(*Window);
+    WireToolCommands(*Window);
+    Window->RefreshCommands();
+    Window->UnloadWanted = [this] { return Unload(); };
+}
+
+void WEditorClass::RestoreWindowPlace() {
+    PlaceKeeper = std::make_unique<WindowPlaceKeeper>(*Window);
+    PlaceKeeper->Restore();
+    Window->PlaceChanged = [this] { PlaceKeeper->Record(); };
+}
+
+void WEditorClass::LayOutMainWindow() {
+    constexpr double TwipsPerInch = 1440.0;
+    Window->ApplyColorSettings();
+    IniPut("General", "TwipsX", fmt::format("{:g}", TwipsPerInch / Window->logicalDpiX()));
+    IniPut("General", "TwipsY", fmt::format("{:g}", TwipsPerInch / Window->logicalDpiY()));
+}
+
+void WEditorClass::ShowCurrentFormat() {
+    FilesView->SetMenu_To_DefaultFormat();
+}
+
+void WEditorClass::MakeNewDocument() {
+    Files->NewDocument();
+}
+
+void WEditorClass::ShowLoopPlay() {
+    SetLoopONOFF(*Window);
+}
+
+void WEditorClass::ShowPlaySpeeds() {
+    ShowTempos(*Window);
+}
+
+void WEditorClass::FillRecentFiles() {
+    Files->AddLastFile({});
+}
+
+// ---- Exit
+
+bool WEditorClass::Unload() {
+    if (Closing)
+        return true;
+    // A close that comes in the midst of a command is not the user's answer to it.
+    if (Progress.IsOn() || !UnsavedWorkSettled())
+        return false;
+    ShutDown();
+    return true;
+}
+
+bool WEditorClass::SessionEndMayGo() {
+    return !Progress.IsOn() && UnsavedWorkSettled();
+}
+
+bool WEditorClass::UnsavedWorkSettled() {
+    const auto Ask = [](const std::string& What) {
+        return MsgBox(What + "\nDo you want to save it?", {}, MsgBoxButtons::YesNoCancel,
+                      MsgBoxAnswer::No);
+    };
+    if (WaveChanged) {
+        const bool Bookmarks = BookmarkChanged;
+        const MsgBoxAnswer Answer = Ask("The current waveform is changed.");
+        if (Answer == MsgBoxAnswer::Yes && !Files->Save(false)) {
+            // What is not in the file is still unsaved work at the next attempt to close.
+            WaveChanged = true;
+            BookmarkChanged = Bookmarks;
+            return false;
+        }
+        return Answer != MsgBoxAnswer::Cancel;
+    }
+    if (BookmarkChanged) {
+        const MsgBoxAnswer Answer = Ask("Bookmarks of the current file is changed.");
+        if (Answer == MsgBoxAnswer::Yes)
+            Files->SaveBookmarksBesideFile();
+        return Answer != MsgBoxAnswer::Cancel;
+    }
+    return true;
+}
+
+void WEditorClass::ShutDown() {
+    if (std::exchange(Closing, true))
+        return;
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    // What fails here must not keep the steps after it from being done.
+    for (const Step& Each : ExitSteps())
+        RunCommand({}, [this, &Each] { (this->*Each.Run)(); });
+}
+
+void WEditorClass::HideMainWindow() {
+    if (Window != nullptr)
+        Window->hide();
+}
+
+void WEditorClass::DropWaveStore() {
+    WaveStore.reset();
+}
+
+void WEditorClass::WriteSettings() {
+    ShutDownSettingsWrite();
+}
+
+void WEditorClass::StoreWindowPlace() {
+    if (PlaceKeeper != nullptr)
+        PlaceKeeper->Store();
+}
+
+void WEditorClass::RemoveSessionFolder() {
+    SessionDirRemove();
+}
+
+void WEditorClass::EndProcess() {
+    constexpr int ExitCode = 1;
+    Around.ExitProcess(ExitCode);
+}
+
+} // namespace quoril

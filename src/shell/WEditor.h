@@ -1,0 +1,118 @@
+// The entry sequence and the exit sequence of the program.
+#pragma once
+
+#include "shell/CommandWiring.h"
+#include "shell/FileDialogWindows.h"
+#include "shell/MessageBoxes.h"
+#include "shell/ProgressFrm.h"
+#include "shell/UndoClearFrm.h"
+#include "shell/UserGuideFrm.h"
+#include "shell/WindowPlaceKeeper.h"
+#include "view/EntDurFrm.h"
+#include "view/SelConfFrm.h"
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+
+class QSessionManager;
+
+namespace quoril {
+
+/// What the program is started with.
+struct WEditorSurroundings {
+    std::function<std::string()> InstalledPath;  ///< the folder for the settings; may throw
+    std::function<std::string()> SystemTempPath; ///< the system's place for temporary files
+    std::string CommandLine;                     ///< the words after the program's name
+    std::string CurrentFolder;            ///< what a relative name on the command line begins at
+    std::function<void(int)> ExitProcess; ///< ends the process with an exit code
+};
+
+/// The running program: made once, after the QApplication. Everything that lives as long as the
+/// main window belongs to it.
+class WEditorClass {
+  public:
+    explicit WEditorClass(WEditorSurroundings Given);
+    ~WEditorClass();
+    WEditorClass(const WEditorClass&) = delete;
+    WEditorClass& operator=(const WEditorClass&) = delete;
+
+    /// The entry sequence. A failure ends it with a message; if the main window is open by then the
+    /// program goes on, otherwise the process ends.
+    void Enter();
+
+    /// The main window is to close: settles unsaved work, then takes everything down and ends the
+    /// process. False when the user wants to stay.
+    bool Unload();
+    /// Takes everything down and ends the process without a question.
+    void ShutDown();
+    /// The desktop session is to end: settles unsaved work, and closes nothing. False when the user
+    /// wants to stay.
+    bool SessionEndMayGo();
+
+    [[nodiscard]] WaveEditor_Frm* MainWindowFrm() const noexcept { return Window.get(); }
+
+  private:
+    /// A step by its name, so that the sequences can be read as lists.
+    struct Step {
+        const char* Name;
+        void (WEditorClass::*Run)();
+    };
+    static std::span<const Step> EntrySteps();
+    static std::span<const Step> MainWindowLoadSteps();
+    static std::span<const Step> ExitSteps();
+    void RunSteps(std::span<const Step> Steps);
+
+    // Entry
+    void FixPaths();
+    void ReadSettings();
+    void SetUpWorkingFiles();
+    void FixMemoryBudget();
+    void NoteSoundSystem();
+    void ReadColors();
+    void MakeWaveStore();
+    void LoadMainWindow();
+    void ShowMainWindow();
+    void ShowCheckMarks();
+    void OpenCommandLineFile();
+    void ShowFirstTip();
+
+    // Load of the main window
+    void MakeMainWindow();
+    void RestoreWindowPlace();
+    void LayOutMainWindow();
+    void ShowCurrentFormat();
+    void MakeNewDocument();
+    void ShowLoopPlay();
+    void ShowPlaySpeeds();
+    void FillRecentFiles();
+
+    // Exit
+    [[nodiscard]] bool UnsavedWorkSettled();
+    void HideMainWindow();
+    void DropWaveStore();
+    void WriteSettings();
+    void StoreWindowPlace();
+    void RemoveSessionFolder();
+    void EndProcess();
+
+    WEditorSurroundings Around;
+    MessageBoxesClass Messages;
+    ProgressFrmClass Progress;
+    UserGuideWindows Guides;
+    SelConfAsker SelectionQuestions;
+    EntDurAsker DurationQuestions;
+    UndoClearWindow UndoClearQuestions;
+    FileDialogWindows Dialogs;
+    std::unique_ptr<WaveEditor_Frm> Window;
+    std::unique_ptr<WindowPlaceKeeper> PlaceKeeper;
+    std::unique_ptr<FileCommandsWindow> FilesView;
+    std::unique_ptr<FileCommandsClass> Files;
+    bool Closing = false;
+};
+
+/// The whole program, for `main`. Ends the process by itself in the ordinary way.
+int WEditorRun(int ArgumentCount, char** Arguments);
+
+} // namespace quoril

@@ -1,0 +1,75 @@
+// How the program stands in the system: arguments, signals, the end of the desktop session.
+#include "platform/ProgramPlaces.h"
+#include "platform/TerminationSignals.h"
+#include "settings/STD1.h"
+#include "shell/WEditor.h"
+
+#include <QApplication>
+#include <QSessionManager>
+#include <QSocketNotifier>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <unistd.h>
+
+namespace quoril {
+
+namespace {
+
+[[noreturn]] void ExitProcessNow(int Code) {
+    std::fflush(nullptr);
+    ::_exit(Code);
+}
+
+/// The window system can end the process from within, when the connection to it breaks. The work
+/// files must not stay behind then either, and nothing else may run in that state.
+void LostWindowSystem() {
+    SessionDirRemove();
+    ExitProcessNow(1);
+}
+
+WEditorSurroundings SurroundingsOf(int ArgumentCount, char** Arguments) {
+    WEditorSurroundings Around;
+    Around.InstalledPath = FolderOfProgram;
+    Around.SystemTempPath = GetTempPathA;
+    // The words as bytes: names of files need not be text.
+    Around.CommandLine =
+        CommandLineText(std::vector<std::string>(Arguments + 1, Arguments + ArgumentCount));
+    std::error_code NoSuchFolder;
+    Around.CurrentFolder = std::filesystem::current_path(NoSuchFolder).string();
+    Around.ExitProcess = ExitProcessNow;
+    return Around;
+}
+
+} // namespace
+
+int WEditorRun(int ArgumentCount, char** Arguments) {
+    QApplication Application(ArgumentCount, Arguments);
+    QApplication::setApplicationName(QStringLiteral("quoril-wave-editor"));
+    QApplication::setDesktopFileName(QStringLiteral("quoril-wave-editor"));
+    // Numbers in files have a point, whatever the language of the desktop.
+    std::setlocale(LC_NUMERIC, "C");
+
+    WEditorClass Editor(SurroundingsOf(ArgumentCount, Arguments));
+    const int Signals = TerminationSignalsCatch();
+    QSocketNotifier EndWanted(Signals, QSocketNotifier::Read);
+    QObject::connect(&EndWanted, &QSocketNotifier::activated, &Application,
+                     [&Editor] { Editor.ShutDown(); });
+    QObject::connect(
+        &Application, &QGuiApplication::commitDataRequest, &Application,
+        [&Editor](QSessionManager& Session) {
+            if (!Session.allowsInteraction())
+                return;
+            if (!Editor.SessionEndMayGo())
+                Session.cancel();
+            Session.release();
+        },
+        Qt::DirectConnection);
+    std::atexit(LostWindowSystem);
+
+    Editor.Enter();
+    return QApplication::exec();
+}
+
+} // namespace quoril
