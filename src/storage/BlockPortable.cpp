@@ -9,6 +9,7 @@
 #include "storage/BlockCarrBuffClass.h"
 #include "storage/BlockTableInner.h"
 #include "storage/FileCarrBuffClass.h"
+#include "storage/PortableBlock.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,21 +17,6 @@
 namespace quoril {
 
 namespace {
-
-/// One block as it stands in the portable form.
-struct PortableBlock {
-    std::string Name;
-    std::int32_t Length = 0;
-    std::int32_t Kind = 0;
-    std::int32_t Start = 0;
-    std::int32_t FilePos = 0;
-    std::int32_t Channels = 0;
-    std::int32_t Bits = 0;
-};
-
-[[noreturn]] void FailDamaged() {
-    throw Failure("The description of the copied sound is damaged");
-}
 
 /// A name: how many numbers follow, its length in bytes, then four bytes to a number, the lowest
 /// first. The count is length / 4 + 2 rounded to nearest, ties to even; 1 for an empty name.
@@ -44,54 +30,6 @@ void NamePut(const std::string& Name, std::vector<std::int32_t>& Longs) {
         Packed[i / 4] |= std::uint32_t{static_cast<unsigned char>(Name[i])} << (8 * (i % 4));
     for (const std::uint32_t Word : Packed)
         Longs.push_back(static_cast<std::int32_t>(Word));
-}
-
-/// Walks over words that somebody else wrote, and never past their end.
-class LongCursor {
-  public:
-    explicit LongCursor(const std::vector<std::int32_t>& Words) : Longs(Words) {}
-
-    std::int32_t Next() {
-        if (At >= Longs.size())
-            FailDamaged();
-        return Longs[At++];
-    }
-
-    std::string NextName() {
-        const std::int32_t Count = Next();
-        if (Count < 1 || static_cast<std::size_t>(Count) > Longs.size() - At)
-            FailDamaged();
-        const std::int32_t Bytes = Next();
-        if (Bytes < 0 || Bytes > (std::int64_t{Count} - 1) * 4)
-            FailDamaged();
-        std::string Name;
-        for (std::int32_t i = 0; i < Bytes; ++i)
-            Name.push_back(static_cast<char>(
-                static_cast<std::uint32_t>(Longs[At + static_cast<std::size_t>(i) / 4]) >>
-                (8 * (i % 4))));
-        At += static_cast<std::size_t>(Count) - 1;
-        return Name;
-    }
-
-  private:
-    const std::vector<std::int32_t>& Longs;
-    std::size_t At = 0;
-};
-
-PortableBlock NextBlock(LongCursor& Cursor) {
-    PortableBlock Block;
-    Block.Name = Cursor.NextName();
-    for (std::int32_t* const Field :
-         {&Block.Length, &Block.Kind, &Block.Start, &Block.FilePos, &Block.Channels, &Block.Bits})
-        *Field = Cursor.Next();
-    const bool InFile = Block.Kind == BlockWorkFile || Block.Kind == BlockOrgFile;
-    if (Block.Length < 0 || Block.Start < 1 ||
-        std::int64_t{Block.Start} + Block.Length > 2147483647 || (InFile && Block.FilePos < 1))
-        FailDamaged();
-    if (Block.Kind == BlockOrgFile &&
-        ((Block.Channels != 1 && Block.Channels != 2) || (Block.Bits != 8 && Block.Bits != 16)))
-        FailDamaged();
-    return Block;
 }
 
 /// The number of the file of that name that is in use, without regard to case; 0 without one.
@@ -249,15 +187,11 @@ void BlockSetToLongs(const BlockSet& BlkSet, std::vector<std::int32_t>& Longs) {
 }
 
 void LongsToBlockSet(const std::vector<std::int32_t>& Longs, BlockSet& BlkSet, bool Foreign) {
-    LongCursor Cursor(Longs);
-    const std::int32_t LastIndex = Cursor.Next();
-    const std::int32_t Count = LastIndex == 0 ? 0 : Cursor.Next();
-    if (LastIndex != static_cast<std::int64_t>(Longs.size()) - 1 || Count < 0)
-        FailDamaged();
+    PortableBlockReader Words(Longs);
     BlockSet Blocks;
     try {
-        for (std::int32_t i = 0; i < Count; ++i)
-            Blocks.push_back(BlockImport(NextBlock(Cursor), Foreign));
+        while (!Words.AtEnd())
+            Blocks.push_back(BlockImport(Words.NextBlock(), Foreign));
     } catch (...) {
         BlockSetFree(Blocks);
         throw;
