@@ -1,0 +1,375 @@
+#include "PlaybackDoubles.h"
+#include "settings/STD1.h"
+
+namespace quoril::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class PlayCommandTest : public PlaybackFixture {};
+
+TEST_F(PlayCommandTest, WithTheDriverOffAMessageAndNothingElse) {
+    SoundDriverState = 0;
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(
+        Messages.TakeTexts(),
+        ElementsAre(
+            "Play failed|Put ON the Sound driver in Options box (Tools-Options menu) to play"));
+    EXPECT_THAT(TakeCalls(), IsEmpty());
+    EXPECT_THAT(Window.Shown, IsEmpty());
+}
+
+TEST_F(PlayCommandTest, EveryCommandTellsTheSpeedsFirst) {
+    TempoFor = 1.5F;
+    TempoRev = 0.5F;
+    PlayCommand(PlayCodeStop, 0);
+    EXPECT_THAT(TakeCalls(), ElementsAre("TempoForward 1.5", "TempoReverse 0.5", "Stop"));
+}
+
+TEST_F(PlayCommandTest, WithoutASelectionPlayNewPlaysAllAndMakesItThePlaySelection) {
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Load 16 1 8000 10000", "PlayForward"));
+    EXPECT_THAT(Window.Shown, ElementsAre("confirm 0 Play", "play scale", "scroll scale", "busy",
+                                          "enable", "ready"));
+    EXPECT_EQ(PlaySelStart, 1);
+    EXPECT_EQ(PlaySelEnd, 10000);
+    EXPECT_EQ(PlayBaseSample, 1);
+    EXPECT_EQ(PlayEndSample, 10000);
+    EXPECT_EQ(PlayLength, 10000);
+    EXPECT_EQ(PlayDirection, 1);
+    EXPECT_TRUE(Window.Timer);
+    EXPECT_TRUE(Window.PauseEnabled);
+    EXPECT_EQ(Window.PauseTip, "Pause");
+}
+
+TEST_F(PlayCommandTest, TheListsArePortableAndTheSecondOneIsASingleZeroForOneChannel) {
+    SelStart = 101;
+    SelEnd = 1100;
+    Window.Channel = 1;
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(Player.LeftList, ElementsAre(10, 1, 2, 1, 32, 1000, 5, 1, 0, 0, 0));
+    EXPECT_THAT(Player.RightList, ElementsAre(0));
+    MakeDocument(2, 44100, 8, 10000);
+    Window.Channel = 0;
+    PlayCommand(PlayNew, 0);
+    EXPECT_EQ(Player.RightList.size(), Player.LeftList.size());
+    EXPECT_THAT(TakeActs().back(), "PlayForward");
+}
+
+TEST_F(PlayCommandTest, AOnePointSelectionPlaysToTheEndAndPlayDoesSoAgain) {
+    SelStart = SelEnd = 4001;
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Load 16 1 8000 6000", "PlayForward"));
+    EXPECT_EQ(PlaySelStart, 4001);
+    EXPECT_EQ(PlaySelEnd, 4001);
+    PlayCommand(PlaySelection, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Load 16 1 8000 6000", "PlayForward"));
+    EXPECT_EQ(PlayBaseSample, 4001);
+    EXPECT_EQ(PlayEndSample, 10000);
+}
+
+TEST_F(PlayCommandTest, AOnePointSelectionInReversePlaysBackToTheFirstSample) {
+    SelStart = SelEnd = 4001;
+    PlayCommand(PlayNewRev, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Load 16 1 8000 4001", "PlayReverse"));
+    EXPECT_EQ(PlayBaseSample, 1);
+    EXPECT_EQ(PlayEndSample, 4001);
+    EXPECT_EQ(PlayDirection, -1);
+    PlayCommand(PlaySelectionRev, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Load 16 1 8000 4001", "PlayReverse"));
+}
+
+TEST_F(PlayCommandTest, AClickInsideThePlaySelectionStartsAtItsOffset) {
+    PlaySelStart = 1001;
+    PlaySelEnd = 3000;
+    PlayCommand(PlayFrom, 500);
+    EXPECT_THAT(TakeActs(), ElementsAre("Load 16 1 8000 2000", "PlayForwardFrom 500"));
+    EXPECT_EQ(PlayDirection, 1);
+    PlayCommand(PlayFromRev, 500);
+    EXPECT_THAT(TakeActs(), ElementsAre("Load 16 1 8000 2000", "PlayReverseFrom 500"));
+    EXPECT_EQ(PlayDirection, -1);
+    PlaySelStart = PlaySelEnd = 9001;
+    PlayCommand(PlayFromRev, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Load 16 1 8000 1000", "PlayReverseFrom 0"))
+        << "a point grows to the end in this command, too";
+}
+
+TEST_F(PlayCommandTest, WithoutAPlaySelectionPlayTakesTheWholeDocument) {
+    for (const std::int32_t Code : {11, 12, 13, 14}) {
+        PlayCommand(Code, 0);
+        EXPECT_EQ(TakeActs().front(), "Load 16 1 8000 10000") << Code;
+        EXPECT_EQ(PlaySelStart, 0);
+    }
+}
+
+TEST_F(PlayCommandTest, ThirtyNineSamplesAt8000HzAreTooSmallAndFortyPlay) {
+    SelStart = 100;
+    SelEnd = 138;
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Stop"));
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Too small to play"));
+    EXPECT_EQ(PlayBuffL, nullptr);
+    SelEnd = 139;
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Load 16 1 8000 40", "PlayForward"));
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+}
+
+TEST_F(PlayCommandTest, PauseWhilePausedContinuesAndWhileStoppedDoesNothing) {
+    PlayCommand(PlayCodePause, 0);
+    EXPECT_THAT(TakeActs(), IsEmpty());
+    EXPECT_FALSE(Window.PauseEnabled);
+    EXPECT_EQ(Window.PauseTip, "Pause");
+    for (const std::int32_t Playing : {1, 2}) {
+        Player.Status = Playing;
+        PlayCommand(PlayCodePause, 0);
+        EXPECT_THAT(TakeActs(), ElementsAre("PauseStart", "Pause"));
+        EXPECT_TRUE(Window.PauseEnabled);
+        EXPECT_EQ(Window.PauseTip, "Continue");
+        EXPECT_TRUE(Window.Timer);
+        PlayCommand(PlayCodePause, 0);
+        EXPECT_THAT(TakeActs(), ElementsAre("Continue"));
+        EXPECT_EQ(Window.PauseTip, "Pause");
+    }
+}
+
+TEST_F(PlayCommandTest, UTurnTurnsTheDirectionEachTime) {
+    PlayDirection = 1;
+    PlayCommand(PlayCodeUTurn, 0);
+    EXPECT_EQ(PlayDirection, -1);
+    PlayCommand(PlayCodeUTurn, 0);
+    EXPECT_EQ(PlayDirection, 1);
+    EXPECT_THAT(TakeActs(), ElementsAre("UTurn", "UTurn"));
+}
+
+TEST_F(PlayCommandTest, StopAndReleaseDropsTheSnapshot) {
+    PlayCommand(PlayNew, 0);
+    ASSERT_NE(PlayBuffL, nullptr);
+    TakeActs();
+    PlayCommand(PlayCodeStop, 0);
+    EXPECT_NE(PlayBuffL, nullptr);
+    PlayCommand(PlayStopAndRelease, 0);
+    EXPECT_EQ(PlayBuffL, nullptr);
+    EXPECT_EQ(PlayBuffR, nullptr);
+    EXPECT_THAT(TakeActs(), ElementsAre("Stop", "Stop"));
+}
+
+TEST_F(PlayCommandTest, OtherCodesOnlyRefreshTheButtons) {
+    Player.Status = 3;
+    for (const std::int32_t Code : {7, 8, 9}) {
+        Window.PauseTip.clear();
+        PlayCommand(Code, 0);
+        EXPECT_THAT(TakeActs(), IsEmpty());
+        EXPECT_EQ(Window.PauseTip, "Continue");
+    }
+}
+
+TEST_F(PlayCommandTest, TheCountOfChannelsServesAsTheChannelOfTheNextPlay) {
+    MakeDocument(2, 8000, 16, 10000);
+    PlayChannels = 0;
+    PlayCommand(PlaySelection, 0);
+    EXPECT_THAT(TakeActs().front(), "Load 16 2 8000 10000");
+    EXPECT_EQ(PlayWorkChn, 0);
+    EXPECT_EQ(PlayChannels, 2);
+    PlayCommand(PlaySelection, 0);
+    EXPECT_THAT(TakeActs().front(), "Load 16 1 8000 10000");
+    EXPECT_EQ(PlayWorkChn, 2);
+    PlayCommand(PlaySelection, 0);
+    EXPECT_EQ(PlayWorkChn, 1);
+    MakeDocument(1, 8000, 16, 10000);
+    PlayChannels = 2;
+    PlayCommand(PlaySelection, 0);
+    EXPECT_EQ(PlayWorkChn, 1);
+}
+
+TEST_F(PlayCommandTest, TheRightChannelAlonePlaysThroughTheLeftBuffer) {
+    MakeDocument(2, 8000, 16, 10000);
+    Window.Channel = 2;
+    SelStart = 1;
+    SelEnd = 1000;
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(TakeActs().front(), "Load 16 1 8000 1000");
+    EXPECT_EQ(PlayBuffL->WaveINos, 1000);
+    EXPECT_EQ(PlayBuffR->WaveINos, 0);
+    EXPECT_THAT(Player.RightList, ElementsAre(0));
+    Player.Position = 500;
+    ViewFrom = 1;
+    ViewTotal = 1000;
+    PixelsPerSample = 0.5;
+    PlayPosTimerFired();
+    EXPECT_THAT(Window.Shapes, ElementsAre(-2, 250));
+}
+
+TEST_F(PlayCommandTest, MemoryBlocksGoToFilesBeforeTheyPlay) {
+    std::unique_ptr<BlockCarrBuffClass> Left;
+    std::unique_ptr<BlockCarrBuffClass> Right;
+    WaveStore->WaveCollectData(1, 10000, 1, Left, Right);
+    Left->WaveLR(5, 1234);
+    WaveStore->WaveDataReplace(1, 1, Left.get(), Right.get(), "Test", true);
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+    // A name, a length, then the length and the kind of the block.
+    const std::size_t NameWords = static_cast<std::size_t>(Player.LeftList[2]);
+    EXPECT_EQ(Player.LeftList[2 + NameWords + 2], 3);
+}
+
+TEST_F(PlayCommandTest, WhatIsPreparedPlaysAsItStands) {
+    PlayBuffL = std::make_unique<BlockCarrBuffClass>();
+    PlayBuffL->ReDimSize(20);
+    PlayBuffL->WaveLR(3, 99);
+    PlayBaseSample = 11;
+    PlayEndSample = 30;
+    PlayChannels = 1;
+    PlayBits = 8;
+    PlayFreq = 11025;
+    PlayCommand(PlayPrepared, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Load 8 1 11025 20", "PlayForward"));
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+    EXPECT_EQ(PlayLength, 20);
+}
+
+TEST_F(PlayCommandTest, TheButtonsAreEnabledOnlyOnce) {
+    PlayCommand(PlayNew, 0);
+    Window.Shown.clear();
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(Window.Shown,
+                ElementsAre("confirm 0 Play", "play scale", "scroll scale", "busy", "ready"));
+}
+
+TEST_F(PlayCommandTest, AFailureWhilePreparingEndsTheCommandWithTheOrdinaryPointer) {
+    Player.FailingCall = "Load";
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(TakeActs(), IsEmpty());
+    EXPECT_EQ(Window.Shown.back(), "ready");
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+    EXPECT_FALSE(Window.Timer);
+}
+
+TEST_F(PlayCommandTest, APlayerThatHasEndedIsStartedAnew) {
+    DsPlayer = std::make_unique<DsPlayClass>([this]() -> std::unique_ptr<PlayerComponent> {
+        Player.Alive = true;
+        return std::make_unique<PlayerDouble>(Player);
+    });
+    TakeCalls();
+    Player.Alive = false;
+    SoundDriverState = 1;
+    PlayCommand(PlayNew, 0);
+    const Lines Calls = TakeCalls();
+    ASSERT_GE(Calls.size(), 6U);
+    EXPECT_EQ(Calls[3], "DriverState 77");
+    EXPECT_EQ(Calls.back(), "PlayForward");
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+}
+
+TEST_F(PlayCommandTest, APlayerThatCannotBeStartedAnewIsToldAsADriverThatIsOff) {
+    DsPlayer = std::make_unique<DsPlayClass>(
+        []() -> std::unique_ptr<PlayerComponent> { throw Failure("no player"); });
+    SoundDriverState = 1;
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(
+        Messages.TakeTexts(),
+        ElementsAre(
+            "Play failed|Put ON the Sound driver in Options box (Tools-Options menu) to play"));
+    EXPECT_EQ(SoundDriverState, 0);
+}
+
+TEST_F(PlayCommandTest, LoopIsShownStoredAndTold) {
+    LoopOn = true;
+    SetLoopONOFF();
+    EXPECT_TRUE(Window.LoopPressed);
+    EXPECT_EQ(IniGet("Setting", "LoopOn", ""), "1");
+    EXPECT_THAT(TakeCalls(), ElementsAre("Loop true"));
+    LoopOn = false;
+    SetLoopONOFF();
+    EXPECT_EQ(IniGet("Setting", "LoopOn", ""), "0");
+    EXPECT_THAT(TakeCalls(), ElementsAre("Loop false"));
+}
+
+TEST_F(PlayCommandTest, SpacePlaysWhatIsStoppedAndStopsWhatPlays) {
+    PlayOrStop();
+    EXPECT_EQ(TakeActs().back(), "PlayForward");
+    PlayOrStop();
+    EXPECT_EQ(TakeActs().back(), "Stop");
+    Player.Status = 3;
+    PlayOrStop();
+    EXPECT_EQ(TakeActs().back(), "Stop");
+}
+
+// ---- Where playing stands
+
+class PlayPositionTest : public PlaybackFixture {
+  protected:
+    PlayPositionTest() {
+        PlayBaseSample = 1001;
+        PlayEndSample = 3000;
+        PlayFreq = 8000;
+        PlayWorkChn = 0;
+        ViewFrom = 1;
+        ViewTotal = 10000;
+        PixelsPerSample = 0.05;
+        Window.Timer = true;
+    }
+};
+
+TEST_F(PlayPositionTest, TheCursorAndTheLabelFollowTheSound) {
+    Player.Status = 1;
+    Player.Position = 1000;
+    PlayPosTimerFired();
+    EXPECT_TRUE(Window.Timer);
+    EXPECT_THAT(Window.Shapes, ElementsAre(100, 100));
+    EXPECT_EQ(Window.PosLbl, "<0.250125>/2001");
+}
+
+TEST_F(PlayPositionTest, OneChannelShowsOneCursor) {
+    Player.Status = 3;
+    Player.Position = 1000;
+    PlayWorkChn = 1;
+    PlayCursorPositioning();
+    EXPECT_THAT(Window.Shapes, ElementsAre(100, -2));
+    PlayWorkChn = 2;
+    PlayCursorPositioning();
+    EXPECT_THAT(Window.Shapes, ElementsAre(-2, 100));
+}
+
+TEST_F(PlayPositionTest, NothingPassesTheEndOfTheSnapshot) {
+    Player.Status = 1;
+    Player.Position = 2345;
+    PlayCursorPositioning();
+    EXPECT_EQ(Window.PosLbl, "<0.375>/3000");
+    EXPECT_THAT(Window.Shapes, ElementsAre(150, 150));
+}
+
+TEST_F(PlayPositionTest, OutsideTheViewOnlyTheLabelShows) {
+    Player.Status = 2;
+    Player.Position = 1000;
+    ViewFrom = 2002;
+    PlayCursorPositioning();
+    EXPECT_THAT(Window.Shapes, ElementsAre(-2, -2));
+    EXPECT_EQ(Window.PosLbl, "<0.250125>/2001");
+    ViewFrom = 1000;
+    ViewTotal = 1000;
+    PlayCursorPositioning();
+    EXPECT_THAT(Window.Shapes, ElementsAre(-2, -2));
+    ViewTotal = 1001; // the edge itself still counts
+    PlayCursorPositioning();
+    EXPECT_THAT(Window.Shapes, ElementsAre(50, 50));
+}
+
+TEST_F(PlayPositionTest, TheTimerStopsWithTheSoundAndClearsTheCursors) {
+    Window.PosLbl = "x";
+    PlayPosTimerFired();
+    EXPECT_FALSE(Window.Timer);
+    EXPECT_THAT(Window.Shapes, ElementsAre(-2, -2));
+    EXPECT_EQ(Window.PosLbl, "");
+}
+
+TEST_F(PlayPositionTest, APlayerThatDoesNotAnswerIsAskedNoMore) {
+    Player.FailingCall = "PlayStatus";
+    EXPECT_THROW(PlayPosTimerFired(), Failure);
+    EXPECT_FALSE(Window.Timer);
+    EXPECT_THAT(Window.Shapes, ElementsAre(-2, -2));
+}
+
+} // namespace
+} // namespace quoril::test
