@@ -61,8 +61,10 @@ class Noise {
 };
 
 /// A plucked string (Karplus and Strong): a burst of noise goes round in a delay line as long as
-/// one period, and loses its high frequencies on every round.
-void Pluck(Stereo& Sound, double Start, double End, double Hertz, double Loudness, double Place) {
+/// one period, and loses its high frequencies on every round. `Keeps` is how much of the rest
+/// stays.
+void Pluck(Stereo& Sound, double Start, double End, double Hertz, double Keeps, double Place) {
+    constexpr double Loudness = 0.5;
     Noise Burst(static_cast<std::uint32_t>(RoundToLong(Hertz * 1000.0)));
     std::vector<double> Line(static_cast<std::size_t>(RoundToLong(Rate / Hertz - 0.5)));
     double Smooth = 0.0; // a softer burst sounds like a finger, a hard one like a plectrum
@@ -79,7 +81,7 @@ void Pluck(Stereo& Sound, double Start, double End, double Hertz, double Loudnes
     for (std::size_t Frame = FrameAt(Start); Frame < FrameAt(End); ++Frame) {
         const std::size_t Next = At + 1 == Line.size() ? 0 : At + 1;
         Sound.Add(Frame, Loudness * Line[At], Place);
-        Line[At] = 0.4997 * (Line[At] + Line[Next]);
+        Line[At] = Keeps / 2.0 * (Line[At] + Line[Next]);
         At = Next;
     }
 }
@@ -115,14 +117,14 @@ Stereo Compose() {
     constexpr std::array<double, 7> Melody = {164.81, 220.0, 261.63, 329.63, 440.0, 392.0, 329.63};
     for (std::size_t Note = 0; Note < Melody.size(); ++Note) {
         const double Start = 0.1 + 0.7 * static_cast<double>(Note);
-        Pluck(Sound, Start, 5.5, Melody[Note], 0.55, 0.2 + 0.1 * static_cast<double>(Note));
+        Pluck(Sound, Start, 5.5, Melody[Note], 0.992, 0.2 + 0.1 * static_cast<double>(Note));
     }
     Fade(Sound, 5.1, 5.5);
-    Sweep(Sound, 5.6, 8.2, 110.0, 3520.0, 0.3);
+    Sweep(Sound, 5.6, 8.2, 110.0, 3520.0, 0.4);
     // From 8.2 to 8.9 seconds there is nothing at all.
     constexpr std::array<double, 4> Chord = {110.0, 164.81, 277.18, 440.0};
     for (std::size_t Note = 0; Note < Chord.size(); ++Note)
-        Pluck(Sound, 8.9 + 0.04 * static_cast<double>(Note), 12.0, Chord[Note], 0.5,
+        Pluck(Sound, 8.9 + 0.04 * static_cast<double>(Note), 12.0, Chord[Note], 0.999,
               0.35 + 0.1 * static_cast<double>(Note));
     Fade(Sound, 10.0, 12.0);
     return Sound;
