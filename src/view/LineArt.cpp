@@ -102,12 +102,23 @@ void LineArt::Text(double X, double Y, const QString& What, const QColor& Color,
     if (What.isEmpty() || X > Picture.width() || X < -1e6 || Y > Picture.height())
         return;
     QPainter Painter(&Picture);
-    QFont Scaled(Font);
-    Scaled.setPixelSize(
-        std::max(1, static_cast<int>(std::lround(QFontInfo(Font).pixelSize() * Ratio))));
-    Painter.setFont(Scaled);
+    Painter.setFont(Scaled(Font));
     Painter.setPen(Color);
     Painter.drawText(QPointF(X, Y + Painter.fontMetrics().ascent()), What);
+}
+
+void LineArt::Words(const QString& What, const QColor& Color, const QFont& Font) {
+    QPainter Painter(&Picture);
+    Painter.setFont(Scaled(Font));
+    Painter.setPen(Color);
+    Painter.drawText(Picture.rect(), Qt::AlignCenter | Qt::TextWrapAnywhere, What);
+}
+
+QFont LineArt::Scaled(const QFont& Font) const {
+    QFont Result(Font);
+    Result.setPixelSize(
+        std::max(1, static_cast<int>(std::lround(QFontInfo(Font).pixelSize() * Ratio))));
+    return Result;
 }
 
 QColor ReadableOn(const QColor& Back) {

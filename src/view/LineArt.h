@@ -27,8 +27,11 @@ class LineArt {
     void Outline(double X1, double Y1, double X2, double Y2, std::int32_t Color);
     /// A text whose upper left corner is (X, Y).
     void Text(double X, double Y, const QString& What, const QColor& Color, const QFont& Font);
+    /// A text of several lines in the middle of the image, wrapped to its width.
+    void Words(const QString& What, const QColor& Color, const QFont& Font);
 
   private:
+    [[nodiscard]] QFont Scaled(const QFont& Font) const;
     void Dot(std::int32_t X, std::int32_t Y, QRgb Color);
 
     QImage& Picture;

@@ -1,5 +1,6 @@
 #include "view/WaveDraw.h"
 
+#include "base/Failure.h"
 #include "base/QtText.h"
 #include "base/ViewState.h"
 #include "view/ColorSettings.h"
@@ -8,6 +9,8 @@
 #include "view/SelectionMod.h"
 #include "view/WaveColumns.h"
 #include "view/ZoomMod.h"
+
+#include <QGuiApplication>
 
 namespace quoril {
 
@@ -32,7 +35,16 @@ void WaveDraw::DrawPanel(QImage& Picture, std::int32_t Channel) {
     const double Middle = PanelScale.ZeroLineY;
     Art.Line({0.0, Middle, static_cast<double>(PanelWidth), Middle},
              ColorOf(WaveColor::CenterLineColor));
-    DrawSamples(Picture, Channel);
+    try {
+        Source.SamplesAt(Channel, Visited, Samples);
+    } catch (const Failure& What) {
+        // The window stays usable: the document can be undone, and what is in memory saved.
+        Art.Words(ShownText(What.what()),
+                  ReadableOn(ColorFromBgr(ColorOf(WaveColor::NormalBackColor))),
+                  QGuiApplication::font());
+        return;
+    }
+    DrawSamples(Picture);
 }
 
 void WaveDraw::DrawSelection(LineArt& Art, std::int32_t Channel) const {
@@ -64,8 +76,7 @@ void WaveDraw::DrawBookmarks(LineArt& Art) const {
     }
 }
 
-void WaveDraw::DrawSamples(QImage& Picture, std::int32_t Channel) {
-    Source.SamplesAt(Channel, Visited, Samples);
+void WaveDraw::DrawSamples(QImage& Picture) const {
     const std::int32_t Style = WaveFormDrawStyle;
     // Where samples stand apart, what is drawn of each is as thick as the screen's scale asks.
     const std::int32_t Thick =

@@ -26,7 +26,8 @@ class WaveDraw {
              double PixelRatio);
 
     /// Draws channel 1 or 2 over a cleared panel: selection, then bookmarks, zero line, bars and
-    /// lines, each over what is there.
+    /// lines, each over what is there. Where the samples cannot be read (the file is gone, or
+    /// another program has changed it) the words of the failure stand in their place.
     void DrawPanel(QImage& Picture, std::int32_t Channel);
 
     /// Bookmarks to draw, from index 1; null draws none.
@@ -37,7 +38,7 @@ class WaveDraw {
   private:
     void DrawSelection(LineArt& Art, std::int32_t Channel) const;
     void DrawBookmarks(LineArt& Art) const;
-    void DrawSamples(QImage& Picture, std::int32_t Channel);
+    void DrawSamples(QImage& Picture) const;
 
     const WaveSource& Source;
     DocumentFacts Document;

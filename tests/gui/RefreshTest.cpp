@@ -175,7 +175,7 @@ TEST_F(RefreshTest, AViewAboveThreeMinutesIsDrawnUnderTheHourglass) {
     EXPECT_TRUE(Source.SawHourglass);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     Source.Fails = true;
-    EXPECT_THROW(Window->Refresh_Wave_View(), Failure);
+    Window->Refresh_Wave_View(); // tells it on the panel
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "a failure leaves no hourglass";
     Source.Fails = false;
 }
@@ -313,6 +313,37 @@ TEST_F(RefreshTest, ResizingDrawsAnew) {
     EXPECT_EQ(Window->ArrowImg[0]->parentWidget(), Window->HScrollPic);
     EXPECT_EQ(Place(Window->ArrowImg[0]).right(), Window->HScrollPic->width() - 1);
     EXPECT_EQ(Place(Window->ArrowImg[1]).left(), 0);
+}
+
+TEST_F(RefreshTest, AFileThatAnotherProgramChangedIsToldOnThePanels) {
+    Document(0, 1);
+    const std::string Name = Session.WriteFile("a.raw", std::vector<std::uint8_t>(2000, 64));
+    const std::int32_t OrgNo = OrgFileAdd(Name, 1, 16);
+    {
+        const std::int32_t BlockNo = BlockNew(1000, BlockSilence);
+        BlockRec& Block = BlockTable[static_cast<std::size_t>(BlockNo)];
+        Block = {OrgNo, 1, 1, BlockOrgFile, {}, 1000, 0};
+        ++OrgFileTable[static_cast<std::size_t>(OrgNo)].OrgFileUse;
+        BlockCarrBuffClass Carrier;
+        Carrier.BuffBlocksPutFresh({BlockNo});
+        WaveStore->WaveDataInsert(1, 1, &Carrier, nullptr, "", true);
+    }
+    Show();
+    const QImage Good = Window->Wave_Pic.at(1)->Picture().copy();
+    Session.WriteFile("a.raw", std::vector<std::uint8_t>(2002, 64));
+    Window->Refresh_Wave_View(); // nothing is thrown, and the rest of the window is drawn
+    const QImage Told = Window->Wave_Pic.at(1)->Picture().copy();
+    const QRgb Words = qRgb(255, 255, 255);
+    const auto Count = [&](const QImage& Picture) {
+        int Found = 0;
+        for (int y = 0; y < Picture.height(); ++y)
+            for (int x = 0; x < Picture.width(); ++x)
+                Found += (Picture.pixel(x, y) | 0xFF000000U) == Words;
+        return Found;
+    };
+    EXPECT_EQ(Count(Good), 0);
+    EXPECT_GT(Count(Told), 50);
+    EXPECT_TRUE(Messages.Texts().empty());
 }
 
 TEST_F(RefreshTest, ToolsFitInTheWindowAtEveryWidth) {
