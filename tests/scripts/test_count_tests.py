@@ -32,7 +32,8 @@ class CountTests(unittest.TestCase):
         (source / "CMakeLists.txt").write_text(
             "cmake_minimum_required(VERSION 3.25)\nproject(made-up NONE)\nenable_testing()\n"
             + "\n".join(TESTS[test] for test in tests), encoding="utf-8")
-        subprocess.run(["cmake", "-S", source, "-B", source], check=True, capture_output=True)
+        subprocess.run(["cmake", "-G", "Ninja", "-S", source, "-B", source], check=True,
+                       capture_output=True)
         subprocess.run(["ctest", "--test-dir", source, "--output-junit", source / "result.xml"],
                        check=False, capture_output=True)
         return str(source / "result.xml")
