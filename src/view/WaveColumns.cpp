@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace quoril {
 
@@ -103,11 +104,29 @@ void FillRow(std::uint32_t* Pixels, const std::int32_t* First, const std::int32_
 
 } // namespace
 
-void WaveColumns::Fill(std::uint32_t* Pixels, std::ptrdiff_t Stride, std::uint32_t Color) const {
-    const std::int32_t Top = *std::min_element(FirstRow.begin(), FirstRow.end());
-    const std::int32_t Bottom = *std::max_element(LastRow.begin(), LastRow.end());
-    for (std::int32_t Row = Top; Row <= Bottom; ++Row)
-        FillRow(Pixels + Row * Stride, FirstRow.data(), LastRow.data(), PanelWidth, Row, Color);
+void WaveColumns::Fill(const std::vector<WaveLayer>& Layers, std::uint32_t* Pixels,
+                       std::ptrdiff_t Stride) {
+    struct Extent {
+        std::int32_t Top;
+        std::int32_t Bottom;
+    };
+    std::vector<Extent> Extents;
+    Extent All{std::numeric_limits<std::int32_t>::max(), -1};
+    for (const WaveLayer& Each : Layers) {
+        const WaveColumns& What = Each.Columns;
+        Extents.push_back({*std::min_element(What.FirstRow.begin(), What.FirstRow.end()),
+                           *std::max_element(What.LastRow.begin(), What.LastRow.end())});
+        All.Top = std::min(All.Top, Extents.back().Top);
+        All.Bottom = std::max(All.Bottom, Extents.back().Bottom);
+    }
+    // Row by row, so that a row is in the nearest memory for all its layers.
+    for (std::int32_t Row = All.Top; Row <= All.Bottom; ++Row)
+        for (std::size_t Index = 0; Index < Layers.size(); ++Index) {
+            const WaveColumns& What = Layers[Index].Columns;
+            if (Row >= Extents[Index].Top && Row <= Extents[Index].Bottom)
+                FillRow(Pixels + Row * Stride, What.FirstRow.data(), What.LastRow.data(),
+                        What.PanelWidth, Row, Layers[Index].Color);
+        }
 }
 
 } // namespace quoril

@@ -14,6 +14,8 @@ namespace quoril {
 /// The pixel column or row of a coordinate: nearest, ties to even, kept within 32 bits.
 [[nodiscard]] std::int32_t PixelOf(double Coordinate) noexcept;
 
+struct WaveLayer;
+
 class WaveColumns {
   public:
     /// For a panel of `Width` x `Height` pixels, both at least 1.
@@ -36,9 +38,10 @@ class WaveColumns {
         return LastRow[static_cast<std::size_t>(Column)];
     }
 
-    /// Colours the covered pixels of an image of this size. `Stride` is the distance between two
-    /// rows, in pixels.
-    void Fill(std::uint32_t* Pixels, std::ptrdiff_t Stride, std::uint32_t Color) const;
+    /// Colours the covered pixels of an image of this size, each layer over those before it.
+    /// `Stride` is the distance between two rows, in pixels.
+    static void Fill(const std::vector<WaveLayer>& Layers, std::uint32_t* Pixels,
+                     std::ptrdiff_t Stride);
 
   private:
     void Cover(std::int32_t Column, std::int32_t From, std::int32_t To);
@@ -49,6 +52,12 @@ class WaveColumns {
     std::int32_t PanelHeight;
     std::vector<std::int32_t> FirstRow;
     std::vector<std::int32_t> LastRow;
+};
+
+/// One drawing of a picture, and its colour.
+struct WaveLayer {
+    WaveColumns Columns;
+    std::uint32_t Color;
 };
 
 } // namespace quoril

@@ -77,44 +77,47 @@ void WaveDraw::DrawBookmarks(LineArt& Art) const {
 }
 
 void WaveDraw::DrawSamples(QImage& Picture) const {
-    const std::int32_t Style = WaveFormDrawStyle;
-    // Where samples stand apart, what is drawn of each is as thick as the screen's scale asks.
-    const std::int32_t Thick =
-        PanelScale.PixelsPerSample > 1.0 ? std::max(1, static_cast<int>(Ratio)) : 1;
-    auto* Pixels = reinterpret_cast<std::uint32_t*>(Picture.bits());
-    const std::ptrdiff_t Stride = Picture.bytesPerLine() / 4;
-    const double Middle = PanelScale.ZeroLineY;
     const std::uint32_t BarColor = ColorFromBgr(ColorOf(WaveColor::WaveFormNormalColor)).rgb();
+    std::vector<WaveLayer> Layers;
+    const auto Layer = [&](std::uint32_t Color) -> WaveColumns& {
+        return Layers.emplace_back(WaveLayer{{Picture.width(), Picture.height()}, Color}).Columns;
+    };
+    if (StyleHasBars(WaveFormDrawStyle))
+        AddBars(Layer(BarColor));
+    if (StyleHasLines(WaveFormDrawStyle))
+        AddLines(Layer(ColorFromBgr(ColorOf(WaveColor::WaveFormBetweenColor)).rgb()));
+    if (StyleHasDots(WaveFormDrawStyle, PanelScale.PixelsPerSample))
+        AddDots(Layer(BarColor));
+    // Where samples stand apart, what is drawn of each is as thick as the screen's scale asks.
+    if (PanelScale.PixelsPerSample > 1.0)
+        for (WaveLayer& Each : Layers)
+            Each.Columns.Thicken(static_cast<std::int32_t>(Ratio));
+    WaveColumns::Fill(Layers, reinterpret_cast<std::uint32_t*>(Picture.bits()),
+                      Picture.bytesPerLine() / 4);
+}
 
-    if (StyleHasBars(Style)) {
-        WaveColumns Bars(Picture.width(), Picture.height());
-        const bool Uniform = StyleIsUniform(Style);
-        for (std::size_t Index = 0; Index < Visited.size(); ++Index) {
-            const double Y = PanelScale.YOf(Samples[Index]);
-            Bars.AddBar(PanelScale.XOf(Visited[Index]), Y, Uniform ? 2.0 * Middle - Y : Middle);
-        }
-        Bars.Thicken(Thick);
-        Bars.Fill(Pixels, Stride, BarColor);
+void WaveDraw::AddBars(WaveColumns& Bars) const {
+    const bool Uniform = StyleIsUniform(WaveFormDrawStyle);
+    const double Middle = PanelScale.ZeroLineY;
+    for (std::size_t Index = 0; Index < Visited.size(); ++Index) {
+        const double Y = PanelScale.YOf(Samples[Index]);
+        Bars.AddBar(PanelScale.XOf(Visited[Index]), Y, Uniform ? 2.0 * Middle - Y : Middle);
     }
-    if (!StyleHasLines(Style))
-        return;
-    WaveColumns Lines(Picture.width(), Picture.height());
+}
+
+void WaveDraw::AddLines(WaveColumns& Lines) const {
     std::size_t Previous = 0;
     for (std::size_t Index = 0; Index < Visited.size(); Previous = Index++)
         Lines.AddLine(PanelScale.XOf(Visited[Previous]), PanelScale.YOf(Samples[Previous]),
                       PanelScale.XOf(Visited[Index]), PanelScale.YOf(Samples[Index]));
-    Lines.Thicken(Thick);
-    Lines.Fill(Pixels, Stride, ColorFromBgr(ColorOf(WaveColor::WaveFormBetweenColor)).rgb());
-    if (!StyleHasDots(Style, PanelScale.PixelsPerSample))
-        return;
+}
+
+void WaveDraw::AddDots(WaveColumns& Dots) const {
     // Every sample that a line starts from; so the last one has no dot.
-    WaveColumns Dots(Picture.width(), Picture.height());
     for (std::size_t Index = 0; Index + 1 < Visited.size(); ++Index) {
         const double Y = PanelScale.YOf(Samples[Index]);
         Dots.AddBar(PanelScale.XOf(Visited[Index]), Y, Y);
     }
-    Dots.Thicken(Thick);
-    Dots.Fill(Pixels, Stride, BarColor);
 }
 
 } // namespace quoril

@@ -17,6 +17,7 @@
 namespace quoril {
 
 class LineArt;
+class WaveColumns;
 
 class WaveDraw {
   public:
@@ -39,6 +40,9 @@ class WaveDraw {
     void DrawSelection(LineArt& Art, std::int32_t Channel) const;
     void DrawBookmarks(LineArt& Art) const;
     void DrawSamples(QImage& Picture) const;
+    void AddBars(WaveColumns& Bars) const;
+    void AddLines(WaveColumns& Lines) const;
+    void AddDots(WaveColumns& Dots) const;
 
     const WaveSource& Source;
     DocumentFacts Document;

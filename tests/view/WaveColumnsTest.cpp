@@ -148,7 +148,7 @@ TEST(WaveColumns, FillingColoursTheCoveredPixelsAndNoOther) {
     for (int Bar = 0; Bar < 20; ++Bar)
         Columns.AddBar(Pick(Random, Width), Pick(Random, Height), Pick(Random, Height));
     std::vector<std::uint32_t> Image(std::size_t{Stride} * Height, 0xFF000001);
-    Columns.Fill(Image.data(), Stride, 0xFF123456);
+    WaveColumns::Fill({{Columns, 0xFF123456}}, Image.data(), Stride);
     const PixelSet Pixels = Covered(Columns, Width);
     for (int Row = 0; Row < Height; ++Row)
         for (int Column = 0; Column < Stride; ++Column)
@@ -160,8 +160,20 @@ TEST(WaveColumns, FillingColoursTheCoveredPixelsAndNoOther) {
 TEST(WaveColumns, FillingWithNothingCoveredChangesNothing) {
     const WaveColumns Columns(3, 3);
     std::vector<std::uint32_t> Image(9, 5);
-    Columns.Fill(Image.data(), 3, 7);
+    WaveColumns::Fill({{Columns, 7}}, Image.data(), 3);
+    WaveColumns::Fill({}, Image.data(), 3);
     EXPECT_EQ(Image, std::vector<std::uint32_t>(9, 5));
+}
+
+TEST(WaveColumns, ALaterLayerLiesOverAnEarlierOne) {
+    WaveColumns Under(2, 6);
+    Under.AddBar(0, 0, 4);
+    Under.AddBar(1, 0, 4);
+    WaveColumns Over(2, 6);
+    Over.AddBar(1, 2, 5);
+    std::vector<std::uint32_t> Image(12, 1);
+    WaveColumns::Fill({{Under, 2}, {Over, 3}}, Image.data(), 2);
+    EXPECT_EQ(Image, (std::vector<std::uint32_t>{2, 2, 2, 2, 2, 3, 2, 3, 2, 3, 1, 3}));
 }
 
 } // namespace
