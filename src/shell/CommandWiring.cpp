@@ -11,6 +11,7 @@
 #include "platform/ChildProcess.h"
 #include "platform/ProgramPlaces.h"
 #include "settings/STD1.h"
+#include "shell/OptionsFrm.h"
 #include "shell/StartUpMod.h"
 #include "storage/UndoClearMod.h"
 #include "view/ReadOutLabel.h"
@@ -109,6 +110,14 @@ void WireUndoCommands(WaveEditor_Frm& Window) {
 }
 
 void WireToolCommands(WaveEditor_Frm& Window) {
+    Window.Commands.Set("Options_Mnu", [&Window] {
+        OptionsEffects Effects;
+        Effects.SetLoopONOFF = [&Window] { SetLoopONOFF(Window); };
+        Effects.TemposChanged = [&Window] { ShowTempos(Window); };
+        ShowOptions(Effects);
+        Window.ApplyColorSettings();
+        Window.Refresh_Wave_View();
+    });
     Window.Commands.Set("PlayToolbar_Loop", [&Window] {
         LoopOn = Window.ToolButton("PlayToolbar", "Loop")->isChecked();
         SetLoopONOFF(Window);

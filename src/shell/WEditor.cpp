@@ -9,6 +9,7 @@
 #include "platform/Text.h"
 #include "settings/STD1.h"
 #include "settings/UserGuideMod.h"
+#include "shell/CheckDx7Frm.h"
 #include "shell/StartUpMod.h"
 #include "view/ColorSettings.h"
 
@@ -38,7 +39,7 @@ WEditorClass::~WEditorClass() {
 // ---- The sequences
 
 std::span<const WEditorClass::Step> WEditorClass::EntrySteps() {
-    static constexpr std::array<Step, 11> Steps = {
+    static constexpr std::array<Step, 12> Steps = {
         {{"fix the base paths", &WEditorClass::FixPaths},
          {"read the settings", &WEditorClass::ReadSettings},
          {"set up the session folder", &WEditorClass::SetUpWorkingFiles},
@@ -48,6 +49,7 @@ std::span<const WEditorClass::Step> WEditorClass::EntrySteps() {
          {"make the wave store", &WEditorClass::MakeWaveStore},
          {"show the main window", &WEditorClass::ShowMainWindow},
          {"show the check marks", &WEditorClass::ShowCheckMarks},
+         {"offer the check of the sound system", &WEditorClass::OfferSoundCheck},
          {"open the file on the command line", &WEditorClass::OpenCommandLineFile},
          {"show the first tip", &WEditorClass::ShowFirstTip}}};
     return Steps;
@@ -136,6 +138,10 @@ void WEditorClass::ShowMainWindow() {
 void WEditorClass::ShowCheckMarks() {
     WaveStore->UndoInfoUpdateMenu();
     Window->RefreshDisplayToggle();
+}
+
+void WEditorClass::OfferSoundCheck() {
+    OfferDx7Check();
 }
 
 void WEditorClass::OpenCommandLineFile() {

@@ -75,6 +75,7 @@ class WEditorClass {
     void LoadMainWindow();
     void ShowMainWindow();
     void ShowCheckMarks();
+    void OfferSoundCheck();
     void OpenCommandLineFile();
     void ShowFirstTip();
 

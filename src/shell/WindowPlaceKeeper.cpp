@@ -12,6 +12,7 @@ namespace {
 
 constexpr const char* Section = "MainWindow";
 constexpr const char* Key = "Window Size";
+constexpr QSize FrameRoom(8, 40);
 constexpr double FillsScreen = 0.9;
 constexpr std::int32_t Normal = 0;
 constexpr std::int32_t Maximised = 2;
@@ -40,7 +41,8 @@ void WindowPlaceKeeper::Restore() {
     Last = WindowPlaceCorrected(WindowPlaceParse(Stored), TwipsFromPixels(Whole.width(), DotsX),
                                 TwipsFromPixels(Whole.height(), DotsY));
     if (Stored == NoWindowPlace) {
-        Window.resize(Window.size().boundedTo(Screen->availableGeometry().size()));
+        // The title bar needs room, too.
+        Window.resize(Window.size().boundedTo(Screen->availableGeometry().size() - FrameRoom));
     } else if (Last.State == Normal) {
         // A width below the window's own least width cannot be had.
         const QSize Size(PixelsFromTwips(Last.Width, DotsX), PixelsFromTwips(Last.Height, DotsY));
