@@ -5,6 +5,7 @@
 #include "base/Failure.h"
 #include "base/MsgBoxMod.h"
 #include "base/PlayState.h"
+#include "base/ProgramTitle.h"
 #include "base/QtText.h"
 #include "base/ViewState.h"
 #include "bookmarks/BookmarkRec.h"
@@ -117,6 +118,12 @@ void WireToolCommands(WaveEditor_Frm& Window) {
         ShowOptions(Effects);
         Window.ApplyColorSettings();
         Window.Refresh_Wave_View();
+    });
+    Window.Commands.Set("About_Menu", [] {
+        const std::string Title = ProgramTitle;
+        MsgBox(Title + "\nVersion " + QUORIL_VERSION +
+                   "\n\nEdits, records and plays audio waveforms of any length.",
+               "About " + Title);
     });
     Window.Commands.Set("PlayToolbar_Loop", [&Window] {
         LoopOn = Window.ToolButton("PlayToolbar", "Loop")->isChecked();

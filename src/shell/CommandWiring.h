@@ -30,7 +30,7 @@ class FileCommandsWindow final : public FileCommandsView {
 void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files);
 /// Registers the entries of `Undo_Mnu`.
 void WireUndoCommands(WaveEditor_Frm& Window);
-/// Registers the entries of the tools menu and the switch of loop play.
+/// Registers the options, the words about the program, and the switch of loop play.
 void WireToolCommands(WaveEditor_Frm& Window);
 
 /// Shows `LoopOn` on the button "Loop" and stores it.

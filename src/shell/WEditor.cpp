@@ -10,6 +10,7 @@
 #include "settings/STD1.h"
 #include "settings/UserGuideMod.h"
 #include "shell/CheckDx7Frm.h"
+#include "shell/HelpViewer.h"
 #include "shell/StartUpMod.h"
 #include "view/ColorSettings.h"
 
@@ -56,12 +57,13 @@ std::span<const WEditorClass::Step> WEditorClass::EntrySteps() {
 }
 
 std::span<const WEditorClass::Step> WEditorClass::MainWindowLoadSteps() {
-    static constexpr std::array<Step, 8> Steps = {
+    static constexpr std::array<Step, 9> Steps = {
         {{"make the window and its commands", &WEditorClass::MakeMainWindow},
          {"restore its place and size", &WEditorClass::RestoreWindowPlace},
          {"set colours, note twips", &WEditorClass::LayOutMainWindow},
          {"set the format menu", &WEditorClass::ShowCurrentFormat},
          {"make a new document", &WEditorClass::MakeNewDocument},
+         {"initialise the help", &WEditorClass::InitialiseHelp},
          {"show loop play", &WEditorClass::ShowLoopPlay},
          {"show the play speeds", &WEditorClass::ShowPlaySpeeds},
          {"fill the recent files", &WEditorClass::FillRecentFiles}}};
@@ -69,11 +71,13 @@ std::span<const WEditorClass::Step> WEditorClass::MainWindowLoadSteps() {
 }
 
 std::span<const WEditorClass::Step> WEditorClass::ExitSteps() {
-    static constexpr std::array<Step, 6> Steps = {
+    static constexpr std::array<Step, 7> Steps = {
         {{"hide the main window", &WEditorClass::HideMainWindow},
          {"drop the wave store", &WEditorClass::DropWaveStore},
          {"write the settings", &WEditorClass::WriteSettings},
          {"store the window's place", &WEditorClass::StoreWindowPlace},
+         // The help keeps its notes in the session folder.
+         {"close the help", &WEditorClass::CloseHelp},
          {"remove the session folder", &WEditorClass::RemoveSessionFolder},
          {"end the process", &WEditorClass::EndProcess}}};
     return Steps;
@@ -194,6 +198,10 @@ void WEditorClass::MakeNewDocument() {
     Files->NewDocument();
 }
 
+void WEditorClass::InitialiseHelp() {
+    HelpSetUp(*Window);
+}
+
 void WEditorClass::ShowLoopPlay() {
     SetLoopONOFF(*Window);
 }
@@ -272,6 +280,10 @@ void WEditorClass::WriteSettings() {
 void WEditorClass::StoreWindowPlace() {
     if (PlaceKeeper != nullptr)
         PlaceKeeper->Store();
+}
+
+void WEditorClass::CloseHelp() {
+    HelpTakeDown();
 }
 
 void WEditorClass::RemoveSessionFolder() {

@@ -85,6 +85,7 @@ class WEditorClass {
     void LayOutMainWindow();
     void ShowCurrentFormat();
     void MakeNewDocument();
+    void InitialiseHelp();
     void ShowLoopPlay();
     void ShowPlaySpeeds();
     void FillRecentFiles();
@@ -95,6 +96,7 @@ class WEditorClass {
     void DropWaveStore();
     void WriteSettings();
     void StoreWindowPlace();
+    void CloseHelp();
     void RemoveSessionFolder();
     void EndProcess();
 

@@ -3,6 +3,7 @@
 #include "base/Failure.h"
 #include "base/PlayState.h"
 #include "shell/EditorFixture.h"
+#include "shell/HelpViewer.h"
 #include "shell/StartUpMod.h"
 #include "shell/WithDialog.h"
 #include "view/ReadOutLabel.h"
@@ -506,6 +507,22 @@ TEST_F(WEditor, UndoDataIsClearedByTheUsersChoice) {
     Menu("Undo_Mnu_2");
     WaveStore->Undo();
     EXPECT_EQ(WaveStore->UndoCount(), WaveStore->UndoReleased());
+}
+
+TEST_F(WEditor, HelpIsReadyAndItsFileIsForgottenAtTheEnd) {
+    Start();
+    EXPECT_TRUE(Window().Entry("Help_Mnu_0")->isEnabled());
+    EXPECT_FALSE(HelpFileName.empty());
+    EXPECT_TRUE(Window().close());
+    EXPECT_TRUE(HelpFileName.empty());
+}
+
+TEST_F(WEditor, TellsAboutItself) {
+    Start();
+    EXPECT_EQ(Window().Entry("About_Menu")->text().remove('&'), "About Quoril Wave Editor");
+    Menu("About_Menu");
+    ASSERT_EQ(Messages->Requests.size(), 1U);
+    EXPECT_THAT(Messages->Requests[0].Text, ::testing::StartsWith("Quoril Wave Editor\nVersion "));
 }
 
 TEST_F(WEditor, LoopPlayIsKeptByItsButton) {
