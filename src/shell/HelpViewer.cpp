@@ -15,6 +15,7 @@
 #include <QDialog>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPointer>
 
 namespace quoril {
@@ -49,11 +50,19 @@ void PutOver(QWidget* Owner, HelpViewerFrm* Help) {
     });
 }
 
-/// The entry that is highlighted in an open menu, else the menu itself.
-const QObject* PlaceInMenu(const QMenu* Menu) {
-    const QAction* Entry = Menu->activeAction();
+/// In a menu, the entry that is highlighted; elsewhere the control itself.
+template <class Menu>
+const QObject* HighlightedIn(const Menu* Where) {
+    const QAction* Entry = Where->activeAction();
     return Entry != nullptr && !Entry->objectName().isEmpty() ? static_cast<const QObject*>(Entry)
-                                                              : Menu;
+                                                              : Where;
+}
+const QObject* PlaceOf(const QObject* Control) {
+    if (const auto* Popup = qobject_cast<const QMenu*>(QApplication::activePopupWidget()))
+        return HighlightedIn(Popup);
+    if (const auto* Bar = qobject_cast<const QMenuBar*>(Control))
+        return HighlightedIn(Bar);
+    return Control;
 }
 
 /// Takes F1 before the menu bar's own key for it does.
@@ -61,6 +70,10 @@ class HelpKeyFilter final : public QObject {
   public:
     using QObject::QObject;
     bool eventFilter(QObject* Receiver, QEvent* Event) override {
+        // The help goes with the main window, which is hidden long before the end when a large
+        // document has to be taken down.
+        if (Event->type() == QEvent::Hide && Receiver == parent() && !Event->spontaneous())
+            delete KnownWindow();
         if (Event->type() != QEvent::KeyPress && Event->type() != QEvent::ShortcutOverride)
             return false;
         auto* Key = static_cast<QKeyEvent*>(Event);
@@ -75,8 +88,7 @@ class HelpKeyFilter final : public QObject {
 
   private:
     static void HelpFor(const QObject* Receiver) {
-        const auto* Menu = qobject_cast<const QMenu*>(QApplication::activePopupWidget());
-        const int Number = HelpContextAt(Menu != nullptr ? PlaceInMenu(Menu) : Receiver);
+        const int Number = HelpContextAt(PlaceOf(Receiver));
         while (QWidget* Popup = QApplication::activePopupWidget())
             if (!Popup->close())
                 break;
@@ -150,6 +162,9 @@ int HelpContextAt(const QObject* Control) {
             return Given;
         if (const int Named = HelpContextOf(Each->objectName().toStdString()); Named != 0)
             return Named;
+        // A dialog or a menu without a topic is no part of the main window's.
+        if (Each->isWidgetType() && static_cast<const QWidget*>(Each)->isWindow())
+            break;
     }
     return HelpOverview;
 }

@@ -18,6 +18,7 @@
 #include <QSplitter>
 #include <QStyle>
 #include <QTabWidget>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -58,6 +59,18 @@ class HelpBrowser final : public QTextBrowser {
 
 QUrl UrlOf(const std::string& Page) {
     return QUrl(Root + QString::fromStdString(Page));
+}
+
+/// The entry of the contents that stands for a place, below `Parent`.
+QModelIndex EntryOf(const QHelpContentModel* Contents, const QUrl& Url, const QModelIndex& Parent) {
+    for (int Row = 0; Row < Contents->rowCount(Parent); ++Row) {
+        const QModelIndex Each = Contents->index(Row, 0, Parent);
+        if (Contents->contentItemAt(Each)->url() == Url)
+            return Each;
+        if (const QModelIndex Below = EntryOf(Contents, Url, Each); Below.isValid())
+            return Below;
+    }
+    return {};
 }
 
 } // namespace
@@ -113,11 +126,13 @@ void HelpViewerFrm::Load(const std::string& FileName, const std::string& WorkFol
 
     const auto Show = [this](const QUrl& Url) { PageBrowser->setSource(Url); };
     connect(Contents, &QHelpContentWidget::linkActivated, this, Show);
-    connect(PageBrowser, &QTextBrowser::sourceChanged, this, &HelpViewerFrm::FollowInContents);
-    connect(Engine->contentModel(), &QHelpContentModel::contentsCreated, this, [this, Contents] {
-        Contents->expandAll();
-        FollowInContents(PageBrowser->source());
+    connect(Contents, &QAbstractItemView::clicked, this, [this, Show](const QModelIndex& Index) {
+        Show(Engine->contentModel()->contentItemAt(Index)->url());
     });
+    connect(PageBrowser, &QTextBrowser::sourceChanged, this, &HelpViewerFrm::FollowInContents);
+    connect(PageBrowser, &QTextBrowser::sourceChanged, this, &HelpViewerFrm::MarkHeading);
+    connect(Engine->contentModel(), &QHelpContentModel::contentsCreated, this,
+            [this, Contents] { FollowInContents(PageBrowser->source()); });
     BuildKeys();
     const QSize Most = screen()->availableSize() * 9 / 10;
     resize(QSize(920, 660).boundedTo(Most));
@@ -265,9 +280,28 @@ void HelpViewerFrm::Search(const QString& Text) {
 }
 
 void HelpViewerFrm::FollowInContents(const QUrl& Url) {
-    const QModelIndex Place = Engine->contentWidget()->indexOf(Url);
-    if (Place.isValid())
-        Engine->contentWidget()->setCurrentIndex(Place);
+    QModelIndex Place = EntryOf(Engine->contentModel(), Url, {});
+    if (!Place.isValid())
+        Place = EntryOf(Engine->contentModel(), Url.adjusted(QUrl::RemoveFragment), {});
+    if (!Place.isValid())
+        return;
+    Engine->contentWidget()->setCurrentIndex(Place);
+    Engine->contentWidget()->expand(Place);
+}
+
+void HelpViewerFrm::MarkHeading(const QUrl& Url) {
+    QList<QTextEdit::ExtraSelection> Marks;
+    for (QTextBlock Block = PageBrowser->document()->begin(); Block.isValid(); Block = Block.next())
+        if (Url.hasFragment() && Block.charFormat().anchorNames().contains(Url.fragment())) {
+            QTextEdit::ExtraSelection Mark;
+            Mark.cursor = QTextCursor(Block);
+            QColor Ground = palette().color(QPalette::Highlight);
+            Ground.setAlpha(60);
+            Mark.format.setBackground(Ground);
+            Mark.format.setProperty(QTextFormat::FullWidthSelection, true);
+            Marks.append(Mark);
+        }
+    PageBrowser->setExtraSelections(Marks);
 }
 
 void HelpViewerFrm::keyPressEvent(QKeyEvent* Event) {

@@ -48,6 +48,9 @@ class HelpViewerFrm final : public QWidget {
     void BuildSearchTab();
     void BuildKeys();
     void FollowInContents(const QUrl& Url);
+    /// A place near the end of a page can not be scrolled to the top: its heading gets a ground of
+    /// its own.
+    void MarkHeading(const QUrl& Url);
 
     // The engine goes before the file that it keeps open.
     std::unique_ptr<QTemporaryFile> Notes;

@@ -1,0 +1,97 @@
+// The table of topics against the pages and the menus.
+#include "shell/HelpTopics.h"
+#include "support/TempFolder.h"
+#include "view/MenuTable.h"
+#include "view/ToolbarTable.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace quoril {
+
+namespace {
+
+TEST(HelpTopicsTest, numbers_rise_and_are_positive) {
+    int Before = 0;
+    for (const HelpTopic& Topic : HelpTopics()) {
+        EXPECT_GT(Topic.Number, Before) << Topic.Page;
+        Before = Topic.Number;
+    }
+    EXPECT_GT(HelpTopics().size(), 40U);
+}
+
+TEST(HelpTopicsTest, every_topic_has_its_page_and_its_place_on_it) {
+    for (const HelpTopic& Topic : HelpTopics()) {
+        const std::string Page = Topic.Page;
+        const std::size_t Hash = Page.find('#');
+        const std::string Html =
+            test::TempFolder::Read(std::string(HELP_PAGES) + "/" + Page.substr(0, Hash));
+        if (Hash != std::string::npos) {
+            EXPECT_NE(Html.find("<h2 id=\"" + Page.substr(Hash + 1) + "\">"), std::string::npos)
+                << Page;
+        }
+    }
+}
+
+TEST(HelpTopicsTest, every_place_leads_to_a_topic_and_every_topic_has_a_place) {
+    std::set<int> Numbers;
+    for (const HelpTopic& Topic : HelpTopics())
+        Numbers.insert(Topic.Number);
+    std::set<int> Reached;
+    std::set<std::string> Controls;
+    for (const HelpPlace& Place : HelpPlaces()) {
+        EXPECT_TRUE(Numbers.contains(Place.Number)) << Place.Control;
+        EXPECT_TRUE(Controls.insert(Place.Control).second) << Place.Control << " stands twice";
+        Reached.insert(Place.Number);
+    }
+    EXPECT_EQ(Reached, Numbers);
+}
+
+TEST(HelpTopicsTest, places_named_like_menu_entries_are_in_the_menus) {
+    const auto InMenus = [](const std::string& Name) {
+        return MenuRowOf(Name) != nullptr || MenuRowOf(Name + "_0") != nullptr;
+    };
+    int Seen = 0;
+    for (const HelpPlace& Place : HelpPlaces()) {
+        const std::string Name = Place.Control;
+        if (Name.find("Mnu") == std::string::npos && Name.find("_Menu") == std::string::npos)
+            continue;
+        ++Seen;
+        EXPECT_TRUE(Name == "PopMnu" || InMenus(Name)) << Name;
+    }
+    EXPECT_GT(Seen, 30);
+}
+
+TEST(HelpTopicsTest, an_element_without_a_row_has_the_topic_of_its_array) {
+    EXPECT_EQ(HelpPageOf(HelpContextOf("Wave_Pic_2")), "window.html#waveform");
+    EXPECT_EQ(HelpPageOf(HelpContextOf("FileLastFilesMnu_3")), "files.html#recent");
+    EXPECT_EQ(HelpPageOf(HelpContextOf("Open_Mnu_1")), "files.html#open-new-window");
+}
+
+TEST(HelpTopicsTest, a_button_has_the_topic_of_its_command) {
+    EXPECT_EQ(HelpPageOf(HelpContextOf("ViewToolbar_ZoomIn")), "view.html#zoom-in");
+    EXPECT_EQ(HelpPageOf(HelpContextOf("MouseToolbar_SelChannel")), "mouse.html#both");
+}
+
+TEST(HelpTopicsTest, an_entry_without_a_row_has_the_topic_of_its_menu) {
+    EXPECT_EQ(HelpPageOf(HelpContextOf("ViewBookmark_Mnu")), "view.html");
+    EXPECT_EQ(HelpPageOf(HelpContextOf("File_OtherItem_Mnu_1")), "files.html");
+}
+
+TEST(HelpTopicsTest, a_name_that_nothing_knows_has_no_topic) {
+    EXPECT_EQ(HelpContextOf(""), 0);
+    EXPECT_EQ(HelpContextOf("_1"), 0);
+    EXPECT_EQ(HelpContextOf("Nothing_12"), 0);
+    EXPECT_EQ(HelpContextOf("12"), 0);
+}
+
+TEST(HelpTopicsTest, a_number_that_no_topic_has_leads_to_the_overview) {
+    EXPECT_EQ(HelpPageOf(0), "index.html");
+    EXPECT_EQ(HelpPageOf(-5), "index.html");
+    EXPECT_EQ(HelpPageOf(99999), "index.html");
+}
+
+} // namespace
+
+} // namespace quoril
