@@ -45,6 +45,10 @@ class Installation(unittest.TestCase):
                        stdout=subprocess.DEVNULL)
         self.assertEqual(xml.parse(description).findtext("launchable"), self.entry_file.name)
 
+    def test_the_help_is_installed_where_the_program_looks_for_it(self):
+        help_file = self.prefix / "share" / "quoril-wave-editor" / "quoril-wave-editor.qch"
+        self.assertEqual(help_file.read_bytes()[:15], b"SQLite format 3")
+
     def test_nothing_of_the_build_and_its_tests_is_installed(self):
         names = [path.name for path in self.prefix.rglob("*") if path.is_file()]
         for unwanted in ("demo-sound", "_tests", ".a", ".h", ".txt"):
