@@ -210,7 +210,8 @@ void PulseOutput::Start(SoundFeed& From, std::int32_t Channels, std::int32_t Rat
     Buffers.prebuf = static_cast<std::uint32_t>(FrameBytes);
     Buffers.minreq = Bytes(LeastRequestUs);
     Buffers.fragsize = static_cast<std::uint32_t>(-1);
-    const int Flags = PA_STREAM_ADJUST_LATENCY | (Steerable ? PA_STREAM_VARIABLE_RATE : 0);
+    const int Flags = PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE |
+                      (Steerable ? PA_STREAM_VARIABLE_RATE : 0);
     if (pa_stream_connect_playback(Stream, nullptr, &Buffers, static_cast<pa_stream_flags_t>(Flags),
                                    nullptr, nullptr) < 0) {
         pa_stream_unref(Stream);

@@ -42,13 +42,13 @@ int PlayerRun(int ArgumentCount, char** Arguments) {
     }
     EndWithEditor(static_cast<pid_t>(std::strtol(Arguments[2], nullptr, 10)));
     std::signal(SIGPIPE, SIG_IGN);
-    ::umask(077); // the socket is for this user alone
+    ::umask(0177); // the socket is for this user alone
     const QCoreApplication Application(ArgumentCount, Arguments);
     std::setlocale(LC_NUMERIC, "C");
 
     QuorilWaveEditorDll Component(MakeOutput);
     new PlayerAdaptor(&Component);
-    QDBusServer Server(QStringLiteral("unix:path=") + QString::fromLocal8Bit(Arguments[1]));
+    QDBusServer Server(QString::fromLocal8Bit(Arguments[1]));
     if (!Server.isConnected()) {
         std::fputs(qPrintable(Server.lastError().message() + QLatin1Char('\n')), stderr);
         return 1;

@@ -1,0 +1,436 @@
+// The real player with a real sound server: what is heard, when, and what is left behind.
+#include "BlockWords.h"
+#include "SoundServer.h"
+#include "base/Failure.h"
+#include "playback/PlayerProcess.h"
+
+#include <QCoreApplication>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <csignal>
+#include <fstream>
+#include <functional>
+
+namespace quoril::test {
+namespace {
+
+using ::testing::HasSubstr;
+using Samples = std::vector<std::int16_t>;
+using std::chrono::milliseconds;
+
+constexpr std::int32_t Rate = 44100;
+const std::vector<std::int32_t> NoList{0};
+
+/// Lets events through until something holds. False when it has not come in time.
+bool WaitFor(const std::function<bool()>& What, milliseconds Most = milliseconds(8000)) {
+    const auto Until = Clock::now() + Most;
+    while (!What()) {
+        if (Clock::now() > Until)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 2);
+        std::this_thread::sleep_for(milliseconds(1)); // asks a thousand times a second, not more
+    }
+    return true;
+}
+
+double CpuSeconds(int Process) {
+    std::ifstream In("/proc/" + std::to_string(Process) + "/stat");
+    std::string Line;
+    std::getline(In, Line);
+    std::istringstream Fields(Line.substr(Line.rfind(')') + 2));
+    std::string Skipped;
+    for (int i = 0; i < 11; ++i)
+        Fields >> Skipped;
+    double User = 0;
+    double System = 0;
+    Fields >> User >> System;
+    return (User + System) / 100.0;
+}
+
+/// Whether a process is there and runs. One that nobody has waited for yet runs no more.
+bool ProcessRuns(int Process) {
+    std::ifstream In("/proc/" + std::to_string(Process) + "/stat");
+    std::string Line;
+    std::getline(In, Line);
+    return !Line.empty() && Line[Line.rfind(')') + 2] != 'Z';
+}
+
+bool ProcessExists(int Process) {
+    return ::kill(Process, 0) == 0;
+}
+
+/// Noise without silent samples, so that every one can be told from the silence around.
+Samples Sound(std::size_t Count, unsigned Seed = 1) {
+    Samples All = Noise(Count, Seed);
+    std::replace(All.begin(), All.end(), std::int16_t{0}, std::int16_t{1});
+    return All;
+}
+
+class PlayerSoundTest : public ::testing::Test {
+  protected:
+    void Begin(int Channels = 1) {
+        Server = std::make_unique<SoundServer>(Channels);
+        Player = Make();
+        ASSERT_EQ(Player->DriverState(1), 1);
+        Heard = std::make_unique<Recorder>(*Server, Channels);
+    }
+    std::unique_ptr<PlayerComponent> Make() {
+        auto Made = StartPlayerProcess(PLAYER_PROGRAM, Folder.Path());
+        Made->MsgBoxOb = [this](const std::string& Prompt, const std::string& Title) {
+            (Prompt == "S2" ? Status : Messages).push_back(Prompt == "S2" ? Title : Prompt);
+        };
+        return Made;
+    }
+    void Load(const Samples& What) {
+        All = What;
+        BlockWords List;
+        List.Add(WriteSamples(Folder, "sound", All), static_cast<std::int32_t>(All.size()), 3, 1);
+        Player->Load(16, 1, Rate, static_cast<std::int32_t>(All.size()), List.Words, NoList);
+    }
+    /// What was heard from the first sound on, once the player has stopped.
+    Samples HeardToTheEnd() {
+        EXPECT_TRUE(WaitFor([&] { return Player->PlayStatus() == 0; }));
+        const std::size_t Now = Heard->Count();
+        EXPECT_TRUE(WaitFor([&] { return Heard->Count() > Now + Rate / 2; }));
+        return Trimmed();
+    }
+    Samples Trimmed() const {
+        Samples Got = Heard->Samples();
+        Got.erase(Got.begin(), Got.begin() + static_cast<std::ptrdiff_t>(Heard->FirstSound()));
+        while (!Got.empty() && Got.back() == 0)
+            Got.pop_back();
+        return Got;
+    }
+    /// Waits until a sound has been heard for so many samples.
+    void WaitHeard(std::size_t Count) {
+        ASSERT_TRUE(WaitFor([&] {
+            const std::size_t First = Heard->FirstSound();
+            return Heard->Count() > First + Count;
+        }));
+    }
+
+    TempFolder Folder;
+    std::unique_ptr<SoundServer> Server;
+    std::unique_ptr<PlayerComponent> Player;
+    std::unique_ptr<Recorder> Heard;
+    Samples All;
+    std::vector<std::string> Status;
+    std::vector<std::string> Messages;
+};
+
+Samples Reversed(Samples What) {
+    std::reverse(What.begin(), What.end());
+    return What;
+}
+
+TEST_F(PlayerSoundTest, EverySampleIsHeardOnceAndInOrder) {
+    Begin();
+    Load(Sound(Rate));
+    Player->PlayForward();
+    EXPECT_EQ(Player->PlayStatus(), 1);
+    EXPECT_TRUE(HeardToTheEnd() == All);
+    EXPECT_THAT(Status, ::testing::ElementsAre("Playing", ""));
+}
+
+TEST_F(PlayerSoundTest, InReverseTheSamplesComeBackwards) {
+    Begin();
+    Load(Sound(Rate / 2));
+    Player->PlayReverse();
+    EXPECT_EQ(Player->PlayStatus(), 2);
+    EXPECT_TRUE(HeardToTheEnd() == Reversed(All));
+}
+
+TEST_F(PlayerSoundTest, BothChannelsOfAnInterleavedFileKeepTheirSides) {
+    Begin(2);
+    const Samples Frames = Sound(Rate);
+    const std::string Name = WriteSamples(Folder, "stereo", Frames);
+    BlockWords Left;
+    BlockWords Right;
+    Left.Add(Name, Rate / 2, 4, 1, 1, 2, 16);
+    Right.Add(Name, Rate / 2, 4, 1, 3, 2, 16);
+    Player->Load(16, 2, Rate, Rate / 2, Left.Words, Right.Words);
+    Player->PlayForward();
+    EXPECT_TRUE(HeardToTheEnd() == Frames);
+}
+
+TEST_F(PlayerSoundTest, ALoopPointLeavesNoSeam) {
+    Begin();
+    Load(Sound(Rate / 4));
+    Player->Loop(true);
+    Player->PlayForward();
+    WaitHeard(Rate);
+    Player->Loop(false);
+    const Samples Got = HeardToTheEnd();
+    ASSERT_EQ(Got.size() % All.size(), 0U);
+    for (std::size_t i = 0; i < Got.size(); ++i)
+        ASSERT_EQ(Got[i], All[i % All.size()]) << i;
+}
+
+TEST_F(PlayerSoundTest, ATurnGoesBackOverTheSameSamplesWithoutASeam) {
+    Begin();
+    Load(Sound(4 * Rate));
+    Player->PlayForward();
+    WaitHeard(Rate);
+    const auto Asked = Clock::now();
+    Player->UTurn();
+    EXPECT_EQ(Player->PlayStatus(), 2);
+    WaitHeard(Rate + Rate / 2);
+    Player->UTurn();
+    WaitHeard(2 * Rate);
+    Player->Stop();
+    const Samples Got = Trimmed();
+    // Forward to a sample, back from it, and forward again.
+    std::vector<std::size_t> Turns;
+    std::size_t Place = 0;
+    int Way = 1;
+    for (std::size_t i = 1; i < Got.size(); ++i) {
+        const std::size_t Next = Place + static_cast<std::size_t>(Way);
+        if (Next < All.size() && Got[i] == All[Next]) {
+            Place = Next;
+            continue;
+        }
+        const std::size_t Back = Place - static_cast<std::size_t>(Way);
+        ASSERT_EQ(Got[i], All[Back]) << "at " << i << " after " << Place;
+        Way = -Way;
+        Place = Back;
+        Turns.push_back(i);
+    }
+    ASSERT_EQ(Turns.size(), 2U);
+    const auto Delay = Heard->TimeOf(Heard->FirstSound() + Turns[0]) - Asked;
+    EXPECT_LT(Delay, milliseconds(250)) << "a turn is heard at once";
+}
+
+TEST_F(PlayerSoundTest, ASecondIsHeardWithinATenthOfASecond) {
+    Begin();
+    Load(Sound(Rate));
+    const auto Asked = Clock::now();
+    Player->PlayForward();
+    WaitHeard(10);
+    EXPECT_LT(Heard->TimeOf(Heard->FirstSound()) - Asked, milliseconds(100));
+}
+
+TEST_F(PlayerSoundTest, TwoGigabytesAreHeardJustAsSoon) {
+    Begin();
+    // A file full of holes, with sound where playing begins in either direction.
+    constexpr std::int64_t Total = 1000000000;
+    const std::string Name = WriteSamples(Folder, "long", Sound(Rate));
+    std::filesystem::resize_file(Name, Total * 2);
+    {
+        std::fstream File(Name, std::ios::binary | std::ios::in | std::ios::out);
+        File.seekp((Total - Rate) * 2);
+        const Samples Tail = Sound(Rate, 2);
+        File.write(reinterpret_cast<const char*>(Tail.data()), Rate * 2);
+    }
+    BlockWords List;
+    List.Add(Name, static_cast<std::int32_t>(Total), 4, 1, 1, 1, 16);
+    for (const bool Reverse : {false, true}) {
+        const std::size_t Before = Heard->Count();
+        const auto Asked = Clock::now();
+        Player->Load(16, 1, Rate, static_cast<std::int32_t>(Total), List.Words, NoList);
+        Reverse ? Player->PlayReverse() : Player->PlayForward();
+        ASSERT_TRUE(WaitFor([&] { return Heard->FirstSound(Before) < Heard->Count(); }));
+        EXPECT_LT(Heard->TimeOf(Heard->FirstSound(Before)) - Asked, milliseconds(100));
+        Player->Stop();
+        const std::size_t Now = Heard->Count();
+        ASSERT_TRUE(WaitFor([&] { return Heard->Count() > Now + Rate / 4; }));
+    }
+}
+
+/// How far the position that the player tells is from the sample that arrives then, in samples.
+std::vector<double> PositionErrors(PlayerComponent& Player, Recorder& Heard, double Speed) {
+    std::vector<double> Errors;
+    const std::size_t First = Heard.FirstSound();
+    for (int i = 0; i < 20; ++i) {
+        const std::size_t Now = Heard.Count();
+        if (!WaitFor([&] { return Heard.Count() > Now + Rate / 40; }))
+            break;
+        const double Position = Player.PlayPosition();
+        Errors.push_back(Position - static_cast<double>(Heard.Count() - First) * Speed);
+    }
+    return Errors;
+}
+
+TEST_F(PlayerSoundTest, ThePositionIsWhatIsHeard) {
+    Begin();
+    Load(Sound(4 * Rate));
+    Player->PlayForward();
+    WaitHeard(Rate / 4);
+    const std::vector<double> Errors = PositionErrors(*Player, *Heard, 1.0);
+    ASSERT_EQ(Errors.size(), 20U);
+    for (const double Error : Errors)
+        EXPECT_LT(std::abs(Error) / Rate, 0.020);
+}
+
+TEST_F(PlayerSoundTest, AnotherSpeedKeepsThePlace) {
+    Begin();
+    Load(Sound(6 * Rate));
+    Player->PlayForward();
+    WaitHeard(Rate / 2);
+    const std::int32_t Before = Player->PlayPosition();
+    Player->TempoForward(0.5F);
+    Player->PauseStart();
+    Player->Pause();
+    EXPECT_EQ(Player->PlayStatus(), 3);
+    Player->Continue();
+    const std::int32_t After = Player->PlayPosition();
+    EXPECT_GE(After, Before);
+    EXPECT_LT(After - Before, Rate / 20);
+    // Half the speed: in half a second a quarter of a second goes by.
+    const auto Asked = Clock::now();
+    ASSERT_TRUE(WaitFor([&] { return Player->PlayPosition() > After + Rate / 4; }));
+    const std::chrono::duration<double> Took = Clock::now() - Asked;
+    EXPECT_GT(Took.count(), 0.4);
+    EXPECT_LT(Took.count(), 0.75);
+}
+
+TEST_F(PlayerSoundTest, PauseIsSilentAndContinueLosesNothing) {
+    Begin();
+    Load(Sound(2 * Rate));
+    Player->PlayForward();
+    WaitHeard(Rate / 2);
+    Player->PauseStart();
+    Player->Pause();
+    const std::int32_t Kept = Player->PlayPosition();
+    const std::size_t Now = Heard->Count();
+    ASSERT_TRUE(WaitFor([&] { return Heard->Count() > Now + Rate / 2; }));
+    EXPECT_EQ(Player->PlayPosition(), Kept);
+    EXPECT_EQ(Player->PlayStatus(), 3);
+    Player->Continue();
+    Samples Got = HeardToTheEnd();
+    Got.erase(std::remove(Got.begin(), Got.end(), std::int16_t{0}), Got.end());
+    EXPECT_TRUE(Got == All) << Got.size() << " of " << All.size();
+}
+
+TEST_F(PlayerSoundTest, AtRestItUsesNoProcessorTime) {
+    Begin();
+    Load(Sound(Rate / 4));
+    Player->PlayForward();
+    HeardToTheEnd();
+    const int Process = PlayerProcessId(*Player);
+    const double Before = CpuSeconds(Process);
+    const std::size_t Now = Heard->Count();
+    // Three seconds by the server's own clock.
+    ASSERT_TRUE(WaitFor([&] { return Heard->Count() > Now + 3 * Rate; }));
+    EXPECT_LE(CpuSeconds(Process) - Before, 0.01);
+}
+
+TEST_F(PlayerSoundTest, TheServersEndIsToldAndTheNextStartFindsANewOne) {
+    Begin();
+    Load(Sound(4 * Rate));
+    Player->PlayForward();
+    WaitHeard(Rate / 4);
+    Heard.reset();
+    Server->Kill();
+    ASSERT_TRUE(WaitFor([&] { return Player->PlayStatus() == 0; }));
+    ASSERT_TRUE(WaitFor([&] { return !Messages.empty(); }));
+    EXPECT_THAT(Messages.front(), HasSubstr("lost"));
+    Server->Restart();
+    Heard = std::make_unique<Recorder>(*Server, 1);
+    Player->PlayForward();
+    WaitHeard(Rate / 4);
+    EXPECT_EQ(Player->PlayStatus(), 1);
+}
+
+TEST_F(PlayerSoundTest, AMissingFileIsSilentAndTold) {
+    Begin();
+    BlockWords List;
+    List.Add(Folder / "nothing", Rate / 4, 3, 1);
+    Player->Load(16, 1, Rate, Rate / 4, List.Words, NoList);
+    Player->PlayForward();
+    ASSERT_TRUE(WaitFor([&] { return Player->PlayStatus() == 0; }));
+    ASSERT_TRUE(WaitFor([&] { return !Messages.empty(); }));
+    EXPECT_THAT(Messages.front(), HasSubstr("nothing"));
+}
+
+TEST_F(PlayerSoundTest, HostileListsHarmNobody) {
+    Begin();
+    const std::int32_t Low = -2147483647 - 1;
+    const std::vector<std::vector<std::int32_t>> Lists = {
+        {},
+        {0},
+        {-1},
+        {1, 1000000000},
+        {2147483647, 2147483647},
+        {9, 1, 2, -4, 32, 5, 5, 1, 0, 0},
+        {10, 1, 2, 1, 32, Low, 5, 1, 0, 0, 0},
+        {10, 1, 2, 1, 32, 2147483647, 3, 1, 2147483647, 0, 0},
+        {10, 1, 2, 1, 47, 1000, 4, 1, 1, 2, 16}};
+    for (const std::vector<std::int32_t>& List : Lists) {
+        Player->Load(16, 2, Rate, 4000, List, List);
+        Player->PlayForward();
+        Player->UTurn();
+        Player->PlayReverseFrom(Low);
+        Player->PlayForwardFrom(2147483647);
+        EXPECT_GE(Player->PlayPosition(), 0);
+        Player->Stop();
+        EXPECT_EQ(Player->PlayStatus(), 0);
+    }
+    Player->Load(99, -1, 0, Low, {0}, {0});
+    Player->PlayForward();
+    EXPECT_EQ(Player->PlayStatus(), 0);
+    ASSERT_TRUE(WaitFor([&] { return !Messages.empty(); }));
+    Load(Sound(Rate / 4));
+    Player->PlayForward();
+    EXPECT_TRUE(HeardToTheEnd() == All) << "it still plays";
+}
+
+TEST_F(PlayerSoundTest, AKilledPlayerIsSeenAndLeavesNothingTwentyTimes) {
+    Begin();
+    for (int Round = 0; Round < 20; ++Round) {
+        Load(Sound(Rate));
+        Player->PlayForward();
+        const int Process = PlayerProcessId(*Player);
+        ::kill(Process, SIGKILL);
+        EXPECT_THROW(
+            {
+                for (int Try = 0; Try < 1000; ++Try)
+                    (void)Player->PlayStatus();
+            },
+            Failure);
+        ASSERT_TRUE(WaitFor([&] { return !Player->IsAlive(); }));
+        EXPECT_FALSE(ProcessExists(Process)) << "not even a zombie";
+        Player = Make();
+        ASSERT_EQ(Player->DriverState(1), 1);
+    }
+    const int Last = PlayerProcessId(*Player);
+    Player.reset();
+    EXPECT_FALSE(ProcessExists(Last));
+    for (const auto& Entry : std::filesystem::directory_iterator(Folder.Path()))
+        EXPECT_EQ(Entry.path().filename(), "sound") << "no socket stays behind";
+}
+
+TEST_F(PlayerSoundTest, ItEndsWithinASecondOfItsEditorsDeath) {
+    Begin();
+    // A stand-in for the editor: starts a player, tells its number, and is killed.
+    TestChild Editor({EDITOR_STAND_IN, PLAYER_PROGRAM, Folder.Path()});
+    std::string Said;
+    char Letter = 0;
+    while (ReadOnce(Editor.Output(), &Letter, 1) == 1 && Letter != '\n')
+        Said.push_back(Letter);
+    const int Process = std::stoi(Said);
+    ASSERT_TRUE(ProcessRuns(Process));
+    Editor.Kill();
+    EXPECT_TRUE(WaitFor([&] { return !ProcessRuns(Process); }, milliseconds(1000)));
+}
+
+TEST_F(PlayerSoundTest, AFolderWithALongOrStrangeNameIsNoHindrance) {
+    Begin();
+    for (const std::string& Name :
+         {std::string("with blank, comma; 100%"), std::string(200, 'x'), std::string("\xC3\xA4")}) {
+        const std::string Where = Folder / Name;
+        std::filesystem::create_directory(Where);
+        const auto Other = StartPlayerProcess(PLAYER_PROGRAM, Where);
+        EXPECT_EQ(Other->PlayStatus(), 0) << Name;
+        EXPECT_TRUE(std::filesystem::is_empty(Where));
+    }
+}
+
+TEST_F(PlayerSoundTest, AProgramThatDoesNotStartIsToldSoon) {
+    EXPECT_THROW((void)StartPlayerProcess(Folder / "nothing", Folder.Path()), Failure);
+    EXPECT_THROW((void)StartPlayerProcess("/bin/true", Folder.Path()), Failure);
+}
+
+} // namespace
+} // namespace quoril::test
