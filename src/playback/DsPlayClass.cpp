@@ -43,6 +43,8 @@ bool DsPlayClass::MakeAnew() {
     if (Dll != nullptr && Dll->IsAlive())
         return false;
     Dll.reset();
+    if (!Make)
+        return false;
     try {
         std::unique_ptr<PlayerComponent> Made = Make();
         Made->MsgBoxOb = Dll_MsgBoxOb;

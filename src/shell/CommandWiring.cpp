@@ -11,6 +11,9 @@
 #include "bookmarks/BookmarkRec.h"
 #include "platform/ChildProcess.h"
 #include "platform/ProgramPlaces.h"
+#include "playback/DsPlayClass.h"
+#include "playback/PlayMod.h"
+#include "playback/SoundDriver.h"
 #include "settings/STD1.h"
 #include "shell/OptionsFrm.h"
 #include "shell/StartUpMod.h"
@@ -70,6 +73,10 @@ void FileCommandsWindow::StartProgram(const std::vector<std::string>& Arguments)
         throw Failure(Result.StartError);
 }
 
+void FileCommandsWindow::ReleasePlayingFiles(bool OnlyOriginal) {
+    quoril::ReleasePlayingFiles(OnlyOriginal);
+}
+
 void FileCommandsWindow::EmptyBookmarks() {
     Bookmarks.resize(1);
 }
@@ -113,8 +120,11 @@ void WireUndoCommands(WaveEditor_Frm& Window) {
 void WireToolCommands(WaveEditor_Frm& Window) {
     Window.Commands.Set("Options_Mnu", [&Window] {
         OptionsEffects Effects;
-        Effects.SetLoopONOFF = [&Window] { SetLoopONOFF(Window); };
+        Effects.SetLoopONOFF = SetLoopONOFF;
         Effects.TemposChanged = [&Window] { ShowTempos(Window); };
+        Effects.SoundDriverSwitch = [](bool On) {
+            SoundDriverSwitch(On ? SoundDriverOn : SoundDriverOff);
+        };
         ShowOptions(Effects);
         Window.ApplyColorSettings();
         Window.Refresh_Wave_View();
@@ -125,15 +135,6 @@ void WireToolCommands(WaveEditor_Frm& Window) {
                    "\n\nEdits, records and plays audio waveforms of any length.",
                "About " + Title);
     });
-    Window.Commands.Set("PlayToolbar_Loop", [&Window] {
-        LoopOn = Window.ToolButton("PlayToolbar", "Loop")->isChecked();
-        SetLoopONOFF(Window);
-    });
-}
-
-void SetLoopONOFF(WaveEditor_Frm& Window) {
-    Window.ToolButton("PlayToolbar", "Loop")->setChecked(LoopOn);
-    IniPut("Setting", "LoopOn", LoopOn ? "1" : "0");
 }
 
 void ShowTempos(WaveEditor_Frm& Window) {

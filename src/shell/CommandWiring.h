@@ -20,6 +20,7 @@ class FileCommandsWindow final : public FileCommandsView {
     void SetBusyPointer(bool Busy) override;
     void ShowRecentFiles(const std::vector<std::string>& Captions) override;
     void StartProgram(const std::vector<std::string>& Arguments) override;
+    void ReleasePlayingFiles(bool OnlyOriginal) override;
     void EmptyBookmarks() override;
 
   private:
@@ -30,11 +31,9 @@ class FileCommandsWindow final : public FileCommandsView {
 void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files);
 /// Registers the entries of `Undo_Mnu`.
 void WireUndoCommands(WaveEditor_Frm& Window);
-/// Registers the options, the words about the program, and the switch of loop play.
+/// Registers the options and the words about the program.
 void WireToolCommands(WaveEditor_Frm& Window);
 
-/// Shows `LoopOn` on the button "Loop" and stores it.
-void SetLoopONOFF(WaveEditor_Frm& Window);
 /// Shows the two play speeds.
 void ShowTempos(WaveEditor_Frm& Window);
 

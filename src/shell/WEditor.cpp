@@ -5,8 +5,12 @@
 #include "base/DocumentState.h"
 #include "base/ModalWindow.h"
 #include "base/MsgBoxMod.h"
+#include "base/PlayState.h"
 #include "platform/FileSystem.h"
 #include "platform/Text.h"
+#include "playback/DsPlayClass.h"
+#include "playback/PlayMod.h"
+#include "playback/SoundDriver.h"
 #include "settings/STD1.h"
 #include "settings/UserGuideMod.h"
 #include "shell/CheckDx7Frm.h"
@@ -31,8 +35,10 @@ WEditorClass::WEditorClass(WEditorSurroundings Given)
 
 WEditorClass::~WEditorClass() {
     MainWindowOpen = false;
+    DropPlayer();
     Files.reset();
     FilesView.reset();
+    Playing.reset();
     Window.reset();
     WaveStore.reset();
 }
@@ -40,16 +46,18 @@ WEditorClass::~WEditorClass() {
 // ---- The sequences
 
 std::span<const WEditorClass::Step> WEditorClass::EntrySteps() {
-    static constexpr std::array<Step, 12> Steps = {
+    static constexpr std::array<Step, 14> Steps = {
         {{"fix the base paths", &WEditorClass::FixPaths},
          {"read the settings", &WEditorClass::ReadSettings},
          {"set up the session folder", &WEditorClass::SetUpWorkingFiles},
          {"fix the memory budget", &WEditorClass::FixMemoryBudget},
          {"note the sound system", &WEditorClass::NoteSoundSystem},
          {"read the colours", &WEditorClass::ReadColors},
+         {"make the player", &WEditorClass::MakePlayer},
          {"make the wave store", &WEditorClass::MakeWaveStore},
          {"show the main window", &WEditorClass::ShowMainWindow},
          {"show the check marks", &WEditorClass::ShowCheckMarks},
+         {"start the sound driver", &WEditorClass::StartSoundDriver},
          {"offer the check of the sound system", &WEditorClass::OfferSoundCheck},
          {"open the file on the command line", &WEditorClass::OpenCommandLineFile},
          {"show the first tip", &WEditorClass::ShowFirstTip}}};
@@ -57,7 +65,7 @@ std::span<const WEditorClass::Step> WEditorClass::EntrySteps() {
 }
 
 std::span<const WEditorClass::Step> WEditorClass::MainWindowLoadSteps() {
-    static constexpr std::array<Step, 9> Steps = {
+    static constexpr std::array<Step, 10> Steps = {
         {{"make the window and its commands", &WEditorClass::MakeMainWindow},
          {"restore its place and size", &WEditorClass::RestoreWindowPlace},
          {"set colours, note twips", &WEditorClass::LayOutMainWindow},
@@ -66,13 +74,17 @@ std::span<const WEditorClass::Step> WEditorClass::MainWindowLoadSteps() {
          {"initialise the help", &WEditorClass::InitialiseHelp},
          {"show loop play", &WEditorClass::ShowLoopPlay},
          {"show the play speeds", &WEditorClass::ShowPlaySpeeds},
-         {"fill the recent files", &WEditorClass::FillRecentFiles}}};
+         {"fill the recent files", &WEditorClass::FillRecentFiles},
+         {"make the play carriers", &WEditorClass::MakePlayCarriers}}};
     return Steps;
 }
 
 std::span<const WEditorClass::Step> WEditorClass::ExitSteps() {
-    static constexpr std::array<Step, 7> Steps = {
+    static constexpr std::array<Step, 10> Steps = {
         {{"hide the main window", &WEditorClass::HideMainWindow},
+         {"stop playback", &WEditorClass::StopPlayback},
+         {"stop the sound driver", &WEditorClass::StopSoundDriver},
+         {"drop the player", &WEditorClass::DropPlayer},
          {"drop the wave store", &WEditorClass::DropWaveStore},
          {"write the settings", &WEditorClass::WriteSettings},
          {"store the window's place", &WEditorClass::StoreWindowPlace},
@@ -122,6 +134,10 @@ void WEditorClass::ReadColors() {
     ColorSettingsRead();
 }
 
+void WEditorClass::MakePlayer() {
+    DsPlayer = std::make_unique<DsPlayClass>(Around.StartPlayer);
+}
+
 void WEditorClass::MakeWaveStore() {
     WaveStore = std::make_unique<FileMemoClass>();
 }
@@ -142,6 +158,12 @@ void WEditorClass::ShowMainWindow() {
 void WEditorClass::ShowCheckMarks() {
     WaveStore->UndoInfoUpdateMenu();
     Window->RefreshDisplayToggle();
+}
+
+void WEditorClass::StartSoundDriver() {
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    SoundDriverSwitch(SoundDriverOn);
+    QGuiApplication::restoreOverrideCursor();
 }
 
 void WEditorClass::OfferSoundCheck() {
@@ -173,6 +195,7 @@ void WEditorClass::MakeMainWindow() {
     WireFileCommands(*Window, *Files);
     WireUndoCommands(*Window);
     WireToolCommands(*Window);
+    Playing = std::make_unique<PlayControls>(*Window);
     Window->RefreshCommands();
     Window->UnloadWanted = [this] { return Unload(); };
 }
@@ -203,7 +226,7 @@ void WEditorClass::InitialiseHelp() {
 }
 
 void WEditorClass::ShowLoopPlay() {
-    SetLoopONOFF(*Window);
+    SetLoopONOFF();
 }
 
 void WEditorClass::ShowPlaySpeeds() {
@@ -212,6 +235,11 @@ void WEditorClass::ShowPlaySpeeds() {
 
 void WEditorClass::FillRecentFiles() {
     Files->AddLastFile({});
+}
+
+void WEditorClass::MakePlayCarriers() {
+    PlayBuffL = std::make_unique<BlockCarrBuffClass>();
+    PlayBuffR = std::make_unique<BlockCarrBuffClass>();
 }
 
 // ---- Exit
@@ -267,6 +295,24 @@ void WEditorClass::ShutDown() {
 void WEditorClass::HideMainWindow() {
     if (Window != nullptr)
         Window->hide();
+}
+
+void WEditorClass::StopPlayback() {
+    // With the driver off nothing plays, and the command would only say so.
+    if (SoundDriverState != 0)
+        PlayCommand(PlayStopAndRelease, 0);
+    ReleasePlayingFiles(false);
+}
+
+void WEditorClass::StopSoundDriver() {
+    if (SoundDriverState != 0)
+        SoundDriverSwitch(SoundDriverOff);
+}
+
+void WEditorClass::DropPlayer() {
+    PlayBuffL.reset();
+    PlayBuffR.reset();
+    DsPlayer.reset();
 }
 
 void WEditorClass::DropWaveStore() {

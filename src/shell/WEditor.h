@@ -1,9 +1,11 @@
 // The entry sequence and the exit sequence of the program.
 #pragma once
 
+#include "playback/PlayerComponent.h"
 #include "shell/CommandWiring.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/MessageBoxes.h"
+#include "shell/PlayControls.h"
 #include "shell/ProgressFrm.h"
 #include "shell/UndoClearFrm.h"
 #include "shell/UserGuideFrm.h"
@@ -27,6 +29,7 @@ struct WEditorSurroundings {
     std::string CommandLine;                     ///< the words after the program's name
     std::string CurrentFolder;            ///< what a relative name on the command line begins at
     std::function<void(int)> ExitProcess; ///< ends the process with an exit code
+    PlayerMaker StartPlayer;              ///< starts the player; without it there is no sound
 };
 
 /// The running program: made once, after the QApplication. Everything that lives as long as the
@@ -71,10 +74,12 @@ class WEditorClass {
     void FixMemoryBudget();
     void NoteSoundSystem();
     void ReadColors();
+    void MakePlayer();
     void MakeWaveStore();
     void LoadMainWindow();
     void ShowMainWindow();
     void ShowCheckMarks();
+    void StartSoundDriver();
     void OfferSoundCheck();
     void OpenCommandLineFile();
     void ShowFirstTip();
@@ -89,10 +94,14 @@ class WEditorClass {
     void ShowLoopPlay();
     void ShowPlaySpeeds();
     void FillRecentFiles();
+    void MakePlayCarriers();
 
     // Exit
     [[nodiscard]] bool UnsavedWorkSettled();
     void HideMainWindow();
+    void StopPlayback();
+    void StopSoundDriver();
+    void DropPlayer();
     void DropWaveStore();
     void WriteSettings();
     void StoreWindowPlace();
@@ -112,6 +121,7 @@ class WEditorClass {
     std::unique_ptr<WindowPlaceKeeper> PlaceKeeper;
     std::unique_ptr<FileCommandsWindow> FilesView;
     std::unique_ptr<FileCommandsClass> Files;
+    std::unique_ptr<PlayControls> Playing;
     bool Closing = false;
 };
 

@@ -1,6 +1,7 @@
 // How the program stands in the system: arguments, signals, the end of the desktop session.
 #include "platform/ProgramPlaces.h"
 #include "platform/TerminationSignals.h"
+#include "playback/PlayerProcess.h"
 #include "settings/STD1.h"
 #include "shell/WEditor.h"
 
@@ -39,6 +40,7 @@ WEditorSurroundings SurroundingsOf(int ArgumentCount, char** Arguments) {
     std::error_code NoSuchFolder;
     Around.CurrentFolder = std::filesystem::current_path(NoSuchFolder).string();
     Around.ExitProcess = ExitProcessNow;
+    Around.StartPlayer = [] { return StartPlayerProcess(); };
     return Around;
 }
 
