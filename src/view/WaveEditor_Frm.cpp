@@ -162,8 +162,8 @@ void WaveEditor_Frm::dropEvent(QDropEvent* Event) {
             continue;
         Event->acceptProposedAction();
         // The bytes of the name, which need not be text.
-        FileDropped(QByteArray::fromPercentEncoding(Url.path(QUrl::FullyEncoded).toLatin1())
-                        .toStdString());
+        FileDropped(
+            QByteArray::fromPercentEncoding(Url.path(QUrl::FullyEncoded).toLatin1()).toStdString());
         return;
     }
 }

@@ -2,7 +2,8 @@
 
 - A folder includes only itself and folders below it.
 - A window (a header named *Frm) is included by another folder only in the shell and in main.cpp.
-- What is compiled into quoril_core includes no Qt header, neither itself nor through a header.
+- What is compiled into quoril_core or quoril_player_core includes no Qt header, neither itself nor
+  through a header.
 - Every include in quotes names a file that is there, by its path from src.
 """
 
@@ -26,7 +27,8 @@ ALL_FOLDERS = set().union(*FLOORS)
 MAIN = "main.cpp"
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
-CORE_SOURCES = re.compile(r"target_sources\s*\(\s*quoril_core\b([^)]*)\)")
+CORE_SOURCES = re.compile(
+    r"(?:target_sources|add_library)\s*\(\s*(?:quoril_core|quoril_player_core)\b([^)]*)\)")
 
 
 def folders_below(folder):
@@ -61,13 +63,13 @@ class House:
         return next((known for known in (name, beside) if known in self.includes), None)
 
     def core_sources(self):
-        """The files that the CMake files compile into quoril_core."""
+        """The files that the CMake files compile into the libraries without Qt."""
         sources = []
         for lists in sorted(self.src.rglob("CMakeLists.txt")):
             text = re.sub(r"#.*", "", lists.read_text(encoding="utf-8"))
             for words in CORE_SOURCES.findall(text):
                 for word in words.split():
-                    if word not in ("PRIVATE", "PUBLIC", "INTERFACE"):
+                    if word not in ("PRIVATE", "PUBLIC", "INTERFACE", "STATIC"):
                         sources.append((lists.parent / word).relative_to(self.src).as_posix())
         return sources
 
@@ -108,10 +110,10 @@ def is_qt(name):
 def check_core(house):
     sources = house.core_sources()
     if not sources:
-        yield "no CMake file names a source of quoril_core"
+        yield "no CMake file names a source of a library without Qt"
     for source in sources:
         if source not in house.includes:
-            yield f"{source} is compiled into quoril_core and does not exist"
+            yield f"{source} is compiled into a library without Qt and does not exist"
             continue
         way = {source: None}  # file -> the file that included it
         waiting = [source]
@@ -119,7 +121,8 @@ def check_core(house):
             path = waiting.pop()
             for is_system, name in house.includes[path]:
                 if is_qt(name):
-                    yield f"{source} is in quoril_core and includes <{name}>{_through(way, path)}"
+                    yield (f"{source} is compiled without Qt and includes <{name}>"
+                           f"{_through(way, path)}")
                 target = None if is_system else house.target(path, name)
                 if target is not None and target not in way:
                     way[target] = path

@@ -57,17 +57,26 @@ class CheckLayers(unittest.TestCase):
 
     def test_qt_in_a_source_of_the_core_is_found(self):
         found = self.complaints_with(**{"storage__Store.cpp": "#include <QString>\n"})
-        self.assertEqual(found, ["storage/Store.cpp is in quoril_core and includes <QString>"])
+        self.assertEqual(found, ["storage/Store.cpp is compiled without Qt and includes <QString>"])
 
     def test_qt_by_its_module_is_found(self):
         found = self.complaints_with(**{"storage__Store.cpp": "#include <QtCore/qstring.h>\n"})
         self.assertEqual(
-            found, ["storage/Store.cpp is in quoril_core and includes <QtCore/qstring.h>"])
+            found, ["storage/Store.cpp is compiled without Qt and includes <QtCore/qstring.h>"])
 
     def test_qt_behind_headers_of_the_core_is_found(self):
         found = self.complaints_with(**{"base__Sum.h": "#include <QObject>\n"})
-        self.assertEqual(found, ["storage/Store.cpp is in quoril_core and includes <QObject>"
+        self.assertEqual(found, ["storage/Store.cpp is compiled without Qt and includes <QObject>"
                                  " through storage/Store.h and base/Sum.h"])
+
+    def test_qt_in_the_inner_part_of_the_player_is_found(self):
+        found = self.complaints_with(**{
+            "player__CMakeLists.txt": "add_library(quoril_player_core STATIC\n  Ring.cpp)\n"
+                                      "add_executable(quoril-player main.cpp)\n",
+            "player__Ring.cpp": "#include <QDBusConnection>\n",
+            "player__main.cpp": "#include <QCoreApplication>\n"})
+        self.assertEqual(
+            found, ["player/Ring.cpp is compiled without Qt and includes <QDBusConnection>"])
 
     def test_qt_outside_the_core_is_allowed(self):
         self.assertEqual(self.complaints_with(**{"base__Window.cpp": "#include <QWidget>\n"}), [])
@@ -83,11 +92,11 @@ class CheckLayers(unittest.TestCase):
     def test_a_core_source_that_does_not_exist_is_found(self):
         found = self.complaints_with(**{"base__CMakeLists.txt":
                                         "target_sources(quoril_core PRIVATE Gone.cpp)\n"})
-        self.assertEqual(found, ["base/Gone.cpp is compiled into quoril_core and does not exist"])
+        self.assertEqual(found, ["base/Gone.cpp is compiled into a library without Qt and does not exist"])
 
     def test_a_tree_without_a_core_is_found(self):
         found = self.complaints_with(**{"storage__CMakeLists.txt": ""})
-        self.assertEqual(found, ["no CMake file names a source of quoril_core"])
+        self.assertEqual(found, ["no CMake file names a source of a library without Qt"])
 
     def test_an_empty_tree_is_refused(self):
         with tempfile.TemporaryDirectory() as root, self.assertRaises(ValueError):

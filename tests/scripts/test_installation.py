@@ -34,6 +34,9 @@ class Installation(unittest.TestCase):
         self.assertEqual(argument, "%f")
         self.assertTrue(os.access(self.prefix / "bin" / program, os.X_OK))
 
+    def test_the_player_is_installed_beside_the_editor(self):
+        self.assertTrue(os.access(self.prefix / "bin" / "quoril-player", os.X_OK))
+
     def test_the_icon_of_the_menu_entry_is_installed_and_square(self):
         name = self.entry["Desktop Entry"]["Icon"] + ".svg"
         icon = xml.parse(self.share / "icons" / "hicolor" / "scalable" / "apps" / name).getroot()
