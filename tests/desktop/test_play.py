@@ -95,13 +95,18 @@ class Play(DesktopTest):
     def key(self, window, name):
         self.desktop.run("xdotool", "windowactivate", "--sync", window.id, "key", name)
 
+    def hear(self, seconds):
+        """Waits until so much has been heard."""
+        end = self.listener.count() + seconds * RATE
+        wait_until(lambda: self.listener.count() > end, f"{seconds} seconds of sound")
+
     def test_space_plays_the_document_and_stops_it(self):
         editor, window = self.start_editor(tone_file(self.folder / "tone.wav", 30))
         self.key(window, "space")
         wait_until(self.listener.hears_tone, "the tone")
+        self.hear(2)
         self.key(window, "u")
-        before = self.listener.count()
-        wait_until(lambda: self.listener.count() > before + RATE // 2, "half a second more")
+        self.hear(0.7)
         self.assertTrue(self.listener.hears_tone()) # it is the same backwards
         self.key(window, "space")
         wait_until(self.listener.hears_nothing, "silence")
