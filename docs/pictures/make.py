@@ -1,0 +1,93 @@
+#!/usr/bin/env python3
+"""Takes the pictures of the windows for README and help, with the built editor on a private desktop.
+
+usage: docs/pictures/make.py [build/release]
+"""
+import os
+import shutil
+import subprocess
+import sys
+from pathlib import Path
+
+HERE = Path(__file__).resolve().parent
+ROOT = HERE.parent.parent
+sys.path.insert(0, str(ROOT / "scripts"))
+from virtual_desktop import VirtualDesktop, is_main_window  # noqa: E402
+
+STYLES = {1: "line", 2: "bar", 3: "bar-and-line", 4: "uniform-bar", 5: "uniform-bar-and-line"}
+
+
+class Camera:
+    def __init__(self, desktop, build):
+        self.desktop = desktop
+        self.folder = Path(desktop.folder, "program")
+        self.folder.mkdir()
+        for name in ("quoril-wave-editor", "quoril-player"):
+            shutil.copy2(build / "src" / name, self.folder)
+        for help_file in (build / "src").glob("*.qch"):
+            shutil.copy2(help_file, self.folder)
+        self.sound = Path(desktop.folder, "Demonstration.wav")
+        subprocess.run([build / "tools" / "demo-sound", self.sound], check=True)
+        self.mono = Path(desktop.folder, "Mono.wav")
+        subprocess.run(["sox", self.sound, self.mono, "remix", "1"], check=True)
+
+    def start(self, file, style=3, tips=0):
+        (self.folder / "quoril-wave-editor.ini").write_text(
+            f"[General]\nShowNewUserGuide={tips}\n[Color]\nWaveFormDrawStyle={style}\n"
+            "[MainWindow]\nWindow Size=0,150,150,16500,10500\n")
+        editor = self.desktop.start([self.folder / "quoril-wave-editor", file])
+        window = self.desktop.wait_for_window(editor, lambda window: window.title.startswith(file.name))
+        if not tips:
+            self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
+        return editor, window
+
+    def keys(self, *keys):
+        self.desktop.run("xdotool", "key", "--clearmodifiers", *keys)
+
+    def take(self, window, name):
+        self.desktop.wait_for_picture(window, str(HERE / (name + ".png")))
+
+    def dialog(self, editor, name):
+        """Takes the dialog that is open, and closes it."""
+        window = self.desktop.wait_for_window(editor, lambda window: not is_main_window(window))
+        self.take(window, name)
+        self.keys("Escape")
+
+    def end(self, editor):
+        self.desktop.close_all(editor)
+
+
+def main():
+    build = Path(sys.argv[1] if len(sys.argv) > 1 else ROOT / "build" / "release").resolve()
+    with VirtualDesktop(1280, 800) as desktop:
+        desktop.start_sound()
+        camera = Camera(desktop, build)
+        editor, window = camera.start(camera.sound, tips=1)
+        camera.dialog(editor, "guide-tip")
+        camera.end(editor)
+        for style, name in STYLES.items():
+            if style == 5:
+                continue  # holds only within a session
+            editor, window = camera.start(camera.sound, style)
+            camera.take(window, "style-" + name)
+            camera.end(editor)
+        editor, window = camera.start(camera.mono)
+        camera.take(window, "main-window-mono")
+        camera.end(editor)
+        editor, window = camera.start(camera.sound)
+        camera.take(window, "main-window")
+        for menu, keys, name in (("alt+f", ("o",), "open-file"),
+                                 ("alt+f", ("a",), "save-as"),
+                                 ("alt+f", ("p",), "confirm-selection")):
+            camera.keys(menu)
+            camera.keys(*keys)
+            camera.dialog(editor, name)
+        camera.keys("F1")
+        camera.dialog(editor, "help")
+        camera.end(editor)
+    for name in sorted(os.listdir(HERE)):
+        print(name)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,73 @@
+"""An ordinary piece of work, done as a user does it: by keys and typed names in real windows."""
+
+import configparser
+import unittest
+
+from desktop_test import DesktopTest
+from virtual_desktop import picture_digest, wait_until
+
+
+class Work(DesktopTest):
+    def keys(self, *keys):
+        self.desktop.run("xdotool", "key", "--clearmodifiers", *keys)
+
+    def dialog(self, editor, title):
+        return self.desktop.wait_for_window(editor, lambda window: title in window.title)
+
+    def gone(self, editor, title):
+        wait_until(lambda: not any(title in window.title for window in self.desktop.windows(editor)),
+                   f"the end of the window {title}")
+
+    def answer_name(self, editor, title, name):
+        window = self.dialog(editor, title)
+        self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
+        self.desktop.run("xdotool", "type", "--clearmodifiers", str(name))
+        self.keys("Return")
+        self.gone(editor, title)
+
+    def new_picture(self, window, old):
+        """What tells the next steady picture of a window that is not the old one."""
+        return wait_until(lambda: (new := picture_digest(self.picture_of(window))) != old and new,
+                          "another picture of the window")
+
+    def settings(self):
+        parser = configparser.ConfigParser(strict=False)
+        parser.optionxform = str
+        parser.read(self.program_folder / "quoril-wave-editor.ini", encoding="utf-8")
+        return parser
+
+    def test_open_zoom_select_save_as_and_close(self):
+        file = self.demonstration_sound()
+        editor, window = self.start_editor()
+        self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
+        self.keys("ctrl+o")
+        self.answer_name(editor, "Select a Wave file to Open", file)
+        self.desktop.wait_for_window(editor, lambda window: window.title.startswith(file.name))
+
+        # The picture changes with the view and with the selection.
+        whole = picture_digest(self.picture_of(window))
+        self.keys("ctrl+a")
+        selected = self.new_picture(window, whole)
+        self.keys("F3", "F3")
+        self.new_picture(window, selected)
+
+        copy = self.folder / "copy"
+        self.keys("ctrl+shift+s")
+        self.answer_name(editor, "Choose wave file name to save", copy)
+        saved = self.folder / "copy.wav"
+        self.desktop.wait_for_window(editor, lambda window: window.title.startswith(saved.name))
+        self.assertEqual(saved.read_bytes(), file.read_bytes())
+
+        self.keys("ctrl+q")
+        self.assertEqual(editor.wait(10), 1)
+        self.assertEqual(self.session_folders(), [])
+        settings = self.settings()
+        self.assertEqual(settings["LastFiles"]["1"], str(saved))
+        self.assertEqual(settings["LastFiles"]["2"], str(file))
+        self.assertEqual(settings["Path"]["Last Wave Dir"], str(self.folder))
+        self.assertEqual(settings["Format"]["SamplingRate"], "44100")
+        self.assertEqual(settings["Format"]["Channel"], "2")
+
+
+if __name__ == "__main__":
+    unittest.main()
