@@ -3,6 +3,7 @@
 #include "view/ToolIcon.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QScopedValueRollback>
@@ -35,8 +36,10 @@ SpeedBox::SpeedBox(QWidget* Parent, std::int32_t Fastest, std::int32_t Slowest)
     SpeedCloseBtn->setText(QStringLiteral("\u00D7"));
     SpeedCloseBtn->setAutoRaise(true);
     connect(SpeedCloseBtn, &QToolButton::clicked, this, &QWidget::hide);
-    Grid->addWidget(Title, 0, 0, 1, 2);
-    Grid->addWidget(SpeedCloseBtn, 0, 2);
+    auto* Head = new QHBoxLayout;
+    Head->addWidget(Title, 1);
+    Head->addWidget(SpeedCloseBtn);
+    Grid->addLayout(Head, 0, 0, 1, 2);
     const std::array<const char*, 3> Icons = {"", "Play", "PlayRev"};
     const std::array<const char*, 3> Names = {"", "Play speed forward", "Play speed in reverse"};
     for (const int Index : {1, 2}) {

@@ -427,6 +427,43 @@ TEST_F(PlayerSoundTest, AFolderWithALongOrStrangeNameIsNoHindrance) {
     }
 }
 
+/// The system's plain sound with a device that writes down what it is given.
+class PlainSoundTest : public PlayerSoundTest {
+  protected:
+    void BeginPlain(const std::string& Device) {
+        ::setenv("PULSE_SERVER", ("unix:" + (Folder / "no-server")).c_str(), 1);
+        ::setenv("ALSA_CONFIG_PATH", Folder.Write("alsa.conf", Device).c_str(), 1);
+        Player = Make();
+    }
+};
+
+TEST_F(PlainSoundTest, WithoutAServerThePlainDevicePlaysEverySampleInBothDirections) {
+    const std::string Out = Folder / "out.raw";
+    BeginPlain("pcm.!default { type file slave.pcm { type null } file \"" + Out +
+               "\" format raw }\n");
+    ASSERT_EQ(Player->DriverState(1), 2);
+    for (const bool Reverse : {false, true}) {
+        Load(Sound(Rate));
+        Reverse ? Player->PlayReverse() : Player->PlayForward();
+        ASSERT_TRUE(WaitFor([&] { return Player->PlayStatus() == 0; }));
+        Player->Stop();
+        const std::string Bytes = TempFolder::Read(Out);
+        Samples Got(Bytes.size() / 2);
+        std::memcpy(Got.data(), Bytes.data(), Got.size() * 2);
+        while (!Got.empty() && Got.back() == 0)
+            Got.pop_back();
+        EXPECT_TRUE(Got == (Reverse ? Reversed(All) : All)) << Got.size() << " samples";
+    }
+}
+
+TEST_F(PlainSoundTest, WithoutAnyDeviceThereIsNoDriver) {
+    BeginPlain("\n");
+    EXPECT_EQ(Player->DriverState(1), 0);
+    Load(Sound(Rate));
+    Player->PlayForward();
+    EXPECT_EQ(Player->PlayStatus(), 0);
+}
+
 TEST_F(PlayerSoundTest, AProgramThatDoesNotStartIsToldSoon) {
     EXPECT_THROW((void)StartPlayerProcess(Folder / "nothing", Folder.Path()), Failure);
     EXPECT_THROW((void)StartPlayerProcess("/bin/true", Folder.Path()), Failure);
