@@ -10,6 +10,7 @@
 #include "storage/FileMemoClass.h"
 #include "view/DurationText.h"
 #include "view/PicturePanel.h"
+#include "view/PlayHotKeys.h"
 #include "view/ReadOutLabel.h"
 #include "view/SelectionMod.h"
 #include "view/SpeedBox.h"
@@ -51,6 +52,10 @@ void TipNowAndThen() {
         UserGuide(
             "Press the Space key to play or to stop, and the U key to turn the direction while "
             "playing.");
+}
+
+void HotKey(PlayHotKeys Key) {
+    quoril::RunCommand("Play failed", [Key] { PlayHotKey(Key, {}); });
 }
 
 } // namespace
@@ -104,6 +109,18 @@ bool PlayControls::eventFilter(QObject* Watched, QEvent* Event) {
         return true;
     case Qt::Key_U:
         PlayCommand(PlayCodeUTurn, 0);
+        return true;
+    case Qt::Key_Backslash:
+        HotKey(HotKeyBackslash);
+        return true;
+    case Qt::Key_BracketLeft:
+        HotKey(HotKeyBracketLeft);
+        return true;
+    case Qt::Key_BracketRight:
+        HotKey(HotKeyBracketRight);
+        return true;
+    case Qt::Key_Backspace:
+        HotKey(HotKeyBackspace);
         return true;
     default:
         return QObject::eventFilter(Watched, Event);
