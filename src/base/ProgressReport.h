@@ -22,6 +22,8 @@ class ProgressReport {
     [[nodiscard]] virtual float CurrentProgress() const = 0;
     /// Toggles the lamp, to show life in stretches without a measure.
     virtual void BlinkLamp() = 0;
+    /// Whether a command has the window on, so that no other command may begin.
+    [[nodiscard]] virtual bool IsOn() const { return false; }
     /// Takes the window off the screen while a dialog is open over it, and lets it come back. Calls
     /// may be nested.
     virtual void Suspend() {}

@@ -22,7 +22,7 @@
 #include "view/SelectionMod.h"
 #include "view/WavePanel.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QToolButton>
 
 namespace quoril {
@@ -93,7 +93,11 @@ void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files) {
     for (int Number = 1; Number <= RecentFileCount; ++Number)
         Commands.Set("FileLastFilesMnu_" + std::to_string(Number),
                      [&Files, Number] { Files.OpenRecent(Number); });
-    Window.FileDropped = [&Files](const std::string& Path) { Files.OpenDropped(Path); };
+    Window.FileDropped = [&Files](const std::string& Path) {
+        // A drop reaches the window past a dialog, whose command may hold a part of the document.
+        if (QApplication::activeModalWidget() == nullptr)
+            Files.OpenDropped(Path);
+    };
 }
 
 void WireUndoCommands(WaveEditor_Frm& Window) {

@@ -87,6 +87,8 @@ InputBoxAnswer MessageBoxesClass::InputBox(const std::string& Prompt, const std:
     Box.setObjectName(QStringLiteral("InputBox"));
     Box.setWindowTitle(TitleOr(Title));
     Box.setLabelText(ShownText(Prompt));
+    constexpr int LettersOfTitle = 40;
+    Box.setMinimumWidth(Box.fontMetrics().averageCharWidth() * LettersOfTitle);
     Box.setTextValue(ShownText(Proposed));
     if (RunModal(Box) != QDialog::Accepted)
         return {};

@@ -35,8 +35,8 @@ class ProgressFrmClass final : public QWidget, public ProgressReport {
     [[nodiscard]] float CurrentProgress() const override { return Value; }
     void BlinkLamp() override;
 
-    /// Whether a command has the window on, mapped or not.
-    [[nodiscard]] bool IsOn() const noexcept { return On; }
+    /// Also while it is not on the screen yet.
+    [[nodiscard]] bool IsOn() const override { return On; }
 
     /// The first report after the last Resume brings the window back.
     void Suspend() override;

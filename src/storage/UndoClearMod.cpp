@@ -68,6 +68,7 @@ void UndoClearFiles_UserAssisted(FileMemoClass& Store) {
             return;
         }
         std::vector<std::string> Names;
+        Names.reserve(Records.size());
         for (const std::int32_t No : Records)
             Names.push_back(Store.UndoRecords()[static_cast<std::size_t>(No)].UndoName);
         if (!Drop(Store, Records, Questions::Ask(Names)))

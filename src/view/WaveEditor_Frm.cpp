@@ -3,6 +3,7 @@
 #include "base/CommandFailure.h"
 #include "base/ModalWindow.h"
 #include "base/ProgramTitle.h"
+#include "base/ProgressReport.h"
 #include "base/QtText.h"
 #include "base/ViewState.h"
 #include "view/ColorSettings.h"
@@ -58,6 +59,9 @@ WaveEditor_Frm::~WaveEditor_Frm() {
 }
 
 void WaveEditor_Frm::RunCommand(const std::string& Name) {
+    // A menu in the desktop's panel and assistive programs reach entries past every dialog.
+    if (ProgressFrm->IsOn() || QApplication::activeModalWidget() != nullptr)
+        return;
     quoril::RunCommand({}, [&] { Commands.Run(Name); });
 }
 

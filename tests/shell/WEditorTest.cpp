@@ -13,6 +13,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
@@ -309,7 +310,7 @@ TEST_F(WEditor, ASaveThatFailsAtTheEndKeepsItOpenAndAsksAgain) {
     fs::remove(Path);
     Messages->Answer(MsgBoxAnswer::Yes);
     {
-        const WithDialog Act([this](QWidget* Window) {
+        const WithDialog Act([](QWidget* Window) {
             auto* Dialog = qobject_cast<QFileDialog*>(Window);
             ASSERT_NE(Dialog, nullptr);
             ChooseFile(Dialog, "/proc/a.wav");
@@ -455,6 +456,45 @@ TEST_F(WEditor, ADroppedFileOpens) {
     QDropEvent Drop(QPointF(1, 1), Qt::CopyAction, &Data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&Window(), &Drop);
     EXPECT_EQ(WaveFilePath, Path);
+}
+
+TEST_F(WEditor, ARecentFileOpensFromTheMenuAsItHangsOpen) {
+    RecentFilesAdd(WriteWav("a.wav"));
+    RecentFilesAdd(WriteWav("b.wav"));
+    Start();
+    auto* File = Window().findChild<QMenu*>("File_Menu");
+    File->popup(QPoint(10, 10));
+    File->setActiveAction(Window().Entry("FileLastFilesMnu_2"));
+    QTest::keyClick(File, Qt::Key_Return);
+    EXPECT_EQ(WaveFileName, "a.wav");
+}
+
+TEST_F(WEditor, NoCommandBeginsInTheMidstOfAnother) {
+    Start(CommandLineText({WriteWav("a.wav")}));
+    {
+        const ProgressScope Busy(BarColorGather);
+        Menu("New_Mnu");
+        EXPECT_EQ(WaveFileName, "a.wav");
+    }
+    QDialog Dialog;
+    Dialog.open();
+    Menu("New_Mnu");
+    EXPECT_EQ(WaveFileName, "a.wav");
+    Dialog.close();
+    Menu("New_Mnu");
+    EXPECT_EQ(WaveFileName, "New.wav");
+}
+
+TEST_F(WEditor, AFileIsNotDroppedPastADialog) {
+    const std::string Path = WriteWav("a.wav");
+    Start();
+    QDialog Dialog;
+    Dialog.open();
+    Window().FileDropped(Path);
+    EXPECT_EQ(WaveFileName, "New.wav");
+    Dialog.close();
+    Window().FileDropped(Path);
+    EXPECT_EQ(WaveFileName, "a.wav");
 }
 
 TEST_F(WEditor, UndoFromTheMenuTakesAnEditBack) {
