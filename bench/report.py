@@ -15,8 +15,12 @@ import subprocess
 import sys
 import tempfile
 import time
+from pathlib import Path
 
-CLEAN_START_ROUNDS = 5
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "scripts"))
+from virtual_desktop import VirtualDesktop, wait_until  # noqa: E402
+
+START_ROUNDS = 6
 
 
 def lines_of(command, work):
@@ -53,55 +57,27 @@ def store_rows(program, work):
     ]
 
 
-class Screen:
-    """A private virtual screen."""
-
-    def __enter__(self):
-        read, write = os.pipe()
-        self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1600x1000x24", "-nolisten", "tcp"],
-            pass_fds=[write], stderr=subprocess.DEVNULL)
-        os.close(write)
-        with os.fdopen(read) as pipe:
-            self.name = ":" + pipe.readline().strip()
-        return self
-
-    def __exit__(self, *_):
-        self.server.terminate()
-        self.server.wait()
-
-
-def painted(screen, title):
-    """Whether a window of that title shows more than a few colours."""
-    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title],
-                           env=dict(os.environ, DISPLAY=screen), capture_output=True, text=True)
-    for window in found.stdout.split():
-        picture = subprocess.run(["xwd", "-silent", "-id", window],
-                                 env=dict(os.environ, DISPLAY=screen), capture_output=True)
-        if picture.returncode != 0:
+def painted(desktop, process, file):
+    """Whether the window of that file shows more than a few colours."""
+    for window in desktop.windows(process):
+        if not window.title.startswith(file.name):
             continue
+        picture = subprocess.run(["xwd", "-silent", "-id", window.id], env=desktop.env,
+                                 capture_output=True)
         middle = picture.stdout[len(picture.stdout) // 3:len(picture.stdout) * 2 // 3]
         if len({middle[i:i + 4] for i in range(0, len(middle), 4 * 101)}) > 4:
             return True
     return False
 
 
-def start_seconds(editor, screen, home, file):
+def start_seconds(desktop, editor, file):
     """From the start of the process to the painted window."""
-    env = {k: v for k, v in os.environ.items() if k != "WAYLAND_DISPLAY"}
-    env.update(DISPLAY=screen, QT_QPA_PLATFORM="xcb", TMPDIR=home, HOME=home, XDG_CONFIG_HOME=home,
-               XDG_RUNTIME_DIR=home)
     begin = time.monotonic()
-    process = subprocess.Popen([editor, file], env=env, stdout=subprocess.DEVNULL,
-                               stderr=subprocess.DEVNULL)
-    try:
-        while not painted(screen, os.path.basename(file)):
-            if time.monotonic() - begin > 30:
-                sys.exit(f"no painted window for {file}")
-        return time.monotonic() - begin
-    finally:
-        process.terminate()
-        process.wait()
+    process = desktop.start([editor, file])
+    wait_until(lambda: painted(desktop, process, file), f"the window of {file.name}")
+    seconds = time.monotonic() - begin
+    desktop.close_all(process)
+    return seconds
 
 
 def make_wav(path, frames, pattern):
@@ -119,23 +95,22 @@ def make_wav(path, frames, pattern):
 
 
 def start_rows(build, work):
-    folder = tempfile.mkdtemp(prefix="quoril-start-", dir=work)
-    # A copy of the program in a folder of its own, so that it keeps its settings there.
-    editor = os.path.join(folder, "quoril-wave-editor")
-    shutil.copy(os.path.join(build, "src", "quoril-wave-editor"), editor)
-    with open(os.path.join(folder, "quoril-wave-editor.ini"), "w") as settings:
-        settings.write("[General]\nShowNewUserGuide=0\n[Setting]\nExperienced=1\n")
+    folder = Path(tempfile.mkdtemp(prefix="quoril-start-", dir=work)).resolve()
+    # Copies of the programs in a folder of their own, so that they keep their settings there.
+    for program in ("quoril-wave-editor", "quoril-player"):
+        shutil.copy2(Path(build, "src", program), folder)
+    (folder / "quoril-wave-editor.ini").write_text("[General]\nShowNewUserGuide=0\n")
     pattern = bytes((i * i >> 4) & 255 for i in range(1 << 20))
-    short, long = os.path.join(folder, "short.wav"), os.path.join(folder, "long.wav")
+    short, long = folder / "short.wav", folder / "long.wav"
     make_wav(short, 44100, pattern)
     make_wav(long, 500000000, pattern)
     try:
-        with Screen() as screen:
+        with VirtualDesktop(1600, 1000) as desktop:
+            desktop.start_sound()
             times = {}
             for file in (short, long):
-                start_seconds(editor, screen.name, folder, file)
-                times[file] = min(start_seconds(editor, screen.name, folder, file)
-                                  for _ in range(CLEAN_START_ROUNDS))
+                times[file] = min(start_seconds(desktop, folder / "quoril-wave-editor", file)
+                                  for _ in range(START_ROUNDS))
     finally:
         shutil.rmtree(folder)
     return [("start to painted window: 2 GB / one second", times[long] / times[short], "times", 1.3,
