@@ -82,6 +82,12 @@ def main():
             camera.keys(menu)
             camera.keys(*keys)
             camera.dialog(editor, name)
+        for menu, keys, name in (("alt+o", ("o",), "options"),):
+            camera.keys(menu)
+            camera.keys(*keys)
+            camera.dialog(editor, name)
+        camera.desktop.run("xdotool", "mousemove", "--window", window.id, "115", "664", "click", "1")
+        camera.dialog(editor, "enter-value")
         camera.keys("F1")
         camera.dialog(editor, "help")
         camera.end(editor)

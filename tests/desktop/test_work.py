@@ -6,6 +6,9 @@ import unittest
 from desktop_test import DesktopTest
 from virtual_desktop import picture_digest, wait_until
 
+# In the middle of the label of the view's total.
+VIEW_TOTAL_FROM_BOTTOM_LEFT = (115, 36)
+
 
 class Work(DesktopTest):
     def keys(self, *keys):
@@ -24,6 +27,13 @@ class Work(DesktopTest):
         self.desktop.run("xdotool", "type", "--clearmodifiers", str(name))
         self.keys("Return")
         self.gone(editor, title)
+
+    def click(self, window, right, up):
+        """Clicks at a place that is counted from the lower left corner of a window."""
+        shape = dict(line.split("=") for line in self.desktop.run(
+            "xdotool", "getwindowgeometry", "--shell", window.id).split())
+        self.desktop.run("xdotool", "mousemove", "--window", window.id, str(right),
+                         str(int(shape["HEIGHT"]) - up), "click", "1")
 
     def new_picture(self, window, old):
         """What tells the next steady picture of a window that is not the old one."""
@@ -50,6 +60,12 @@ class Work(DesktopTest):
         selected = self.new_picture(window, whole)
         self.keys("F3", "F3")
         self.new_picture(window, selected)
+
+        # A value is changed by a click on its label: one second in view.
+        before = self.new_picture(window, selected)
+        self.click(window, *VIEW_TOTAL_FROM_BOTTOM_LEFT)
+        self.answer_name(editor, "Change View (Total)", "1")
+        self.new_picture(window, before)
 
         copy = self.folder / "copy"
         self.keys("ctrl+shift+s")
