@@ -203,17 +203,25 @@ class VirtualDesktop:
         return wait_until(state, "the program's window", limit)
 
     def take_picture(self, window, path):
-        self.run("import", "-silent", "-window", window.id, path)
+        """Keeps a picture of a window as PNG. The file is always whole, whoever else writes it."""
+        beside = f"{path}.{os.getpid()}.png"
+        try:
+            self.run("import", "-silent", "-window", window.id, beside)
+            os.replace(beside, path)
+        finally:
+            if os.path.exists(beside):
+                os.remove(beside)
 
     def wait_for_picture(self, window, path, limit=LIMIT):
-        """Keeps a picture of a window as PNG, once the window has been painted and stands still."""
-        earlier = os.path.join(self.folder, "earlier.png")
+        """Keeps a picture of a window once it has been painted and stands still."""
+        now = os.path.join(self.folder, "now.png")
+        digests = [""]
         def state():
-            self.take_picture(window, path)
-            steady = os.path.exists(earlier) and picture_digest(earlier) == picture_digest(path)
-            shutil.copyfile(path, earlier)
-            return steady and picture_colours(path) > 1
+            self.take_picture(window, now)
+            digests.append(picture_digest(now))
+            return digests[-1] == digests[-2] and picture_colours(now) > 1
         wait_until(state, f'a steady picture of the window "{window.title}"', limit)
+        self.take_picture(window, path)
 
     def close(self, window):
         """Asks a window politely to close, as a click on its closing button does."""
@@ -253,5 +261,8 @@ def picture_colours(path):
 
 
 def _identify(path, what):
-    return subprocess.run(["identify", "-format", what, path], stdin=subprocess.DEVNULL,
-                          capture_output=True, text=True, check=True, timeout=LIMIT).stdout
+    answer = subprocess.run(["identify", "-format", what, path], stdin=subprocess.DEVNULL,
+                            capture_output=True, text=True, check=False, timeout=LIMIT)
+    if answer.returncode != 0:
+        raise DesktopError(f"The picture {path} cannot be read: {answer.stderr.strip()}")
+    return answer.stdout
