@@ -132,7 +132,7 @@ void HelpViewerFrm::Load(const std::string& FileName, const std::string& WorkFol
     connect(PageBrowser, &QTextBrowser::sourceChanged, this, &HelpViewerFrm::FollowInContents);
     connect(PageBrowser, &QTextBrowser::sourceChanged, this, &HelpViewerFrm::MarkHeading);
     connect(Engine->contentModel(), &QHelpContentModel::contentsCreated, this,
-            [this, Contents] { FollowInContents(PageBrowser->source()); });
+            [this] { FollowInContents(PageBrowser->source()); });
     BuildKeys();
     const QSize Most = screen()->availableSize() * 9 / 10;
     resize(QSize(920, 660).boundedTo(Most));

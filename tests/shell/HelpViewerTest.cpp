@@ -107,7 +107,7 @@ TEST_F(HelpViewerTest, F1_on_an_entry_without_a_command_opens_the_overview) {
 
 TEST_F(HelpViewerTest, F1_in_a_dialog_opens_its_topic_in_a_window_that_can_be_used) {
     Show();
-    QTimer::singleShot(0, [this] {
+    QTimer::singleShot(0, [] {
         QWidget* Dialog = QApplication::activeModalWidget();
         ASSERT_NE(Dialog, nullptr);
         QTest::keyClick(Dialog->findChild<QLineEdit*>(QStringLiteral("EnterDurTxt")), Qt::Key_F1);
