@@ -179,7 +179,7 @@ void PlayEngine::StartAt(std::int64_t Offset, std::int32_t Direction) {
         Way = Direction;
         // Plain sound has one speed.
         RateNow = Output->DriverState() == 1 ? OutputRate(Direction) : Source->Freq();
-        const std::int64_t MostFrames = MemoryBytes / 8 / (2 * Source->Channels());
+        const std::int64_t MostFrames = MemoryBytes / 8 / (std::int64_t{2} * Source->Channels());
         const std::int64_t Ahead = std::min(ReadAheadSeconds * RateNow, MostFrames);
         Feed.Ring.SetUp(Source->Channels(),
                         static_cast<std::size_t>(std::max<std::int64_t>(Ahead, FirstChunkFrames)));
