@@ -14,12 +14,12 @@
 #include "playback/DsPlayClass.h"
 #include "playback/PlayMod.h"
 #include "playback/SoundDriver.h"
+#include "selection/SelectionMod.h"
 #include "settings/STD1.h"
 #include "shell/OptionsFrm.h"
 #include "shell/StartUpMod.h"
 #include "storage/UndoClearMod.h"
 #include "view/ReadOutLabel.h"
-#include "view/SelectionMod.h"
 #include "view/WavePanel.h"
 
 #include <QApplication>

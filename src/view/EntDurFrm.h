@@ -1,7 +1,7 @@
 // The dialog that asks for a length or a position, as time or in samples.
 #pragma once
 
-#include "view/DurationEntry.h"
+#include "selection/DurationEntry.h"
 
 #include <QDialog>
 

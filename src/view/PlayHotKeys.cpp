@@ -3,7 +3,7 @@
 #include "base/DocumentState.h"
 #include "base/MsgBoxMod.h"
 #include "playback/PlayMod.h"
-#include "view/ViewListener.h"
+#include "selection/ViewListener.h"
 
 #include <string>
 #include <utility>

@@ -1,7 +1,7 @@
 // The dialog that asks for a selection that fits a command.
 #pragma once
 
-#include "view/SelectionMod.h"
+#include "selection/SelectionMod.h"
 
 #include <QDialog>
 

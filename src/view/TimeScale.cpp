@@ -2,7 +2,7 @@
 
 #include "base/Arithmetic.h"
 #include "base/ViewState.h"
-#include "view/DurationText.h"
+#include "selection/DurationText.h"
 
 #include <algorithm>
 #include <cmath>

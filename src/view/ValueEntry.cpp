@@ -4,9 +4,9 @@
 #include "base/MsgBoxMod.h"
 #include "base/ViewState.h"
 #include "platform/Text.h"
+#include "selection/DurationText.h"
+#include "selection/ViewListener.h"
 #include "settings/STD1.h"
-#include "view/DurationText.h"
-#include "view/ViewListener.h"
 
 #include <utility>
 

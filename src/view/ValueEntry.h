@@ -1,8 +1,8 @@
 // The six value labels: what they show, and how the user changes a number through them.
 #pragma once
 
-#include "view/DocumentFacts.h"
-#include "view/DurationEntry.h"
+#include "selection/DocumentFacts.h"
+#include "selection/DurationEntry.h"
 
 #include <array>
 #include <cstdint>

@@ -3,10 +3,10 @@
 #include "base/Failure.h"
 #include "base/QtText.h"
 #include "base/ViewState.h"
+#include "selection/SelectionMod.h"
 #include "view/ColorSettings.h"
 #include "view/LineArt.h"
 #include "view/PicturePanel.h"
-#include "view/SelectionMod.h"
 #include "view/WaveColumns.h"
 #include "view/ZoomMod.h"
 

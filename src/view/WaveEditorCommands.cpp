@@ -1,5 +1,5 @@
 // The commands of selection and view, and those of the value labels.
-#include "view/SelectionMod.h"
+#include "selection/SelectionMod.h"
 #include "view/ValueEntry.h"
 #include "view/WaveEditor_Frm.h"
 #include "view/WavePanel.h"

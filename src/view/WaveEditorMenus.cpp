@@ -1,9 +1,9 @@
 // The menus and toolbars of the main window.
 #include "base/DocumentState.h"
 #include "base/QtText.h"
+#include "selection/SelectionMod.h"
 #include "view/FlowRow.h"
 #include "view/MenuTable.h"
-#include "view/SelectionMod.h"
 #include "view/ToolIcon.h"
 #include "view/ToolbarTable.h"
 #include "view/WaveEditor_Frm.h"

@@ -4,12 +4,12 @@
 // each event to the routine that is registered for it in `Commands`.
 #pragma once
 
+#include "selection/ViewListener.h"
 #include "storage/UndoRec.h"
 #include "view/CommandTable.h"
 #include "view/EntDurFrm.h"
 #include "view/SelConfFrm.h"
 #include "view/TimeScale.h"
-#include "view/ViewListener.h"
 #include "view/WaveGeometry.h"
 #include "view/WaveSource.h"
 

@@ -1,7 +1,7 @@
 // Where the drawing gets its samples.
 #pragma once
 
-#include "view/DocumentFacts.h"
+#include "selection/DocumentFacts.h"
 
 #include <cstdint>
 #include <vector>

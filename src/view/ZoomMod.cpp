@@ -3,8 +3,8 @@
 #include "base/Arithmetic.h"
 #include "base/MsgBoxMod.h"
 #include "base/ViewState.h"
-#include "view/DocumentFacts.h"
-#include "view/ViewListener.h"
+#include "selection/DocumentFacts.h"
+#include "selection/ViewListener.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // The two dialogs of the view, used as a user would.
 #include "WindowFixture.h"
 
+#include "selection/SelectionMod.h"
 #include "shell/WithDialog.h"
-#include "view/SelectionMod.h"
 #include "view/ValueEntry.h"
 
 #include <QAction>

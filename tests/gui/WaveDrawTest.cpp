@@ -1,7 +1,7 @@
 // The picture of the waveform, pixel by pixel, against positions worked out here by themselves.
 #include "WindowFixture.h"
 
-#include "view/SelectionMod.h"
+#include "selection/SelectionMod.h"
 #include "view/WaveDraw.h"
 
 #include <cmath>

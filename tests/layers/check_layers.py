@@ -17,7 +17,9 @@ FLOORS = [
     {"platform"},
     {"settings"},
     {"storage"},
-    {"audiofile", "bookmarks", "effects", "edit", "playback", "recording"},
+    {"selection"},
+    {"audiofile", "bookmarks", "playback", "recording"},
+    {"edit", "effects"},
     {"view"},
     {"shell"},
 ]

@@ -1,8 +1,8 @@
 #include "view/ValueEntry.h"
 
 #include "base/Failure.h"
+#include "selection/ViewFixture.h"
 #include "settings/STD1.h"
-#include "view/ViewFixture.h"
 #include "view/ZoomMod.h"
 
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "view/ZoomMod.h"
 
 #include "base/Failure.h"
-#include "view/ViewFixture.h"
+#include "selection/ViewFixture.h"
 
 #include <random>
 

@@ -1,7 +1,7 @@
-#include "view/DurationText.h"
+#include "selection/DurationText.h"
 
 #include "base/Failure.h"
-#include "view/DurationEntry.h"
+#include "selection/DurationEntry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "view/SelectionMod.h"
+#include "selection/SelectionMod.h"
 
 #include "base/Arithmetic.h"
 #include "base/MsgBoxMod.h"
 #include "base/ViewState.h"
+#include "selection/DocumentFacts.h"
+#include "selection/ViewListener.h"
 #include "settings/STD1.h"
-#include "view/DocumentFacts.h"
-#include "view/ViewListener.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
+#include "selection/ViewFixture.h"
 #include "settings/STD1.h"
-#include "view/ViewFixture.h"
 
 #include <set>
 

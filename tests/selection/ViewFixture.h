@@ -3,11 +3,11 @@
 #pragma once
 
 #include "base/ViewState.h"
+#include "selection/SelectionMod.h"
+#include "selection/ViewListener.h"
 #include "storage/FileMemoClass.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
-#include "view/SelectionMod.h"
-#include "view/ViewListener.h"
 
 #include <gtest/gtest.h>
 

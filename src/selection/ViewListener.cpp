@@ -1,4 +1,4 @@
-#include "view/ViewListener.h"
+#include "selection/ViewListener.h"
 
 namespace quoril {
 namespace {

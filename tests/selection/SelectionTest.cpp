@@ -1,7 +1,7 @@
-#include "view/ViewFixture.h"
+#include "selection/ViewFixture.h"
 
 #include "base/Failure.h"
-#include "view/DocumentFacts.h"
+#include "selection/DocumentFacts.h"
 
 namespace quoril {
 namespace {

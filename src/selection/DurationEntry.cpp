@@ -1,8 +1,8 @@
-#include "view/DurationEntry.h"
+#include "selection/DurationEntry.h"
 
 #include "base/Arithmetic.h"
 #include "platform/Text.h"
-#include "view/DurationText.h"
+#include "selection/DurationText.h"
 
 namespace quoril {
 namespace {

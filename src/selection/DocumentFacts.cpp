@@ -1,4 +1,4 @@
-#include "view/DocumentFacts.h"
+#include "selection/DocumentFacts.h"
 
 #include "storage/FileMemoClass.h"
 

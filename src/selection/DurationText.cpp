@@ -1,4 +1,4 @@
-#include "view/DurationText.h"
+#include "selection/DurationText.h"
 
 #include "base/Arithmetic.h"
 #include "platform/Text.h"
