@@ -13,8 +13,9 @@ struct DirectXVersion {
     std::int32_t Revision = 0;
 };
 
-/// Asks the sound server of the desktop for its version. Nothing when it cannot be asked: the
-/// program has no connection to one.
+/// Asks the sound server of the desktop for its version, for half a second at most, and starts
+/// none. One that answers counts as version 8, revision 0, whichever it is. Nothing when the
+/// connection to it cannot even be tried.
 [[nodiscard]] std::optional<DirectXVersion> DirectXSetupGetVersion();
 
 } // namespace quoril

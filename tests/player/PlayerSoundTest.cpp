@@ -2,6 +2,7 @@
 #include "BlockWords.h"
 #include "SoundServer.h"
 #include "base/Failure.h"
+#include "platform/DirectXSetup.h"
 #include "playback/PlayerProcess.h"
 
 #include <QCoreApplication>
@@ -123,6 +124,14 @@ class PlayerSoundTest : public ::testing::Test {
 Samples Reversed(Samples What) {
     std::reverse(What.begin(), What.end());
     return What;
+}
+
+TEST_F(PlayerSoundTest, TheServerCountsAsVersionEight) {
+    const SoundServer Private(1);
+    const std::optional<DirectXVersion> Found = DirectXSetupGetVersion();
+    ASSERT_TRUE(Found && Found->Known);
+    EXPECT_EQ(Found->Version, 8);
+    EXPECT_EQ(Found->Revision, 0);
 }
 
 TEST_F(PlayerSoundTest, EverySampleIsHeardOnceAndInOrder) {

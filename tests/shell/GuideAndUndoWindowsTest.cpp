@@ -200,7 +200,8 @@ TEST(SoundCheckWindow, TellsWhatIsWrongAndWhereToGo) {
     const WithDialog Act([](QWidget* Window) {
         EXPECT_EQ(Window->objectName(), "CheckDx7Frm");
         EXPECT_EQ(Find<QLabel>(Window, "Msg1Lbl")->text(),
-                  "There was an error detecting DirectX version in your PC.");
+                  "This software requires DirectX7 or higher to run.\n"
+                  "Please install DirectX7 (or higher) before running it");
         EXPECT_TRUE(Find<QTextBrowser>(Window, "Dx7LinksTxt")->toHtml().contains("href="));
         Press(Window, "OkBtn");
     });

@@ -240,7 +240,8 @@ TEST_F(OptionsWindow, TheLampShowsTheState) {
 TEST_F(OptionsWindow, TheCheckTellsItsResult) {
     Press("SoundDriverBtn_0");
     EXPECT_THAT(Messages->Texts(),
-                ElementsAre("There was an error detecting DirectX version in your PC."));
+                ElementsAre("This software requires DirectX7 or higher to run.\n"
+                            "Please install DirectX7 (or higher) before running it"));
 }
 
 TEST_F(OptionsWindow, OpensFromTheMenuAndTheViewTakesItsColors) {

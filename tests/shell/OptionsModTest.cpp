@@ -198,11 +198,13 @@ TEST_F(Options, AnUnchangedPathThatHasVanishedIsToldAndKeepsNobodyInTheWindow) {
 
 // ---- The sound system
 
-TEST_F(Options, ASoundSystemThatCannotBeAskedIsTold) {
+TEST_F(Options, ASoundSystemThatDoesNotAnswerIsTold) {
+    ::setenv("PULSE_SERVER", "unix:/nosuch/server", 1);
     EXPECT_FALSE(SoundSystemCheck().GoodEnough);
     DirectX7CheckAndInfo();
     EXPECT_THAT(Messages.Texts(),
-                ElementsAre("There was an error detecting DirectX version in your PC."));
+                ElementsAre("This software requires DirectX7 or higher to run.\n"
+                            "Please install DirectX7 (or higher) before running it"));
 }
 
 } // namespace

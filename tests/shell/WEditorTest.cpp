@@ -73,7 +73,7 @@ TEST_F(WEditor, NotesTheMachineInTheSettings) {
     EXPECT_NE(IniGet("General", "FreeHardDisk", ""), "");
     EXPECT_NE(IniGet("General", "PhyMemorySz", ""), "");
     EXPECT_NE(IniGet("General", "PhyMemoryLoad", ""), "");
-    EXPECT_EQ(IniGet("General", "DirectXInstalled", ""), "ErrorInDetecting");
+    EXPECT_EQ(IniGet("General", "DirectXInstalled", ""), "DirectX-0-0");
     EXPECT_EQ(IniGet("General", "TwipsX", ""), "15");
     EXPECT_EQ(IniGet("General", "TwipsY", ""), "15");
 }
