@@ -2,6 +2,7 @@
 #pragma once
 
 #include "playback/PlayerComponent.h"
+#include "shell/ChkDskSpcFrm.h"
 #include "shell/CommandWiring.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/MessageBoxes.h"
@@ -115,6 +116,7 @@ class WEditorClass {
     UserGuideWindows Guides;
     SelConfAsker SelectionQuestions;
     EntDurAsker DurationQuestions;
+    ChkDskSpcAsker DiskSpaceQuestions;
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;
     std::unique_ptr<WaveEditor_Frm> Window;
