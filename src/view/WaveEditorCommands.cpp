@@ -1,5 +1,6 @@
 // The commands of selection and view, and those of the value labels.
 #include "selection/SelectionMod.h"
+#include "settings/UserGuideMod.h"
 #include "view/ValueEntry.h"
 #include "view/WaveEditor_Frm.h"
 #include "view/WavePanel.h"
@@ -7,6 +8,8 @@
 
 #include <QMenu>
 #include <QToolButton>
+
+#include <array>
 
 namespace quoril {
 
@@ -26,9 +29,25 @@ void WaveEditor_Frm::RegisterOwnCommands() {
     RegisterViewCommands();
 }
 
+namespace {
+
+void ToolTipNowAndThen(int Tool) {
+    constexpr double TipChance = 0.1;
+    constexpr std::array<const char*, 3> Tips = {
+        "", "This mouse pointer can be canceled with Esc - key if required",
+        "This mouse pointer can be canceled with \"Esc\" key if required"};
+    if (Tool != 0 && GuideChance(TipChance))
+        UserGuide(Tips.at(std::size_t(Tool)));
+}
+
+} // namespace
+
 void WaveEditor_Frm::RegisterSelectCommands() {
     for (const int Index : {0, 1, 2})
-        Commands.Set("SelectMouse_Mnu_" + std::to_string(Index), [Index] { SelectMouse(Index); });
+        Commands.Set("SelectMouse_Mnu_" + std::to_string(Index), [Index] {
+            SelectMouse(Index);
+            ToolTipNowAndThen(Index);
+        });
     Commands.Set("SelectAll_Mnu", SelectAllSamples);
     Commands.Set("SelectView_Mnu", SelectView);
     Commands.Set("SelectPlay_Mnu", SelectPlay);

@@ -3,6 +3,7 @@
 #include "view/ElidedLabel.h"
 #include "view/WaveEditor_Frm.h"
 #include "view/WavePanel.h"
+#include "view/WavePanelMouse.h"
 
 #include <QLabel>
 #include <QStatusBar>
@@ -26,6 +27,8 @@ void WaveEditor_Frm::BuildPanels() {
                                               : QStringLiteral("Waveform, right channel"));
         Wave_Pic.at(std::size_t(Channel)) = Panel;
     }
+    PanelMouse = std::make_unique<WavePanelMouse>(*this);
+    PanelMouse->SetSource(Source);
     ScalePic = new PicturePanel(QStringLiteral("ScalePic"), Client);
     ScalePic->setAccessibleName(QStringLiteral("Time scale and play selection"));
     ScalePic->SetBackColor(0xE6E6E6);

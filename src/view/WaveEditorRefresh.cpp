@@ -5,7 +5,6 @@
 #include "selection/DurationText.h"
 #include "selection/SelectionMod.h"
 #include "view/ArrowImage.h"
-#include "view/ColorSettings.h"
 #include "view/StripDraw.h"
 #include "view/ValueEntry.h"
 #include "view/ValueLabel.h"
@@ -13,6 +12,7 @@
 #include "view/WaveEditor_Frm.h"
 #include "view/WaveGeometry.h"
 #include "view/WavePanel.h"
+#include "view/WavePanelMouse.h"
 #include "view/ZoomMod.h"
 
 #include <QGuiApplication>
@@ -79,8 +79,10 @@ void WaveEditor_Frm::Refresh_Wave_View() {
     const std::int32_t Channels = Document.Channel == 2 ? 2 : 1;
     for (const int Channel : {1, 2})
         Wave_Pic.at(std::size_t(Channel))->Clear();
-    if (Document.Total < 1)
+    if (Document.Total < 1) {
+        PanelMouse->PictureRefreshed();
         return;
+    }
     ViewLimitsApply(Document.Total);
     const Hourglass Pointer(ViewTotal > HourglassViewTotal);
     SelectionLimit(Document.Total);
@@ -103,6 +105,7 @@ void WaveEditor_Frm::Refresh_Wave_View() {
     for (std::int32_t Channel = 1; Channel <= Channels; ++Channel)
         Wave_Pic.at(std::size_t(Channel))->TakeSnapshot();
     DescribePanels();
+    PanelMouse->PictureRefreshed();
 }
 
 ScaleView WaveEditor_Frm::CurrentScaleView() const {
@@ -160,7 +163,7 @@ void WaveEditor_Frm::RefreshDisplayLabels(bool Dragging) {
     const DocumentFacts Document = Source->Facts();
     if (!Dragging)
         StatusPanels.at("Size")->setText(ShownText(SizePanelText(Document)));
-    const DragRange Drag{DragFrom, DragTo};
+    const DragRange Drag{PanelMouse->Mouse.DragFrom, PanelMouse->Mouse.DragTo};
     const std::array<std::string, LabelCount> Texts =
         LabelTexts(Document.Freq, Dragging ? &Drag : nullptr);
     for (std::size_t Index = 0; Index < 3; ++Index) {
@@ -169,58 +172,17 @@ void WaveEditor_Frm::RefreshDisplayLabels(bool Dragging) {
     }
 }
 
+void WaveEditor_Frm::SetSource(const WaveSource* What) {
+    Source = What;
+    PanelMouse->SetSource(What);
+}
+
 void WaveEditor_Frm::ClearMouseFlags() {
-    MouseDownFlag = false;
-    MoveWait = false;
+    PanelMouse->Clear();
 }
-
-namespace {
-
-/// How a tool looks: its pointer, and whether and in which colour the line cursors follow it.
-struct ToolLook {
-    Qt::CursorShape Pointer;
-    bool LineOn;
-    WaveColor LineColor;
-};
-
-ToolLook LookOfTool() {
-    switch (ViewMouseMode) {
-    case 4:
-        return {Qt::CrossCursor, true, WaveColor::LineCursorColor};
-    case 5:
-        return {Qt::CrossCursor, true, WaveColor::SecPtSelLineCursorColor};
-    case 6:
-        return {Qt::CrossCursor, true, WaveColor::LineCursorColor};
-    case 8:
-        return {Qt::OpenHandCursor, true, WaveColor::LineCursorColor};
-    default:
-        break;
-    }
-    switch (MouseMode) {
-    case 2:
-        return {Qt::SizeHorCursor, true, WaveColor::LineCursorColor};
-    case 3:
-        return {Qt::SizeHorCursor, true, WaveColor::SecPtSelLineCursorColor};
-    case 7:
-        return {Qt::CrossCursor, false, WaveColor::LineCursorColor};
-    case 1:
-        return {Qt::ArrowCursor, true, WaveColor::SecPtSelLineCursorColor};
-    default:
-        return {Qt::ArrowCursor, true, WaveColor::LineCursorColor};
-    }
-}
-
-} // namespace
 
 void WaveEditor_Frm::RefreshMousePointer() {
-    const ToolLook Look = LookOfTool();
-    for (const int Channel : {1, 2}) {
-        WavePanel* Panel = Wave_Pic.at(std::size_t(Channel));
-        Panel->setCursor(Look.Pointer);
-        Panel->MouseLine->SetColor(ColorOf(Look.LineColor));
-        if (!Look.LineOn)
-            Panel->MouseLine->hide();
-    }
+    PanelMouse->ShowTool();
 }
 
 } // namespace quoril

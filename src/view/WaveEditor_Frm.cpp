@@ -10,6 +10,7 @@
 #include "view/ToolIcon.h"
 #include "view/ValueLabel.h"
 #include "view/WavePanel.h"
+#include "view/WavePanelMouse.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -62,7 +63,10 @@ void WaveEditor_Frm::RunCommand(const std::string& Name) {
     // A menu in the desktop's panel and assistive programs reach entries past every dialog.
     if (ProgressFrm->IsOn() || QApplication::activeModalWidget() != nullptr)
         return;
-    quoril::RunCommand({}, [&] { Commands.Run(Name); });
+    quoril::RunCommand({}, [&] {
+        Commands.Run(Name);
+        PanelMouse->CommandRun();
+    });
 }
 
 void WaveEditor_Frm::SetDocumentTitle(const std::string& WaveFileName) {

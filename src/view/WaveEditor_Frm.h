@@ -19,6 +19,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,7 @@ class PicturePanel;
 class ReadOutLabel;
 class ValueLabel;
 class WavePanel;
+class WavePanelMouse;
 
 class WaveEditor_Frm final : public QMainWindow, public UndoListener, public ViewListener {
   public:
@@ -125,14 +127,10 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     WaveScale PanelScale;
     std::array<std::int32_t, 3> ScrollEdge{};
     /// What is drawn; the document of the process unless a test gives another.
-    void SetSource(const WaveSource* What) { Source = What; }
+    void SetSource(const WaveSource* What);
 
-    // ---- A mouse gesture over a wave panel
-
-    bool MouseDownFlag = false; ///< the left button went down on a panel
-    bool MoveWait = false;      ///< moves are ignored, so that a shaky click is no drag
-    std::int32_t DragFrom = 0;  ///< the range that the labels show during a gesture
-    std::int32_t DragTo = 0;
+    /// What the mouse does over the wave panels.
+    std::unique_ptr<WavePanelMouse> PanelMouse;
 
   protected:
     bool event(QEvent* Event) override;
@@ -141,6 +139,7 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     void resizeEvent(QResizeEvent* Event) override;
     void moveEvent(QMoveEvent* Event) override;
     void changeEvent(QEvent* Event) override;
+    void keyPressEvent(QKeyEvent* Event) override;
     void closeEvent(QCloseEvent* Event) override;
     void dragEnterEvent(QDragEnterEvent* Event) override;
     void dropEvent(QDropEvent* Event) override;

@@ -14,6 +14,9 @@ class WavePanel final : public PicturePanel {
     /// Keeps the present picture as the finished one.
     void TakeSnapshot();
 
+    /// Shows the finished picture with the columns from `First` to before `Past` inverted.
+    void ShowInverted(int First, int Past);
+
     /// The finished picture of the last refresh, without mouse feedback. Null before the first.
     QImage WaveBak_Pic;
     PanelLine* MouseLine;  ///< follows the mouse

@@ -6,6 +6,7 @@
 #include "view/ReadOutLabel.h"
 #include "view/ValueLabel.h"
 #include "view/WavePanel.h"
+#include "view/WavePanelMouse.h"
 #include "view/ZoomMod.h"
 
 #include <QAccessible>
@@ -195,8 +196,8 @@ TEST_F(RefreshTest, TheLabelsShowSelectionAndView) {
     EXPECT_EQ(Label("ViewLbl_1"), "51");
     EXPECT_EQ(Label("ViewLbl_2"), "550");
     EXPECT_EQ(Label("StatusBar1_Size"), "Samples 1000, Duration 01");
-    Window->DragFrom = 5;
-    Window->DragTo = 14;
+    Window->PanelMouse->Mouse.DragFrom = 5;
+    Window->PanelMouse->Mouse.DragTo = 14;
     Window->RefreshDisplayLabels(true);
     EXPECT_EQ(Label("SelectLbl_0"), "10");
     EXPECT_EQ(Label("SelectLbl_1"), "5");

@@ -1,0 +1,307 @@
+#include "view/WavePanelMouse.h"
+
+#include "base/CommandFailure.h"
+#include "base/Failure.h"
+#include "base/ProgressReport.h"
+#include "base/QtText.h"
+#include "base/ViewState.h"
+#include "selection/SelectionMod.h"
+#include "selection/ViewListener.h"
+#include "view/MousePointer.h"
+#include "view/PointerCursor.h"
+#include "view/ReadOutLabel.h"
+#include "view/WaveEditor_Frm.h"
+#include "view/WavePanel.h"
+#include "view/WaveSource.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QTimer>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+namespace quoril {
+
+namespace {
+
+constexpr int MoveWaitMs = 70;
+constexpr double UnitsOfNotch = 120;
+constexpr int TipLeft = 10;
+constexpr int TipAbove = 14;
+
+std::int32_t ButtonOf(Qt::MouseButton Button) {
+    if (Button == Qt::LeftButton)
+        return MouseButtonLeft;
+    return Button == Qt::RightButton ? MouseButtonRight : 0;
+}
+
+/// Of the two ways that a wheel can turn, the one that was meant.
+double Meant(const QPoint& Delta) {
+    return std::abs(Delta.x()) > std::abs(Delta.y()) ? Delta.x() : Delta.y();
+}
+
+/// The work of an event. Nothing is done in the midst of a long command.
+template <class BodyType>
+void Handle(BodyType&& Body) {
+    if (!ProgressFrm->IsOn())
+        RunCommand({}, std::forward<BodyType>(Body));
+}
+
+} // namespace
+
+WavePanelMouse::WavePanelMouse(WaveEditor_Frm& MainWindow)
+    : MouseMoveWaitTimer(new QTimer(this)), Window(MainWindow),
+      ZoomTipLbl(new QLabel(QStringLiteral("Click the other end"),
+                            MainWindow.Wave_Pic[1]->parentWidget())) {
+    MouseMoveWaitTimer->setObjectName(QStringLiteral("MouseMoveWaitTimer"));
+    MouseMoveWaitTimer->setSingleShot(true);
+    MouseMoveWaitTimer->setInterval(MoveWaitMs);
+    connect(MouseMoveWaitTimer, &QTimer::timeout, this, [this] { Mouse.MoveWait = false; });
+    ZoomTipLbl->setObjectName(QStringLiteral("ZoomTipLbl"));
+    ZoomTipLbl->setAccessibleName(QStringLiteral("Tip of the zoom tool"));
+    ZoomTipLbl->setAttribute(Qt::WA_TransparentForMouseEvents);
+    ZoomTipLbl->setAutoFillBackground(true);
+    ZoomTipLbl->setBackgroundRole(QPalette::ToolTipBase);
+    ZoomTipLbl->setForegroundRole(QPalette::ToolTipText);
+    ZoomTipLbl->setFrameShape(QFrame::Box);
+    ZoomTipLbl->setContentsMargins(4, 1, 4, 1);
+    ZoomTipLbl->adjustSize();
+    ZoomTipLbl->hide();
+    for (const std::size_t Channel : {1U, 2U})
+        Window.Wave_Pic.at(Channel)->installEventFilter(this);
+    Window.installEventFilter(this);
+}
+
+bool WavePanelMouse::eventFilter(QObject* Watched, QEvent* Event) {
+    for (WavePanel* Panel : Window.Wave_Pic)
+        if (Panel != nullptr && Watched == Panel)
+            return PanelEvent(*Panel, Event);
+    if (Watched == &Window &&
+        (Event->type() == QEvent::WindowDeactivate || Event->type() == QEvent::WindowBlocked ||
+         Event->type() == QEvent::Hide))
+        Abandon();
+    return QObject::eventFilter(Watched, Event);
+}
+
+bool WavePanelMouse::PanelEvent(WavePanel& Panel, QEvent* Event) {
+    switch (Event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        Handle([&] { Press(Panel, *static_cast<QMouseEvent*>(Event)); });
+        return true;
+    case QEvent::MouseMove:
+        Handle([&] { Move(Panel, *static_cast<QMouseEvent*>(Event)); });
+        return true;
+    case QEvent::MouseButtonRelease:
+        Handle([&] { Release(Panel, *static_cast<QMouseEvent*>(Event)); });
+        return true;
+    case QEvent::Wheel:
+        Handle([&] { Turn(Panel, *static_cast<QWheelEvent*>(Event)); });
+        return true;
+    case QEvent::Leave:
+        Left();
+        return false;
+    default:
+        return false;
+    }
+}
+
+// ---- Buttons
+
+void WavePanelMouse::Press(WavePanel& Panel, const QMouseEvent& Event) {
+    if (Mouse.Hold() == MouseHold::None) {
+        Under = &Panel;
+        At = Event.position();
+    }
+    const double X = Panel.PixelAt(Event.position()).x();
+    const std::int32_t Button = ButtonOf(Event.button());
+    if (Event.type() == QEvent::MouseButtonDblClick)
+        Mouse.DoubleClick(Panel.Channel(), X, Button);
+    else
+        Mouse.Press(Panel.Channel(), X, Button);
+    if (Mouse.MoveWait)
+        MouseMoveWaitTimer->start();
+    ShowZoomTip();
+}
+
+void WavePanelMouse::Move(WavePanel& Panel, const QMouseEvent& Event) {
+    Window.StatusGuide("Press F1 to see help");
+    // The release can have gone to a menu or another window.
+    if (Mouse.Hold() != MouseHold::None && !(Event.buttons() & Qt::LeftButton))
+        Abandon();
+    if (Mouse.MoveWait)
+        return;
+    Under = &Panel;
+    At = Event.position();
+    ShowReadOut();
+    ShowLines();
+    ShowZoomTip();
+    if (Mouse.Move(Panel.PixelAt(At).x()))
+        ShowBand();
+}
+
+void WavePanelMouse::Release(WavePanel& Panel, const QMouseEvent& Event) {
+    Mouse.Release(Panel.PixelAt(Event.position()).x(), ButtonOf(Event.button()));
+    if (Mouse.Hold() == MouseHold::None)
+        MouseMoveWaitTimer->stop();
+}
+
+void WavePanelMouse::Left() {
+    // While a button is held the panel has the mouse, wherever it is.
+    if (Mouse.Hold() != MouseHold::None)
+        return;
+    Under = nullptr;
+    HideLines();
+    ShowReadOut();
+    ShowZoomTip();
+}
+
+void WavePanelMouse::Abandon() {
+    if (Mouse.Hold() == MouseHold::None)
+        return;
+    MouseMoveWaitTimer->stop();
+    Handle([this] { Mouse.Abandon(); });
+}
+
+void WavePanelMouse::Clear() {
+    MouseMoveWaitTimer->stop();
+    Mouse.Clear();
+}
+
+// ---- Wheel
+
+void WavePanelMouse::Turn(const WavePanel& Panel, const QWheelEvent& Event) {
+    const DocumentFacts Document = Source->Facts();
+    if (Document.Total < 1 || Mouse.Hold() == MouseHold::Pan)
+        return;
+    const double Width = std::max(Panel.ScaleWidth() - 1, 1);
+    const WheelView View{ViewFrom, ViewTotal, Document.Total};
+    const WheelDeed Deed =
+        WheelDeedOf(Event.modifiers() & Qt::ControlModifier, Event.modifiers() & Qt::ShiftModifier);
+    // Without phases it is a wheel, and the pixels that some systems tell with it are not the
+    // way of any finger.
+    const bool Fingers = Event.phase() != Qt::NoScrollPhase && !Event.pixelDelta().isNull();
+    if (Fingers && Deed == WheelDeed::Scroll)
+        return TakeView(Wheel.Moved(View, Meant(Event.pixelDelta()) * Panel.PixelRatio() / Width));
+    TakeView(Wheel.Turned(View, Deed, Meant(Event.angleDelta()) / UnitsOfNotch,
+                          Panel.PixelAt(Event.position()).x() / Width));
+}
+
+void WavePanelMouse::TakeView(const WheelView& View) {
+    if (View.From == ViewFrom && View.Samples == ViewTotal)
+        return;
+    ViewAll = false;
+    ViewFrom = View.From;
+    ViewTotal = View.Samples;
+    Refresh_Wave_View();
+}
+
+// ---- What follows the mouse
+
+void WavePanelMouse::ShowReadOut() {
+    const DocumentFacts Document = Source->Facts();
+    if (Under == nullptr || Document.Total < 1) {
+        for (const std::size_t Index : {1U, 2U})
+            Window.DisplayPosLbl.at(Index)->clear();
+        return;
+    }
+    const QPoint Pixel = Under->PixelAt(At);
+    const std::int32_t Pos = WavePositionAt(Pixel.x());
+    std::vector<std::int16_t> Samples;
+    if (WavePlaceAt(Pixel.x()) == Pos) {
+        try {
+            Source->SamplesAt(Under->Channel(), {Pos}, Samples);
+        } catch (const Failure&) {
+            // A box at every move would keep the user from everything else. The star says that
+            // the sample is not there, and a command that needs it says why.
+            Samples.clear();
+        }
+    }
+    Window.DisplayPosLbl[1]->setText(ShownText(MouseTimeText(Pos, Document.Freq)));
+    Window.DisplayPosLbl[2]->setText(ShownText(MouseLevelText(
+        Samples.empty() ? nullptr : &Samples.front(), Window.PanelScale.ValueAt(Pixel.y()))));
+}
+
+void WavePanelMouse::ShowLines() {
+    const DocumentFacts Document = Source->Facts();
+    const PointerLook Look = PointerLookOf(MouseMode, ViewMouseMode);
+    for (const std::size_t Channel : {1U, 2U}) {
+        WavePanel* Panel = Window.Wave_Pic.at(Channel);
+        const int X = Under == nullptr ? -1 : Under->PixelAt(At).x();
+        const bool Shown = Look.LineOn && Document.Total > 0 && X >= 0 && X < Panel->ScaleWidth() &&
+                           (SelBoth || Panel == Under);
+        if (Shown)
+            Panel->MouseLine->SetX(X);
+        Panel->MouseLine->setVisible(Shown);
+    }
+}
+
+void WavePanelMouse::HideLines() {
+    for (const std::size_t Channel : {1U, 2U})
+        Window.Wave_Pic.at(Channel)->MouseLine->hide();
+}
+
+void WavePanelMouse::ShowTool() {
+    const PointerLook Look = PointerLookOf(MouseMode, ViewMouseMode);
+    for (const std::size_t Channel : {1U, 2U}) {
+        WavePanel* Panel = Window.Wave_Pic.at(Channel);
+        Panel->setCursor(PointerCursor(Look.Image, Panel->PixelRatio()));
+        Panel->MouseLine->SetColor(ColorOf(Look.LineColor));
+        if (!Look.LineOn)
+            Panel->MouseLine->hide();
+    }
+    ShowZoomTip();
+}
+
+void WavePanelMouse::ShowBand() {
+    const std::int32_t WorkChn = WorkChannels(Source->Facts().Channel);
+    for (const int Channel : {1, 2}) {
+        WavePanel* Panel = Window.Wave_Pic.at(std::size_t(Channel));
+        if (!Panel->isVisible() || (WorkChn != 0 && WorkChn != Channel))
+            continue;
+        const BandColumns Columns =
+            BandColumnsOf(Mouse.DragFrom, Mouse.DragTo, Panel->ScaleWidth());
+        Panel->ShowInverted(Columns.First, Columns.Past);
+    }
+}
+
+void WavePanelMouse::ShowZoomTip() {
+    const bool Shown = ViewMouseMode == ViewMouseModeZoomEnd && Under != nullptr;
+    if (Shown) {
+        const QPoint Corner = Under->mapTo(ZoomTipLbl->parentWidget(), At.toPoint()) -
+                              QPoint(TipLeft, TipAbove + ZoomTipLbl->height());
+        const int Most = ZoomTipLbl->parentWidget()->width() - ZoomTipLbl->width();
+        ZoomTipLbl->move(std::clamp(Corner.x(), 0, std::max(Most, 0)), std::max(Corner.y(), 0));
+        ZoomTipLbl->raise();
+    }
+    ZoomTipLbl->setVisible(Shown);
+}
+
+// ---- When something else changed the view
+
+void WavePanelMouse::PictureRefreshed() {
+    if (Mouse.Revise())
+        ShowTool();
+    if (Mouse.Hold() == MouseHold::Select)
+        Window.RefreshDisplayLabels(true);
+    if (Mouse.Dragging())
+        ShowBand();
+    if (Under != nullptr)
+        ShowReadOut();
+    if (Source->Facts().Total < 1)
+        HideLines();
+}
+
+void WavePanelMouse::CommandRun() {
+    if (!Mouse.Revise())
+        return;
+    ShowTool();
+    Refresh_Wave_View();
+}
+
+} // namespace quoril
