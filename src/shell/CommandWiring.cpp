@@ -1,6 +1,8 @@
 #include "shell/CommandWiring.h"
 
 #include "audiofile/RecentFiles.h"
+#include "base/BusyPointer.h"
+#include "base/CommandFailure.h"
 #include "base/DocumentState.h"
 #include "base/Failure.h"
 #include "base/MsgBoxMod.h"
@@ -9,6 +11,8 @@
 #include "base/QtText.h"
 #include "base/ViewState.h"
 #include "bookmarks/BookmarkRec.h"
+#include "edit/LapMod.h"
+#include "edit/LengthCommands.h"
 #include "platform/ChildProcess.h"
 #include "platform/ProgramPlaces.h"
 #include "playback/DsPlayClass.h"
@@ -119,6 +123,22 @@ void WireUndoCommands(WaveEditor_Frm& Window) {
         else
             WaveStore->UndoInfoReset();
     });
+}
+
+void WireLengthCommands(WaveEditor_Frm& Window) {
+    SetBusyPointerRoutine([](bool Busy) {
+        if (Busy)
+            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        else
+            QGuiApplication::restoreOverrideCursor();
+    });
+    const auto Register = [&Window](const char* Name, void (*Command)()) {
+        Window.Commands.Set(Name, [Command] { RunCommand({}, Command); });
+    };
+    Register("Edit_Trim_Mnu", EditTrim);
+    Register("Edit_Lap_Mnu", EditLap);
+    Register("Insert_Silence_Mnu", InsertSilence);
+    Register("Format_Size_Mnu", ChangeSize);
 }
 
 void WireToolCommands(WaveEditor_Frm& Window) {

@@ -194,6 +194,7 @@ void WEditorClass::MakeMainWindow() {
     Files = std::make_unique<FileCommandsClass>(Dialogs, *FilesView);
     WireFileCommands(*Window, *Files);
     WireUndoCommands(*Window);
+    WireLengthCommands(*Window);
     WireToolCommands(*Window);
     Playing = std::make_unique<PlayControls>(*Window);
     Window->RefreshCommands();

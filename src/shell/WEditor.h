@@ -5,6 +5,7 @@
 #include "shell/ChkDskSpcFrm.h"
 #include "shell/CommandWiring.h"
 #include "shell/FileDialogWindows.h"
+#include "shell/LapFrm.h"
 #include "shell/MessageBoxes.h"
 #include "shell/PlayControls.h"
 #include "shell/ProgressFrm.h"
@@ -117,6 +118,7 @@ class WEditorClass {
     SelConfAsker SelectionQuestions;
     EntDurAsker DurationQuestions;
     ChkDskSpcAsker DiskSpaceQuestions;
+    LapAsker LapQuestions;
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;
     std::unique_ptr<WaveEditor_Frm> Window;
