@@ -1,6 +1,7 @@
 // The panels, labels and status bar of the main window.
 #include "view/ArrowImage.h"
 #include "view/ElidedLabel.h"
+#include "view/StripMouse.h"
 #include "view/WaveEditor_Frm.h"
 #include "view/WavePanel.h"
 #include "view/WavePanelMouse.h"
@@ -37,6 +38,7 @@ void WaveEditor_Frm::BuildPanels() {
     HScrollPic->setAccessibleName(QStringLiteral("Overview of the whole document"));
     for (const int Index : {0, 1})
         ArrowImg.at(std::size_t(Index)) = new ArrowImage(Index, HScrollPic);
+    new StripMouse(*this);
     InfoFrame = BuildInfoFrame();
 }
 

@@ -128,6 +128,7 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     std::array<std::int32_t, 3> ScrollEdge{};
     /// What is drawn; the document of the process unless a test gives another.
     void SetSource(const WaveSource* What);
+    [[nodiscard]] DocumentFacts Facts() const { return Source->Facts(); }
 
     /// What the mouse does over the wave panels.
     std::unique_ptr<WavePanelMouse> PanelMouse;
