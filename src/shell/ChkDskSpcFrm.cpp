@@ -153,7 +153,7 @@ void ChkDskSpcFrm::ShowState(const DiskSpaceStateRec& State) {
     Msg1Lbl->setText(QLatin1String(State.Message));
     const QColor Color = ColorOf(State.MessageColor);
     // Behind a colour as bright as the green a light window would leave nothing to read.
-    constexpr int Bright = 128;
+    constexpr int Bright = 100;
     QPalette Colors = Msg1Lbl->palette();
     Colors.setColor(QPalette::WindowText, Color);
     Colors.setColor(QPalette::Window, qGray(Color.rgb()) > Bright ? QColor(0x20, 0x20, 0x20)

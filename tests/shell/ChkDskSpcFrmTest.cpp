@@ -41,6 +41,11 @@ class ChkDskSpcTest : public ::testing::Test {
         return Part<QLabel>(Window, "Msg1Lbl")->palette().color(QPalette::WindowText);
     }
 
+    static bool MessageIsOnDark(const QWidget* Window) {
+        const QPalette Colors = Part<QLabel>(Window, "Msg1Lbl")->palette();
+        return Colors.color(QPalette::Window).lightness() < 64;
+    }
+
     const TestSession Session;
     ScriptedMessages Messages;
     ChkDskSpcAsker Asker;
@@ -101,10 +106,12 @@ TEST_F(ChkDskSpcTest, FollowsTheDiskThroughTheThreeStates) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return Button->text() == "Can not continue"; }));
         EXPECT_FALSE(Button->isEnabled());
         EXPECT_EQ(MessageColor(Window), QColor(0, 0, 0));
+        EXPECT_FALSE(MessageIsOnDark(Window));
         Free = 14 * Megabyte + 1;
         EXPECT_TRUE(QTest::qWaitFor([&] { return Button->text() == "Ok, Continue"; }));
         EXPECT_EQ(Message(Window), "Free space is enough, try again now.");
         EXPECT_EQ(MessageColor(Window), QColor(0, 255, 0));
+        EXPECT_TRUE(MessageIsOnDark(Window)) << "bright green can not be read on a light ground";
         Press(Window, "TryAgainBtn");
     });
     EXPECT_EQ(Ask(), 1);
