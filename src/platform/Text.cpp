@@ -22,6 +22,30 @@ constexpr bool IsDigit(char Letter) noexcept {
 
 constexpr std::string_view Blanks = " \t";
 
+/// Reads the decimal number at the start of a text, after blanks. The letters that it takes with
+/// the blanks; 0 when there is none, or none that a double holds.
+std::size_t NumberAtStart(std::string_view Text, double& Value) noexcept {
+    const char* const Begin = Text.data();
+    const std::size_t First = Text.find_first_not_of(Blanks);
+    if (First == std::string_view::npos)
+        return 0;
+    Text.remove_prefix(First);
+    const bool Negative = Text.front() == '-';
+    if (Negative || Text.front() == '+')
+        Text.remove_prefix(1);
+    // Only a digit may begin the number, after a point or at once: the library also knows words
+    // such as "inf" and "nan".
+    const std::size_t Digit = !Text.empty() && Text.front() == '.' ? 1 : 0;
+    if (Text.size() <= Digit || !IsDigit(Text[Digit]))
+        return 0;
+    double Read = 0.0;
+    const auto Parsed = std::from_chars(Text.data(), Text.data() + Text.size(), Read);
+    if (Parsed.ec != std::errc() || !std::isfinite(Read))
+        return 0;
+    Value = Negative ? -Read : Read;
+    return static_cast<std::size_t>(Parsed.ptr - Begin);
+}
+
 } // namespace
 
 std::string LowerCase(std::string_view Text) {
@@ -49,23 +73,16 @@ std::string Trim(std::string_view Text) {
 }
 
 double LeadingNumber(std::string_view Text) noexcept {
-    const std::size_t First = Text.find_first_not_of(Blanks);
-    if (First == std::string_view::npos)
-        return 0.0;
-    Text.remove_prefix(First);
-    const bool Negative = Text.front() == '-';
-    if (Negative || Text.front() == '+')
-        Text.remove_prefix(1);
-    // Only a digit may begin the number, after a point or at once: the library also knows words
-    // such as "inf" and "nan".
-    const std::size_t Digit = !Text.empty() && Text.front() == '.' ? 1 : 0;
-    if (Text.size() <= Digit || !IsDigit(Text[Digit]))
-        return 0.0;
     double Value = 0.0;
-    const auto Parsed = std::from_chars(Text.data(), Text.data() + Text.size(), Value);
-    if (Parsed.ec != std::errc() || !std::isfinite(Value))
-        return 0.0;
-    return Negative ? -Value : Value;
+    return NumberAtStart(Text, Value) == 0 ? 0.0 : Value;
+}
+
+std::optional<double> WholeNumber(std::string_view Text) noexcept {
+    double Value = 0.0;
+    const std::size_t Length = NumberAtStart(Text, Value);
+    if (Length == 0 || Text.find_first_not_of(Blanks, Length) != std::string_view::npos)
+        return std::nullopt;
+    return Value;
 }
 
 } // namespace quoril

@@ -1,6 +1,7 @@
 // Small operations on text bytes that do not depend on the language of the system.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,5 +17,8 @@ namespace quoril {
 /// The leading decimal number of a text, such as "12.5abc" or " -3"; 0 for anything else.
 /// The decimal mark is always the point. Never infinite, never NaN.
 [[nodiscard]] double LeadingNumber(std::string_view Text) noexcept;
+/// The decimal number that the whole text is, blanks at both ends aside; nothing for anything else,
+/// and for a number beyond the range of double. The decimal mark is always the point.
+[[nodiscard]] std::optional<double> WholeNumber(std::string_view Text) noexcept;
 
 } // namespace quoril

@@ -33,6 +33,8 @@ void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files);
 void WireUndoCommands(WaveEditor_Frm& Window);
 /// Registers trim, lap, silence and size.
 void WireLengthCommands(WaveEditor_Frm& Window);
+/// Registers the commands that compute samples.
+void WireEffectCommands(WaveEditor_Frm& Window);
 /// Registers the options and the words about the program.
 void WireToolCommands(WaveEditor_Frm& Window);
 

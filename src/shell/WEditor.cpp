@@ -195,6 +195,7 @@ void WEditorClass::MakeMainWindow() {
     WireFileCommands(*Window, *Files);
     WireUndoCommands(*Window);
     WireLengthCommands(*Window);
+    WireEffectCommands(*Window);
     WireToolCommands(*Window);
     Playing = std::make_unique<PlayControls>(*Window);
     Window->RefreshCommands();

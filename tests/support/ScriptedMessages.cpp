@@ -12,7 +12,8 @@ MsgBoxAnswer ScriptedMessages::MsgBox(const MsgBoxRequest& Request) {
 }
 
 InputBoxAnswer ScriptedMessages::InputBox(const std::string& Prompt, const std::string& Title,
-                                          const std::string&) {
+                                          const std::string& Proposed) {
+    Proposal = Proposed;
     Requests.push_back({Prompt, Title, MsgBoxButtons::OkCancel, MsgBoxAnswer::Ok});
     if (Inputs.empty())
         return {};

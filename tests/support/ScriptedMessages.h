@@ -29,9 +29,13 @@ class ScriptedMessages final : public UserMessages {
     /// The same, and forgets them.
     [[nodiscard]] std::vector<std::string> TakeTexts();
 
+    /// What the last input box began with; empty before the first one.
+    [[nodiscard]] const std::string& LastProposed() const { return Proposal; }
+
     std::vector<MsgBoxRequest> Requests;
 
   private:
+    std::string Proposal;
     std::deque<MsgBoxAnswer> Answers;
     std::deque<InputBoxAnswer> Inputs;
 };

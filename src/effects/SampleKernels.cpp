@@ -1,0 +1,127 @@
+#include "effects/SampleKernels.h"
+
+#include "base/Arithmetic.h"
+#include "base/Vectorised.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace quoril {
+
+namespace {
+
+/// Added and taken off, it rounds a double to the nearest whole number, ties to even.
+constexpr double RoundingShift = 6755399441055744.0;
+
+// The loops take plain pointers and limits and call nothing, so that they are vectorised.
+
+QUORIL_VECTORISED
+void RampLoop(const std::int16_t* In, std::int16_t* Out, std::int32_t Count, double Start,
+              double Step, std::int32_t Before, double Low, double High) noexcept {
+    for (std::int32_t k = 0; k < Count; ++k) {
+        double Value =
+            (Start + Step * static_cast<double>(Before + k)) * static_cast<double>(In[k]);
+        Value = Value < Low ? Low : Value;
+        Value = Value > High ? High : Value;
+        Value = (Value + RoundingShift) - RoundingShift;
+        Out[k] = static_cast<std::int16_t>(static_cast<std::int32_t>(Value));
+    }
+}
+
+QUORIL_VECTORISED
+void RangeLoop(const std::int16_t* In, std::size_t Count, std::int16_t& Low,
+               std::int16_t& High) noexcept {
+    std::int16_t Least = 0;
+    std::int16_t Most = 0;
+    for (std::size_t k = 0; k < Count; ++k) {
+        Least = In[k] < Least ? In[k] : Least;
+        Most = In[k] > Most ? In[k] : Most;
+    }
+    Low = Least;
+    High = Most;
+}
+
+QUORIL_VECTORISED
+void ReverseLoop(const std::int16_t* __restrict In, std::int16_t* __restrict Out,
+                 std::size_t Count) noexcept {
+    for (std::size_t k = 0; k < Count; ++k)
+        Out[k] = In[Count - 1 - k];
+}
+
+/// Out[k] = Offset + Sign x In[k].
+QUORIL_VECTORISED
+void LinearLoop(const std::int16_t* In, std::int16_t* Out, std::size_t Count, std::int32_t Sign,
+                std::int32_t Offset, std::int32_t Low, std::int32_t High) noexcept {
+    for (std::size_t k = 0; k < Count; ++k) {
+        std::int32_t Value = Offset + Sign * In[k];
+        Value = Value < Low ? Low : Value;
+        Out[k] = static_cast<std::int16_t>(Value > High ? High : Value);
+    }
+}
+
+/// Out[k] = A[k] + Sign x B[k].
+QUORIL_VECTORISED
+void MixLoop(const std::int16_t* A, const std::int16_t* B, std::int16_t* Out, std::size_t Count,
+             std::int32_t Sign, std::int32_t Low, std::int32_t High) noexcept {
+    for (std::size_t k = 0; k < Count; ++k) {
+        std::int32_t Value = A[k] + Sign * B[k];
+        Value = Value < Low ? Low : Value;
+        Out[k] = static_cast<std::int16_t>(Value > High ? High : Value);
+    }
+}
+
+QUORIL_VECTORISED
+void AverageLoop(const std::int16_t* A, const std::int16_t* B, std::int16_t* Out,
+                 std::size_t Count) noexcept {
+    for (std::size_t k = 0; k < Count; ++k) {
+        const std::int32_t Sum = A[k] + B[k];
+        const std::int32_t Floor = Sum >> 1;
+        Out[k] = static_cast<std::int16_t>(Floor + (Sum & Floor & 1));
+    }
+}
+
+} // namespace
+
+void RampRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out, double Start,
+             double Step, std::int32_t Before, std::int32_t Bits) noexcept {
+    RampLoop(In.data(), Out.data(), static_cast<std::int32_t>(In.size()), Start, Step, Before,
+             SampleLow(Bits), SampleHigh(Bits));
+}
+
+std::int32_t PeakOf(std::span<const std::int16_t> In) noexcept {
+    std::int16_t Low = 0;
+    std::int16_t High = 0;
+    RangeLoop(In.data(), In.size(), Low, High);
+    return std::max<std::int32_t>(High, -std::int32_t{Low});
+}
+
+void ReverseRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out) noexcept {
+    ReverseLoop(In.data(), Out.data(), In.size());
+}
+
+void InvertRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out,
+               std::int32_t Bits) noexcept {
+    LinearLoop(In.data(), Out.data(), In.size(), -1, 0, SampleLow(Bits), SampleHigh(Bits));
+}
+
+void OffsetRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out, std::int32_t Offset,
+               std::int32_t Bits) noexcept {
+    LinearLoop(In.data(), Out.data(), In.size(), 1, Offset, SampleLow(Bits), SampleHigh(Bits));
+}
+
+void AverageRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
+                std::span<std::int16_t> Out) noexcept {
+    AverageLoop(A.data(), B.data(), Out.data(), A.size());
+}
+
+void SumRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
+            std::span<std::int16_t> Out, std::int32_t Bits) noexcept {
+    MixLoop(A.data(), B.data(), Out.data(), A.size(), 1, SampleLow(Bits), SampleHigh(Bits));
+}
+
+void DifferenceRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
+                   std::span<std::int16_t> Out, std::int32_t Bits) noexcept {
+    MixLoop(A.data(), B.data(), Out.data(), A.size(), -1, SampleLow(Bits), SampleHigh(Bits));
+}
+
+} // namespace quoril
