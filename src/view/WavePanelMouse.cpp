@@ -69,7 +69,7 @@ WavePanelMouse::WavePanelMouse(WaveEditor_Frm& MainWindow)
     ZoomTipLbl->setBackgroundRole(QPalette::ToolTipBase);
     ZoomTipLbl->setForegroundRole(QPalette::ToolTipText);
     ZoomTipLbl->setFrameShape(QFrame::Box);
-    ZoomTipLbl->setContentsMargins(4, 1, 4, 1);
+    ZoomTipLbl->setMargin(3);
     ZoomTipLbl->adjustSize();
     ZoomTipLbl->hide();
     for (const std::size_t Channel : {1U, 2U})
