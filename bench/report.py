@@ -127,7 +127,7 @@ def main():
     program = os.path.join(build, "bench", "quoril_")
     rows = store_rows(program + "store_bench", given.work)
     for command in ([program + "file_bench", "speed"], [program + "file_bench", "memory"],
-                    [program + "draw_bench"]):
+                    [program + "draw_bench"], [program + "drag_bench"]):
         rows += [(name, value, unit, limit or None, "at most")
                  for name, value, unit, limit in lines_of(command, given.work)]
     rows += start_rows(build, given.work)
