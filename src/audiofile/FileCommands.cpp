@@ -33,7 +33,12 @@ class BusyPointer {
     FileCommandsView& View;
 };
 
-/// A name that some row of the types can read; otherwise the user is told.
+std::string WithAudioEnding(const std::string& FileName) {
+    return IsFileTypeSupported(FileName) ? FileName : FileName + ".wav";
+}
+
+} // namespace
+
 bool CanBeOpened(const std::string& FileName) {
     if (IsFileTypeSupported(FileName) && AudioFileTypeOf(FileName) != nullptr)
         return true;
@@ -42,12 +47,6 @@ bool CanBeOpened(const std::string& FileName) {
            "you can rename it to .raw type and try opening it.");
     return false;
 }
-
-std::string WithAudioEnding(const std::string& FileName) {
-    return IsFileTypeSupported(FileName) ? FileName : FileName + ".wav";
-}
-
-} // namespace
 
 bool UnsavedWorkMayGo(const std::string& Question) {
     std::string What;

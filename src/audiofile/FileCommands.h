@@ -101,6 +101,9 @@ class FileCommandsClass {
     bool HasFile = false;               ///< the document came from a file, or has been saved to one
 };
 
+/// True for a name that some type of audio files can read; otherwise the user is told.
+[[nodiscard]] bool CanBeOpened(const std::string& FileName);
+
 /// The question about unsaved work before a command that would lose it: true when there is none, or
 /// the user answers Yes. Changed samples hide changed bookmarks.
 [[nodiscard]] bool UnsavedWorkMayGo(const std::string& Question);

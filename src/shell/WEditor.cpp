@@ -6,6 +6,7 @@
 #include "base/ModalWindow.h"
 #include "base/MsgBoxMod.h"
 #include "base/PlayState.h"
+#include "edit/PrivateClipboard.h"
 #include "platform/FileSystem.h"
 #include "platform/Text.h"
 #include "playback/DsPlayClass.h"
@@ -36,6 +37,8 @@ WEditorClass::WEditorClass(WEditorSurroundings Given)
 WEditorClass::~WEditorClass() {
     MainWindowOpen = false;
     DropPlayer();
+    ClearClipboard();
+    Pasting.reset();
     Files.reset();
     FilesView.reset();
     Playing.reset();
@@ -80,9 +83,10 @@ std::span<const WEditorClass::Step> WEditorClass::MainWindowLoadSteps() {
 }
 
 std::span<const WEditorClass::Step> WEditorClass::ExitSteps() {
-    static constexpr std::array<Step, 10> Steps = {
+    static constexpr std::array<Step, 11> Steps = {
         {{"hide the main window", &WEditorClass::HideMainWindow},
          {"stop playback", &WEditorClass::StopPlayback},
+         {"drop the clip", &WEditorClass::DropClip},
          {"stop the sound driver", &WEditorClass::StopSoundDriver},
          {"drop the player", &WEditorClass::DropPlayer},
          {"drop the wave store", &WEditorClass::DropWaveStore},
@@ -193,6 +197,8 @@ void WEditorClass::MakeMainWindow() {
     FilesView = std::make_unique<FileCommandsWindow>(*Window);
     Files = std::make_unique<FileCommandsClass>(Dialogs, *FilesView);
     WireFileCommands(*Window, *Files);
+    Pasting = std::make_unique<CopyPasteClass>(Dialogs, CopiedBox);
+    WireCopyPasteCommands(*Window, *Pasting);
     WireUndoCommands(*Window);
     WireLengthCommands(*Window);
     WireEffectCommands(*Window);
@@ -304,6 +310,10 @@ void WEditorClass::StopPlayback() {
     if (SoundDriverState != 0)
         PlayCommand(PlayStopAndRelease, 0);
     ReleasePlayingFiles(false);
+}
+
+void WEditorClass::DropClip() {
+    ClearClipboard();
 }
 
 void WEditorClass::StopSoundDriver() {

@@ -4,6 +4,8 @@
 #include "playback/PlayerComponent.h"
 #include "shell/ChkDskSpcFrm.h"
 #include "shell/CommandWiring.h"
+#include "shell/CopyPasteWiring.h"
+#include "shell/DesktopClipboard.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/LapFrm.h"
 #include "shell/MessageBoxes.h"
@@ -102,6 +104,7 @@ class WEditorClass {
     [[nodiscard]] bool UnsavedWorkSettled();
     void HideMainWindow();
     void StopPlayback();
+    void DropClip();
     void StopSoundDriver();
     void DropPlayer();
     void DropWaveStore();
@@ -125,6 +128,9 @@ class WEditorClass {
     std::unique_ptr<WindowPlaceKeeper> PlaceKeeper;
     std::unique_ptr<FileCommandsWindow> FilesView;
     std::unique_ptr<FileCommandsClass> Files;
+    DesktopClipboard Clipboard;
+    CopyPasteWindows CopiedBox;
+    std::unique_ptr<CopyPasteClass> Pasting;
     std::unique_ptr<PlayControls> Playing;
     bool Closing = false;
 };

@@ -1,0 +1,105 @@
+#include "edit/ClipDescription.h"
+
+#include "base/Arithmetic.h"
+#include "base/Failure.h"
+#include "platform/FileHandle.h"
+#include "storage/PortableBlock.h"
+
+#include <algorithm>
+#include <bit>
+#include <map>
+#include <utility>
+
+namespace quoril {
+
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "words go to the file as they lie");
+
+constexpr std::size_t WordBytes = sizeof(std::int32_t);
+
+[[noreturn]] void FailDamaged() {
+    throw Failure("The description of the copied sound is damaged");
+}
+
+/// Sizes of files, each asked once.
+class FileSizes {
+  public:
+    [[nodiscard]] std::int64_t Of(const std::string& FileName) {
+        const auto Found = Sizes.find(FileName);
+        if (Found != Sizes.end())
+            return Found->second;
+        const std::int64_t Bytes = FileForReading(FileName).Length();
+        Sizes.emplace(FileName, Bytes);
+        return Bytes;
+    }
+
+  private:
+    std::map<std::string, std::int64_t> Sizes;
+};
+
+void CheckInFile(const PortableBlock& Block, FileSizes& Sizes) {
+    const bool Original = Block.Kind == BlockOrgFile;
+    const std::int64_t SampleBytes = Original ? Block.Bits / 8 : 2;
+    const std::int64_t Step = Original ? SampleBytes * Block.Channels : 2;
+    const std::int64_t End =
+        Block.FilePos - 1 + (std::int64_t{Block.Length} - 1) * Step + SampleBytes;
+    if (Block.Length > 0 && End > Sizes.Of(Block.Name))
+        FailDamaged();
+}
+
+} // namespace
+
+std::string ClipDescriptionName(const std::string& Folder, std::int32_t Channel) {
+    return Folder + (Channel == 2 ? "/InfoRight.dat" : "/InfoLeft.dat");
+}
+
+void ClipDescriptionWrite(const std::string& FileName, const std::vector<std::int32_t>& Words) {
+    FileForWriting File(FileName, FileForWriting::Mode::CreateNew);
+    File.Write(0, Words.data(), Words.size() * WordBytes);
+    File.Close();
+}
+
+std::vector<std::int32_t> ClipDescriptionRead(const std::string& FileName) {
+    const FileForReading File(FileName);
+    std::int32_t LastIndex = 0;
+    File.Read(0, &LastIndex, WordBytes);
+    const std::int64_t Count = std::int64_t{LastIndex} + 1;
+    if (LastIndex < 0 || Count * static_cast<std::int64_t>(WordBytes) > File.Length())
+        FailDamaged();
+    std::vector<std::int32_t> Words(static_cast<std::size_t>(Count));
+    File.Read(0, Words.data(), Words.size() * WordBytes);
+    return Words;
+}
+
+void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t Length) {
+    FileSizes Sizes;
+    std::vector<std::pair<std::int32_t, std::int32_t>> Places; // start and length
+    std::int64_t Sum = 0;
+    for (PortableBlockReader Reader(Words); !Reader.AtEnd();) {
+        const PortableBlock Block = Reader.NextBlock();
+        if (Block.Kind == BlockWorkFile || Block.Kind == BlockOrgFile)
+            CheckInFile(Block, Sizes);
+        else if (Block.Kind != BlockSilence)
+            FailDamaged();
+        Places.emplace_back(Block.Start, Block.Length);
+        Sum += Block.Length;
+    }
+    std::ranges::sort(Places);
+    std::int64_t Free = 1;
+    for (const auto& [Start, BlockLength] : Places) {
+        if (Start < Free)
+            FailDamaged();
+        Free = std::int64_t{Start} + BlockLength;
+    }
+    if (Sum > 2147483647 || (Length != 0 && Sum != Length))
+        FailDamaged();
+}
+
+BlockSet ClipDescriptionImport(const std::vector<std::int32_t>& Words) {
+    BlockSet Blocks;
+    LongsToBlockSet(Words, Blocks, true);
+    return Blocks;
+}
+
+} // namespace quoril

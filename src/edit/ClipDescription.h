@@ -1,0 +1,30 @@
+// The files that describe a clip to other processes: one block list each, as words.
+#pragma once
+
+#include "storage/WoroFileBlockMod.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace quoril {
+
+/// "InfoLeft.dat" (channel 1) or "InfoRight.dat" (channel 2) in a folder.
+[[nodiscard]] std::string ClipDescriptionName(const std::string& Folder, std::int32_t Channel);
+
+/// Makes the file new out of little-endian words. Throws SystemFailure.
+void ClipDescriptionWrite(const std::string& FileName, const std::vector<std::int32_t>& Words);
+/// The words of a file: as many as its first one tells. Throws Failure when the file holds fewer.
+[[nodiscard]] std::vector<std::int32_t> ClipDescriptionRead(const std::string& FileName);
+
+/// Throws Failure unless every block lies in its file, no two overlap, and their lengths add up to
+/// `Length` samples; `Length` 0 for any sum that a channel can have. Nothing is read but the sizes
+/// of the files, so that a damaged description costs neither time nor memory.
+void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t Length);
+
+/// A checked description as blocks of this process. The samples of files that only the other
+/// process uses are read at once, and its files are never deleted here. Throws Failure, and then
+/// leaves nothing behind.
+[[nodiscard]] BlockSet ClipDescriptionImport(const std::vector<std::int32_t>& Words);
+
+} // namespace quoril

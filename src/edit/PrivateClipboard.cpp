@@ -1,0 +1,195 @@
+#include "edit/PrivateClipboard.h"
+
+#include "base/Arithmetic.h"
+#include "base/CommandFailure.h"
+#include "base/MsgBoxMod.h"
+#include "base/ProgressReport.h"
+#include "edit/ClipBits.h"
+#include "edit/ClipDescription.h"
+#include "edit/ClipMarker.h"
+#include "edit/SystemClipboard.h"
+#include "settings/STD1.h"
+#include "storage/DiskSpaceGuardMod.h"
+#include "storage/FileMemoClass.h"
+
+#include <chrono>
+#include <random>
+#include <utility>
+
+namespace quoril {
+
+std::unique_ptr<BlockCarrBuffClass> ClipCarrL;
+std::unique_ptr<BlockCarrBuffClass> ClipCarrR;
+std::int32_t ClipPointer = 0;
+
+namespace {
+
+constexpr const char* GetFailedTitle = "Get Wave Form from Clipboard Failed";
+constexpr double PointerRange = 16000000.0;
+
+using CarrierPtr = std::unique_ptr<BlockCarrBuffClass>;
+
+void DropClip() {
+    ClipPointer = 0;
+    ClipCarrL.reset();
+    ClipCarrR.reset();
+}
+
+std::int32_t NewClipPointer() {
+    const auto Clock = std::chrono::system_clock::now().time_since_epoch().count();
+    std::mt19937_64 Generator(static_cast<std::uint64_t>(Clock));
+    std::uniform_real_distribution<double> Draw(0.0, 1.0);
+    std::int32_t Drawn = 0;
+    while (Drawn == 0) // 0 says that there is no clip
+        Drawn = RoundToLong(Draw(Generator) * PointerRange);
+    return Drawn;
+}
+
+/// A carrier of copies whose samples all lie in files, or are silent and need none.
+CarrierPtr CarrierInFiles(const BlockCarrBuffClass& Source) {
+    auto Copy = std::make_unique<BlockCarrBuffClass>();
+    BlockSet Blocks;
+    Source.BuffBlocksGetCopy(Blocks);
+    Copy->BuffBlocksPutFresh(std::move(Blocks));
+    for (const std::int32_t BlockNo : Copy->Blocks().Numbers())
+        if (BlockTable[static_cast<std::size_t>(BlockNo)].BlockKind == BlockMemory)
+            BlockToFile(BlockNo);
+    return Copy;
+}
+
+void Describe(const BlockCarrBuffClass* Carrier, std::int32_t Channel) {
+    std::vector<std::int32_t> Words = {0};
+    if (Carrier != nullptr)
+        BlockSetToLongs(Carrier->Blocks().Numbers(), Words);
+    ClipDescriptionWrite(ClipDescriptionName(AppPath, Channel), Words);
+}
+
+void PutClip(std::int32_t WorkChn, std::int32_t Bits, std::int32_t Freq,
+             const BlockCarrBuffClass* CarrL, const BlockCarrBuffClass* CarrR) {
+    ClipCarrL = CarrierInFiles(WorkChn == 2 ? *CarrR : *CarrL);
+    if (WorkChn == 0)
+        ClipCarrR = CarrierInFiles(*CarrR);
+    Describe(ClipCarrL.get(), 1);
+    Describe(ClipCarrR.get(), 2);
+    ClipMarker Marker;
+    Marker.Channels = WorkChn == 0 ? 2 : 1;
+    Marker.Length = ClipCarrL->WaveINos;
+    Marker.Bits = Bits;
+    Marker.Freq = Freq;
+    Marker.ClipPointer = NewClipPointer();
+    Marker.Folder = AppPath;
+    CurrentSystemClipboard().Clear();
+    CurrentSystemClipboard().SetText(ClipMarkerLine(Marker));
+    ClipPointer = Marker.ClipPointer;
+}
+
+bool RateMayDiffer(const ClipMarker& Marker) {
+    if (Marker.Freq == WaveStore->WavFmtFreq)
+        return true;
+    return MsgBox("The sampling rate of the audio found in clipboard is different\n" +
+                      Marker.FreqText +
+                      " Hz\nThis will be pasted with different pitch and duration\n"
+                      "It is recommended to make the formats same before copying\n"
+                      "Do you wish to proceed any way?",
+                  {}, MsgBoxButtons::YesNo, MsgBoxAnswer::No) == MsgBoxAnswer::Yes;
+}
+
+/// Takes the clip of another process over: all descriptions are checked before any sample is read.
+/// False when the user finds the disk too full.
+bool ImportClip(const ClipMarker& Marker) {
+    DropClip();
+    const auto Left = ClipDescriptionRead(ClipDescriptionName(Marker.Folder, 1));
+    ClipDescriptionCheck(Left, Marker.Length);
+    std::vector<std::int32_t> Right;
+    if (Marker.Channels == 2) {
+        Right = ClipDescriptionRead(ClipDescriptionName(Marker.Folder, 2));
+        ClipDescriptionCheck(Right, 0);
+    }
+    const std::int32_t Bytes = MulLong(Marker.Length, Marker.Channels == 2 ? 4 : 2);
+    if (!DiskSpaceGuard(AddLong(Bytes, Left[0])))
+        return false;
+    auto NewL = std::make_unique<BlockCarrBuffClass>();
+    CarrierPtr NewR;
+    NewL->BuffBlocksPutFresh(ClipDescriptionImport(Left));
+    if (Marker.Channels == 2) {
+        NewR = std::make_unique<BlockCarrBuffClass>();
+        NewR->BuffBlocksPutFresh(ClipDescriptionImport(Right));
+    }
+    ClipCarrL = std::move(NewL);
+    ClipCarrR = std::move(NewR);
+    ClipPointer = Marker.ClipPointer;
+    return true;
+}
+
+CarrierPtr CopyOf(const BlockCarrBuffClass& Clip) {
+    auto Copy = std::make_unique<BlockCarrBuffClass>();
+    BlockSet Blocks;
+    Clip.BuffBlocksGetCopy(Blocks);
+    Copy->BuffBlocksPutFresh(std::move(Blocks));
+    return Copy;
+}
+
+} // namespace
+
+bool PutClipboard(std::int32_t WorkChn, std::int32_t Bits, std::int32_t Freq,
+                  const BlockCarrBuffClass* CarrL, const BlockCarrBuffClass* CarrR) {
+    bool Room = false;
+    RunCommand({}, [&] {
+        std::int32_t Bytes = 0;
+        for (const BlockCarrBuffClass* const Carrier :
+             {WorkChn != 2 ? CarrL : nullptr, WorkChn != 1 ? CarrR : nullptr})
+            if (Carrier != nullptr)
+                Bytes = AddLong(Bytes, MulLong(2, Carrier->WaveINos));
+        Room = DiskSpaceGuard(Bytes);
+    });
+    if (!Room)
+        return false;
+    DropClip();
+    if (RunCommand({}, [&] { PutClip(WorkChn, Bits, Freq, CarrL, CarrR); }))
+        return true;
+    DropClip();
+    // What is described there now is no whole clip, and a line of the clip before may still be
+    // on the desktop's clipboard.
+    FileDelete(ClipDescriptionName(AppPath, 1));
+    FileDelete(ClipDescriptionName(AppPath, 2));
+    return false;
+}
+
+bool GetClipboard(std::unique_ptr<BlockCarrBuffClass>& CarrL,
+                  std::unique_ptr<BlockCarrBuffClass>& CarrR, std::int32_t WorkChn) {
+    bool Found = false;
+    bool Refused = false;
+    const bool Went = RunCommand(GetFailedTitle, [&] {
+        const ProgressScope Progress(BarColorGather);
+        const auto Marker = ClipMarkerRead(CurrentSystemClipboard().Text());
+        if (!Marker || !RateMayDiffer(*Marker))
+            return;
+        Refused = (ClipPointer == 0 || Marker->ClipPointer != ClipPointer) && !ImportClip(*Marker);
+        if (Refused)
+            return;
+        const BlockCarrBuffClass& Second = ClipCarrR != nullptr ? *ClipCarrR : *ClipCarrL;
+        if (Marker->Channels == 2 || WorkChn != 2)
+            CarrL = CopyOf(*ClipCarrL);
+        if (Marker->Channels == 2 || WorkChn != 1)
+            CarrR = CopyOf(Second);
+        for (const CarrierPtr* const Carrier :
+             {WorkChn != 2 ? &CarrL : nullptr, WorkChn != 1 ? &CarrR : nullptr})
+            if (Carrier != nullptr)
+                ClipBitsChange(**Carrier, Marker->Bits, WaveStore->WavFmtBits);
+        Found = true;
+    });
+    if (Went && !Found && !Refused)
+        MsgBox("No Waveform found (or invalid data) in Clipboard", GetFailedTitle);
+    return Found;
+}
+
+void ClearClipboard() {
+    if (ClipPointer != 0) {
+        const auto Marker = ClipMarkerRead(CurrentSystemClipboard().Text());
+        if (Marker && Marker->ClipPointer == ClipPointer)
+            CurrentSystemClipboard().Clear();
+    }
+    DropClip();
+}
+
+} // namespace quoril

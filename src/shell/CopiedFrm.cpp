@@ -1,0 +1,53 @@
+#include "shell/CopiedFrm.h"
+
+#include "base/QtText.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace quoril {
+
+namespace {
+
+constexpr int TextWidth = 380;
+
+QLabel* Line(const char* Name, const std::string& Text, QWidget* Parent) {
+    auto* Label = new QLabel(ShownText(Text), Parent);
+    Label->setObjectName(QLatin1String(Name));
+    Label->setAccessibleName(Label->text());
+    Label->setTextFormat(Qt::PlainText);
+    Label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    Label->setMinimumWidth(TextWidth);
+    return Label;
+}
+
+} // namespace
+
+CopiedFrm::CopiedFrm(const CopiedLines& Lines, QWidget* Parent) : QDialog(Parent) {
+    setObjectName(QStringLiteral("CopiedFrm"));
+    setWindowTitle(QStringLiteral("Wave samples placed in private ClipBoard"));
+    auto* Column = new QVBoxLayout(this);
+    Column->addWidget(Line("CopiedLbl_0", Lines.First, this));
+    Column->addWidget(Line("CopiedLbl_1", Lines.Second, this));
+    QLabel* Note = Line("CopiedLbl_2", Lines.Note, this);
+    Note->setWordWrap(true);
+    Column->addSpacing(8);
+    Column->addWidget(Note);
+
+    auto* OkBtn = new QPushButton(QStringLiteral("OK"), this);
+    OkBtn->setObjectName(QStringLiteral("OkBtn"));
+    OkBtn->setAccessibleName(tr("Close this message"));
+    OkBtn->setDefault(true);
+    OkBtn->setFocus();
+    connect(OkBtn, &QPushButton::clicked, this, &QDialog::accept);
+    auto* Row = new QHBoxLayout;
+    Row->addStretch();
+    Row->addWidget(OkBtn);
+    Row->addStretch();
+    Column->addSpacing(8);
+    Column->addLayout(Row);
+}
+
+} // namespace quoril

@@ -1,0 +1,205 @@
+// Clips of other processes, and descriptions that somebody damaged.
+#include "edit/ClipDescription.h"
+#include "edit/ClipMarker.h"
+#include "edit/CopyPasteFixture.h"
+
+#include <cstring>
+#include <filesystem>
+
+namespace quoril::test {
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class ClipImportTest : public CopyPasteFixture {
+  protected:
+    using Words = std::vector<std::int32_t>;
+
+    void Offer(std::int32_t Channels, std::int32_t Length) {
+        ClipMarker Marker;
+        Marker.Channels = Channels;
+        Marker.Length = Length;
+        Marker.Freq = 1000;
+        Marker.ClipPointer = 4711;
+        Marker.Folder = AppPath;
+        Slot.Held = ClipMarkerLine(Marker);
+    }
+    static void Describe(const Words& Longs) {
+        ClipDescriptionWrite(ClipDescriptionName(AppPath, 1), Longs);
+    }
+    /// One block; the name packed as it must be.
+    static Words OneBlock(const std::string& Name, std::int32_t Length, std::int32_t Kind,
+                          std::int32_t Start, std::int32_t FilePos) {
+        Words Longs = {0, 1};
+        const auto NameWords = static_cast<std::int32_t>((Name.size() + 3) / 4);
+        Longs.push_back(NameWords + 1);
+        Longs.push_back(static_cast<std::int32_t>(Name.size()));
+        Longs.resize(Longs.size() + static_cast<std::size_t>(NameWords));
+        std::memcpy(&Longs[4], Name.data(), Name.size());
+        Longs.insert(Longs.end(), {Length, Kind, Start, FilePos, 1, 16});
+        Longs[0] = static_cast<std::int32_t>(Longs.size()) - 1;
+        return Longs;
+    }
+    [[nodiscard]] std::string ForeignFile(std::int32_t Samples) const {
+        std::vector<std::uint8_t> Bytes;
+        for (std::int32_t i = 1; i <= Samples; ++i) {
+            Bytes.push_back(static_cast<std::uint8_t>(i));
+            Bytes.push_back(0);
+        }
+        return Session.WriteFile("foreign.tmp", Bytes);
+    }
+    void ExpectRefused(const char* Why) {
+        Document({1, 2});
+        const std::int32_t Used = MemoryUsed;
+        PasteAt(PasteInsert, 1);
+        EXPECT_THAT(Messages.Texts(), SizeIs(1)) << Why;
+        for (const std::string& Text : Messages.TakeTexts())
+            EXPECT_TRUE(Text.starts_with("Get Wave Form from Clipboard Failed|")) << Text;
+        EXPECT_THAT(Left(), ElementsAre(1, 2)) << Why;
+        EXPECT_EQ(WaveStore->UndoCount(), 0) << Why;
+        EXPECT_EQ(MemoryUsed, Used) << Why;
+        EXPECT_EQ(BrokenRule(*WaveStore), "") << Why;
+    }
+};
+
+TEST_F(ClipImportTest, a_foreign_work_file_is_read_at_once_and_never_deleted) {
+    const std::string Foreign = ForeignFile(5);
+    Describe(OneBlock(Foreign, 3, BlockWorkFile, 1, 3));
+    Offer(1, 3);
+    Document({50});
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Messages.Texts(), IsEmpty());
+    EXPECT_THAT(Left(), ElementsAre(2, 3, 4, 50));
+    EXPECT_EQ(ClipPointer, 4711);
+    for (const WorkFileRec& File : WorkFileTable)
+        EXPECT_NE(File.WorkFileName, Foreign);
+    ClearClipboard();
+    Document({1});
+    FilesSweep();
+    EXPECT_TRUE(FileThere(Foreign));
+}
+
+TEST_F(ClipImportTest, the_other_process_may_end_after_the_paste) {
+    const std::string Foreign = ForeignFile(5);
+    Describe(OneBlock(Foreign, 5, BlockWorkFile, 1, 1));
+    Offer(1, 5);
+    Document({50});
+    PasteAt(PasteInsert, 1);
+    std::filesystem::remove(Foreign);
+    PasteAt(PasteInsert, 1); // once imported, a clip is this process's own
+    EXPECT_THAT(Messages.Texts(), IsEmpty());
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4, 5, 1, 2, 3, 4, 5, 50));
+}
+
+TEST_F(ClipImportTest, pasting_twice_here_imports_nothing) {
+    Clip({10, 20});
+    Document({1});
+    std::filesystem::remove(AppPath + "/InfoLeft.dat");
+    PasteAt(PasteInsert, 1);
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Messages.Texts(), IsEmpty());
+    EXPECT_THAT(Left(), ElementsAre(10, 20, 10, 20, 1));
+}
+
+TEST_F(ClipImportTest, a_copy_can_be_read_back_from_its_description) {
+    Clip({10, 20, 0, 30}, {1, 2, 3, 4});
+    const std::string Folder = SessionDir;
+    // The files must outlive the clip, as those of another process do.
+    auto KeptL = std::move(ClipCarrL);
+    auto KeptR = std::move(ClipCarrR);
+    BecomeAnotherProcess();
+    Document({7}, {8});
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Messages.Texts(), IsEmpty());
+    EXPECT_THAT(Left(), ElementsAre(10, 20, 0, 30, 7));
+    EXPECT_THAT(Right(), ElementsAre(1, 2, 3, 4, 8));
+}
+
+TEST_F(ClipImportTest, silence_comes_as_silence) {
+    Describe(OneBlock(" ", 1000, BlockSilence, 1, 0));
+    Offer(1, 1000);
+    Document({5});
+    const std::int32_t Used = MemoryUsed;
+    PasteAt(PasteInsert, 1);
+    EXPECT_EQ(Left().size(), 1001U);
+    EXPECT_EQ(MemoryUsed, Used);
+}
+
+TEST_F(ClipImportTest, a_clip_that_is_gone_is_told) {
+    Offer(1, 3);
+    ExpectRefused("no description");
+    Describe(OneBlock(Session.Path("gone"), 3, BlockWorkFile, 1, 1));
+    ExpectRefused("no work file");
+    Slot.Held = "QuorilWaveEditorClip,1,3,16,1000,ClipPointer:4711,/no/such/folder";
+    ExpectRefused("no folder");
+}
+
+TEST_F(ClipImportTest, a_damaged_description_is_told_and_changes_nothing) {
+    const std::string File = ForeignFile(5);
+    const Words Good = OneBlock(File, 3, BlockWorkFile, 1, 1);
+    Offer(1, 3);
+    const auto Refuse = [&](const char* Why, const Words& Longs) {
+        Describe(Longs);
+        ExpectRefused(Why);
+    };
+    for (std::size_t Cut = 0; Cut < Good.size(); ++Cut)
+        Refuse("cut short", {Good.begin(), Good.begin() + static_cast<std::ptrdiff_t>(Cut)});
+    const auto With = [&Good](std::size_t At, std::int32_t Value) {
+        Words Longs = Good;
+        Longs[At] = Value;
+        return Longs;
+    };
+    const std::size_t Last = Good.size() - 1;
+    Refuse("last index below 0", With(0, -1));
+    Refuse("last index far out", With(0, 2147483647));
+    Refuse("more blocks than there are", With(1, 2));
+    Refuse("fewer than no blocks", With(1, -1));
+    Refuse("a name longer than the file", With(2, 1000000));
+    Refuse("a name below nothing", With(2, -1));
+    Refuse("a name longer than its words", With(3, 100000));
+    Refuse("a length below 0", With(Last - 5, -3));
+    Refuse("longer than the file", With(Last - 5, 6));
+    Refuse("far longer than the file", With(Last - 5, 2147483000));
+    Refuse("another length than was told", With(Last - 5, 2));
+    Refuse("a kind that is in memory", With(Last - 4, BlockMemory));
+    Refuse("no kind", With(Last - 4, 99));
+    Refuse("a start below 1", With(Last - 3, 0));
+    Refuse("a place behind the file", With(Last - 2, 100));
+    Refuse("a place below 1", With(Last - 2, 0));
+    Words Original = With(Last - 4, BlockOrgFile);
+    Original[Last - 1] = 3;
+    Refuse("an original file of 3 channels", Original);
+    Refuse("a folder in place of a file", OneBlock(AppPath, 3, BlockWorkFile, 1, 1));
+    Refuse("a device in place of a file", OneBlock("/dev/zero", 3, BlockWorkFile, 1, 1));
+    EXPECT_TRUE(FileThere(File));
+
+    Words Two = OneBlock(" ", 2, BlockSilence, 1, 0);
+    const Words Second = OneBlock(" ", 1, BlockSilence, 2, 0);
+    Two.insert(Two.end(), Second.begin() + 2, Second.end());
+    Two[0] = static_cast<std::int32_t>(Two.size()) - 1;
+    Two[1] = 2;
+    Refuse("blocks that overlap", Two);
+
+    Describe(Good);
+    Document({9});
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 9)) << "the undamaged one works";
+}
+
+TEST_F(ClipImportTest, a_failed_import_leaves_no_clip_to_paste_from) {
+    Clip({1, 2});
+    Offer(1, 3);
+    std::filesystem::remove(AppPath + "/InfoLeft.dat");
+    ExpectRefused("no description");
+    EXPECT_EQ(ClipPointer, 0);
+    EXPECT_EQ(ClipCarrL, nullptr);
+    Slot.Held = "QuorilWaveEditorClip,1,3,16,1000,ClipPointer:0,/no/such/folder";
+    ExpectRefused("the number of no clip");
+}
+
+} // namespace
+
+} // namespace quoril::test

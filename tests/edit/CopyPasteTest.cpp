@@ -1,0 +1,463 @@
+#include "audiofile/DocumentFile.h"
+#include "audiofile/OpenSaveClass.h"
+#include "audiofile/WavMaker.h"
+#include "edit/ClipMarker.h"
+#include "edit/CopyPasteFixture.h"
+
+#include <chrono>
+#include <filesystem>
+
+namespace quoril::test {
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+using CopyPasteTest = CopyPasteFixture;
+
+constexpr const char* NoClip = "Get Wave Form from Clipboard Failed|No Waveform found (or invalid "
+                               "data) in Clipboard";
+
+TEST_F(CopyPasteTest, copy_puts_a_marker_on_the_desktops_clipboard_and_leaves_the_document) {
+    Document({1, 2, 3, 4, 5}, {6, 7, 8, 9, 10});
+    WaveChanged = false;
+    Select(2, 4);
+    Commands.Copy();
+    const auto Marker = ClipMarkerRead(Slot.Held);
+    ASSERT_TRUE(Marker.has_value());
+    EXPECT_EQ(Marker->Channels, 2);
+    EXPECT_EQ(Marker->Length, 3);
+    EXPECT_EQ(Marker->Bits, 16);
+    EXPECT_EQ(Marker->Freq, 1000);
+    EXPECT_EQ(Marker->ClipPointer, ClipPointer);
+    EXPECT_NE(ClipPointer, 0);
+    EXPECT_EQ(Marker->Folder, AppPath);
+    EXPECT_TRUE(FileThere(AppPath + "/InfoLeft.dat"));
+    EXPECT_TRUE(FileThere(AppPath + "/InfoRight.dat"));
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4, 5));
+    EXPECT_FALSE(WaveChanged);
+}
+
+TEST_F(CopyPasteTest, the_right_description_of_a_mono_clip_is_one_zero_word) {
+    Clip({1, 2, 3});
+    EXPECT_EQ(TestSession::ReadFile(AppPath + "/InfoRight.dat"), std::vector<std::uint8_t>(4, 0));
+}
+
+TEST_F(CopyPasteTest, a_copy_is_confirmed_in_samples_and_time) {
+    Document(std::vector<std::int16_t>(5000, 7));
+    Select(1001, 3500);
+    Commands.Copy();
+    ASSERT_EQ(Windows.Copied.size(), 1U);
+    EXPECT_EQ(Windows.Copied[0].First, "Samples: 2500 (From 1001 to 3500)");
+    EXPECT_EQ(Windows.Copied[0].Second, "Duration: 02.50 (From 01 to 03.50)");
+    EXPECT_EQ(Windows.Copied[0].Note,
+              "Note: You can paste it anywhere in this wave file or in another instance of Wave "
+              "Editor. (You can run multiple Editors windows at the same time, to edit multiple "
+              "files).");
+}
+
+TEST_F(CopyPasteTest, a_cut_is_confirmed_in_samples_and_seconds) {
+    Document(std::vector<std::int16_t>(5000, 7));
+    Select(1001, 3500);
+    Commands.Cut();
+    ASSERT_EQ(Windows.Copied.size(), 1U);
+    EXPECT_EQ(Windows.Copied[0].First, "Samples: 2500 (1001 to 3500)");
+    EXPECT_EQ(Windows.Copied[0].Second, "Duration: 2.500 Seconds");
+}
+
+TEST_F(CopyPasteTest, a_clip_of_the_right_channel_is_a_left_one) {
+    Document({1, 2, 3}, {4, 5, 6});
+    SelBoth = false;
+    SelSingle = 2;
+    Select(1, 2);
+    Commands.Copy();
+    ASSERT_NE(ClipCarrL, nullptr);
+    EXPECT_EQ(ClipCarrR, nullptr);
+    EXPECT_EQ(ClipMarkerRead(Slot.Held)->Channels, 1);
+    Document({0});
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(4, 5, 0));
+}
+
+TEST_F(CopyPasteTest, cut_takes_out_what_it_copies_and_one_undo_puts_it_back) {
+    Document({1, 2, 3, 4, 5});
+    Select(2, 3);
+    Commands.Cut();
+    EXPECT_THAT(Left(), ElementsAre(1, 4, 5));
+    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Cut");
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(2, 3, 1, 4, 5));
+    WaveStore->Undo();
+    WaveStore->Undo();
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4, 5));
+    EXPECT_THAT(Messages.Texts(), IsEmpty());
+}
+
+TEST_F(CopyPasteTest, delete_leaves_the_clip_alone) {
+    Document({1, 2, 3, 4, 5});
+    Select(1, 2);
+    Commands.Copy();
+    const std::string Line = Slot.Held;
+    Select(3, 5);
+    Commands.Delete();
+    EXPECT_THAT(Left(), ElementsAre(1, 2));
+    EXPECT_EQ(Slot.Held, Line);
+    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Delete");
+    WaveStore->Undo();
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4, 5));
+}
+
+TEST_F(CopyPasteTest, a_copy_that_fails_says_so_and_a_cut_then_deletes_nothing) {
+    Document({1, 2, 3});
+    const std::string Folder = AppPath;
+    AppPath = Session.Path("missing");
+    Select(1, 2);
+    Commands.Copy();
+    ASSERT_EQ(Messages.Texts().size(), 2U);
+    EXPECT_EQ(Messages.TakeTexts().back(), "Copying failed");
+    Commands.Cut();
+    EXPECT_EQ(Messages.TakeTexts().back(), "Copying failed,\nDeleting not done.");
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3));
+    EXPECT_EQ(ClipPointer, 0);
+    EXPECT_THAT(Windows.Copied, IsEmpty());
+    AppPath = Folder;
+}
+
+TEST_F(CopyPasteTest, replace_takes_the_place_of_as_many_and_runs_past_the_end) {
+    Clip({10, 20, 30});
+    Document({1, 2, 3, 4, 5});
+    PasteAt(PasteReplace, 2);
+    EXPECT_THAT(Left(), ElementsAre(1, 10, 20, 30, 5));
+    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Replace");
+    PasteAt(PasteReplace, 5);
+    EXPECT_THAT(Left(), ElementsAre(1, 10, 20, 30, 10, 20, 30));
+    WaveStore->Undo();
+    WaveStore->Undo();
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4, 5));
+}
+
+TEST_F(CopyPasteTest, insert_at_the_last_sample_goes_before_it) {
+    Clip({10, 20});
+    Document({1, 2, 3});
+    PasteAt(PasteInsert, 3);
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 10, 20, 3));
+    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Insert");
+}
+
+TEST_F(CopyPasteTest, a_mono_clip_fills_both_channels) {
+    Clip({10, 20});
+    Document({1, 2}, {3, 4});
+    PasteAt(PasteInsert, 2);
+    EXPECT_THAT(Left(), ElementsAre(1, 10, 20, 2));
+    EXPECT_THAT(Right(), ElementsAre(3, 10, 20, 4));
+}
+
+TEST_F(CopyPasteTest, a_channel_takes_its_own_of_a_stereo_clip) {
+    Clip({10, 20}, {30, 40});
+    Document({1, 2}, {3, 4});
+    SelBoth = false;
+    SelSingle = 2;
+    PasteAt(PasteReplace, 1);
+    EXPECT_THAT(Left(), ElementsAre(1, 2));
+    EXPECT_THAT(Right(), ElementsAre(30, 40));
+}
+
+TEST_F(CopyPasteTest, other_texts_on_the_clipboard_are_no_clip) {
+    Document({1, 2, 3});
+    for (const char* Text :
+         {"", "some words", "QuorilWaveEditorClip,1,0,16,1000,ClipPointer:5,/"}) {
+        Slot.Held = Text;
+        PasteAt(PasteInsert, 1);
+        EXPECT_THAT(Messages.TakeTexts(), ElementsAre(NoClip)) << Text;
+    }
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3));
+}
+
+TEST_F(CopyPasteTest, a_folder_with_a_comma_cannot_be_pasted_from_even_here) {
+    const std::string Folder = AppPath;
+    AppPath = Session.Path("a,b");
+    std::filesystem::create_directory(AppPath);
+    Clip({1, 2});
+    Document({5});
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre(NoClip));
+    EXPECT_THAT(Left(), ElementsAre(5));
+    AppPath = Folder;
+}
+
+TEST_F(CopyPasteTest, another_rate_is_asked_about_and_no_is_no_clip) {
+    Clip({10, 20});
+    Document({1});
+    WaveStore->WavFmtFreq = 8000;
+    const char* Question = "The sampling rate of the audio found in clipboard is different\n1000 "
+                           "Hz\nThis will be pasted with different pitch and duration\nIt is "
+                           "recommended to make the formats same before copying\nDo you wish to "
+                           "proceed any way?";
+    Messages.Answer(MsgBoxAnswer::No);
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre(Question, NoClip));
+    EXPECT_THAT(Left(), ElementsAre(1));
+    Messages.Answer(MsgBoxAnswer::Yes);
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre(Question));
+    EXPECT_THAT(Left(), ElementsAre(10, 20, 1));
+}
+
+TEST_F(CopyPasteTest, samples_of_8_bits_are_scaled_to_16) {
+    Clip({-128, 127, 0, 1}, {}, 8);
+    Document({5});
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(-32640, 32385, 0, 255, 5));
+}
+
+TEST_F(CopyPasteTest, samples_of_16_bits_are_rounded_to_8_with_ties_to_even) {
+    Clip({32767, -32768, 128, 384, -128, -384, 129, 255});
+    Document({5}, {}, 8);
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(128, -128, 0, 2, 0, -2, 1, 1, 5));
+}
+
+TEST_F(CopyPasteTest, a_change_of_bits_leaves_the_clip_as_it_is) {
+    Clip({256, 512});
+    Document({5}, {}, 8);
+    PasteAt(PasteInsert, 1);
+    Document({5});
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(256, 512, 5));
+}
+
+TEST_F(CopyPasteTest, the_clip_ends_with_the_program_and_takes_its_line_along) {
+    Clip({1, 2});
+    ClearClipboard();
+    EXPECT_EQ(Slot.Held, "");
+    EXPECT_EQ(ClipPointer, 0);
+    EXPECT_EQ(ClipCarrL, nullptr);
+}
+
+TEST_F(CopyPasteTest, what_another_program_put_there_since_stays) {
+    Clip({1, 2});
+    Slot.Held = "a shopping list";
+    ClearClipboard();
+    EXPECT_EQ(Slot.Held, "a shopping list");
+    Clip({1, 2});
+    Slot.Held = "QuorilWaveEditorClip,1,2,16,1000,ClipPointer:20000000,/tmp";
+    ClearClipboard();
+    EXPECT_NE(Slot.Held, "");
+    EXPECT_EQ(ClipPointer, 0);
+}
+
+TEST_F(CopyPasteTest, copy_cut_paste_and_undo_read_no_sample_of_a_file) {
+    const std::string Path = Session.WriteFile(
+        "a.wav", WavFile{.Rate = 1000, .Data = AudioBytes(Noise(9000, 16, 3), 16)}.Whole());
+    bool Loaded = false;
+    OpenSaveClass().FileLoadWave(*WaveStore, Path, Loaded);
+    ASSERT_TRUE(Loaded);
+    WaveStore->UndoInfoReset();
+    const auto Before = Left();
+    const std::int32_t Used = MemoryUsed;
+    Select(1, WaveStore->WavWaveINos);
+    Commands.Copy();
+    PasteAt(PasteReplace, 1);
+    PasteAt(PasteInsert, 1);
+    Select(1, 9000);
+    Commands.Cut();
+    Messages.AnswerInput("3");
+    PasteAt(PasteMultiInsert, 1);
+    for (int Step = 0; Step < 4; ++Step)
+        WaveStore->Undo();
+    EXPECT_EQ(MemoryUsed, Used);
+    for (const BlockRec& Each : BlockTable)
+        EXPECT_TRUE(Each.BlockKind == BlockFreeSlot || Each.BlockKind == BlockOrgFile);
+    EXPECT_EQ(Left(), Before);
+    EXPECT_THAT(Messages.Texts(), ::testing::SizeIs(1));
+}
+
+// ---- Multi-Insert
+
+TEST_F(CopyPasteTest, multi_insert_asks_how_often_and_is_one_undo_step) {
+    Clip({10, 20});
+    Document({1, 2});
+    Messages.AnswerInput("3");
+    PasteAt(PasteMultiInsert, 2);
+    EXPECT_THAT(Messages.TakeTexts(),
+                ElementsAre("Multi-Paste Insert|Enter no of times for Multi-paste.\nWave found in "
+                            "clipboard is 00, 2 samples"));
+    EXPECT_THAT(Left(), ElementsAre(1, 10, 20, 10, 20, 10, 20, 2));
+    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Multi-Paste Insert");
+    EXPECT_EQ(Commands.MultiPasteTimes, 3);
+    WaveStore->Undo();
+    EXPECT_THAT(Left(), ElementsAre(1, 2));
+}
+
+TEST_F(CopyPasteTest, multi_insert_takes_1_to_10000_and_leading_numbers) {
+    Clip({10});
+    Document({1});
+    for (const char* Text : {"0", "10001", "-3", "abc"}) {
+        Messages.AnswerInput(Text);
+        PasteAt(PasteMultiInsert, 1);
+        EXPECT_EQ(Messages.TakeTexts().back(),
+                  "No of times not valid|Invalid entry Enter between 1 to 10000")
+            << Text;
+        EXPECT_EQ(Left().size(), 1U);
+    }
+    Messages.AnswerInput("3x");
+    PasteAt(PasteMultiInsert, 1);
+    EXPECT_EQ(Left().size(), 4U);
+    Messages.AnswerInput("10000");
+    PasteAt(PasteMultiInsert, 1);
+    EXPECT_EQ(Left().size(), 10004U);
+}
+
+TEST_F(CopyPasteTest, a_cancelled_multi_insert_leaves_everything) {
+    Clip({10});
+    Document({1});
+    Commands.MultiPasteTimes = 7;
+    PasteAt(PasteMultiInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(1));
+    EXPECT_EQ(Commands.MultiPasteTimes, 7);
+    Messages.AnswerInput("");
+    PasteAt(PasteMultiInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(1));
+}
+
+TEST_F(CopyPasteTest, ten_thousand_insertions_and_their_undo_take_less_than_two_seconds_each) {
+    Clip({10, 20, 30}, {40, 50, 60});
+    Document({1, 2}, {3, 4});
+    Messages.AnswerInput("10000");
+    const auto Start = std::chrono::steady_clock::now();
+    PasteAt(PasteMultiInsert, 2);
+    const auto Middle = std::chrono::steady_clock::now();
+    EXPECT_EQ(WaveStore->WavWaveINos, 30002);
+    WaveStore->Undo();
+    const auto End = std::chrono::steady_clock::now();
+    EXPECT_LT(Middle - Start, std::chrono::seconds(2));
+    EXPECT_LT(End - Middle, std::chrono::seconds(2));
+    EXPECT_THAT(Left(), ElementsAre(1, 2));
+    EXPECT_THAT(Right(), ElementsAre(3, 4));
+}
+
+// ---- The pastes that compute
+
+TEST_F(CopyPasteTest, mix_limits_and_pastes_what_runs_past_the_end_unmixed) {
+    Clip({32767, -32768, 100, 200, 300});
+    Document({5, 32767, -32768, 1});
+    PasteAt(PasteMix, 2);
+    EXPECT_THAT(Left(), ElementsAre(5, 32767, -32767, 101, 200, 300));
+    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Mix");
+    WaveStore->Undo();
+    EXPECT_THAT(Left(), ElementsAre(5, 32767, -32768, 1));
+}
+
+TEST_F(CopyPasteTest, mix_works_on_both_channels) {
+    Clip({1, 2}, {3, 4});
+    Document({10, 20, 30}, {40, 50, 60});
+    PasteAt(PasteMix, 2);
+    EXPECT_THAT(Left(), ElementsAre(10, 21, 32));
+    EXPECT_THAT(Right(), ElementsAre(40, 53, 64));
+}
+
+TEST_F(CopyPasteTest, a_silent_clip_modulates_to_silence) {
+    Clip({0, 0});
+    Document({100, 200, 300});
+    PasteAt(PasteModulate, 2);
+    EXPECT_THAT(Left(), ElementsAre(100, 0, 0));
+    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Modulate");
+}
+
+TEST_F(CopyPasteTest, a_full_scale_clip_keeps_95_percent) {
+    Clip({32767, -32767});
+    Document({10000, -10000});
+    PasteAt(PasteModulate, 1);
+    EXPECT_THAT(Left(), ElementsAre(9500, -9500));
+}
+
+TEST_F(CopyPasteTest, cross_fade_over_one_sample_gives_the_documents) {
+    Clip({1000});
+    Document({7, 8, 9});
+    PasteAt(PasteCrossFade, 2);
+    EXPECT_THAT(Left(), ElementsAre(7, 8, 9));
+}
+
+TEST_F(CopyPasteTest, cross_fade_counts_over_the_whole_range) {
+    Clip({0, 0, 0, 0});
+    Document({1000, 1000, 1000, 1000});
+    PasteAt(PasteCrossFade, 1);
+    EXPECT_THAT(Left(), ElementsAre(250, 500, 750, 1000));
+    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Cross Fade");
+}
+
+TEST_F(CopyPasteTest, a_mix_over_many_runs_and_blocks_is_right_everywhere) {
+    const auto ClipSamples = Noise(250001, 16, 1);
+    const auto DocSamples = Noise(250001, 16, 2);
+    Clip(ClipSamples);
+    Document(DocSamples);
+    PasteAt(PasteInsert, 77777); // borders of blocks within a run
+    WaveStore->Undo();
+    PasteAt(PasteMix, 1);
+    const auto Got = Left();
+    ASSERT_EQ(Got.size(), ClipSamples.size());
+    for (std::size_t i = 0; i < Got.size(); ++i)
+        ASSERT_EQ(Got[i], std::clamp(ClipSamples[i] + DocSamples[i], -32767, 32767)) << i;
+}
+
+// ---- A full disk
+
+/// Free space cannot be asked where there is no such folder, which counts as none.
+TEST_F(CopyPasteTest, a_refused_copy_keeps_the_clip_before_and_a_refused_mix_the_document) {
+    Clip({10, 20});
+    const std::string Line = Slot.Held;
+    Document({1, 2, 3});
+    const std::string Folder = TmpDir0;
+    TmpDir0 = Session.Path("missing");
+    Select(1, 3);
+    Commands.Cut();
+    EXPECT_EQ(Messages.TakeTexts().back(), "Copying failed,\nDeleting not done.");
+    EXPECT_EQ(Slot.Held, Line);
+    for (const std::int32_t Mode : {PasteMix, PasteModulate, PasteCrossFade})
+        PasteAt(Mode, 1);
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3));
+    EXPECT_EQ(WaveStore->UndoCount(), 0);
+    TmpDir0 = Folder;
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(10, 20, 1, 2, 3));
+}
+
+// ---- Copy of another file
+
+TEST_F(CopyPasteTest, another_file_is_copied_whole_and_the_document_stays) {
+    Document({1, 2});
+    WaveChanged = false;
+    Windows.Choice = Session.WriteFile(
+        "b.wav",
+        WavFile{.Channels = 2, .Rate = 1000, .Data = AudioBytes({1, 2, 3, 4, 5, 6}, 16)}.Whole());
+    Commands.CopyFile();
+    ASSERT_EQ(Windows.Requests.size(), 1U);
+    EXPECT_EQ(Windows.Requests[0].Title, "Select a Wave file to Copy");
+    ASSERT_EQ(Windows.Copied.size(), 1U);
+    EXPECT_TRUE(Windows.Copied[0].First.ends_with(" is copied"));
+    EXPECT_EQ(Windows.Copied[0].Second, "Duration: 00, Samples: 3");
+    EXPECT_THAT(Left(), ElementsAre(1, 2));
+    EXPECT_FALSE(WaveChanged);
+    Document({9}, {9});
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(1, 3, 5, 9));
+    EXPECT_THAT(Right(), ElementsAre(2, 4, 6, 9));
+}
+
+TEST_F(CopyPasteTest, a_file_that_is_no_sound_is_not_copied) {
+    Document({1, 2});
+    Windows.Choice = Session.WriteFile("c.txt", {1, 2, 3});
+    Commands.CopyFile();
+    EXPECT_THAT(Messages.TakeTexts(),
+                ElementsAre("Can not open this file type\n\nIf you know that audio data exists in "
+                            "this file,\nyou can rename it to .raw type and try opening it."));
+    Windows.Choice = Session.WriteFile("d.wav", {1, 2, 3});
+    Commands.CopyFile();
+    EXPECT_EQ(Messages.TakeTexts().back(), "Copying failed");
+    EXPECT_THAT(Windows.Copied, IsEmpty());
+}
+
+} // namespace
+
+} // namespace quoril::test
