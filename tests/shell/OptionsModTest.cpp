@@ -175,8 +175,8 @@ TEST_F(Options, ANewTemporaryPathIsForTheNextStart) {
 TEST_F(Options, ATemporaryPathThatDoesNotExistIsRefusedAndTheRestIsStored) {
     for (const std::string& Bad :
          {Session.Path("nosuch"), std::string(), std::string("/"), std::string("relative"),
-          std::string("."), Session.WriteFile("file", {1}), "/" + std::string(5000, 'x'),
-          std::string("\xFF\xFE")}) {
+          std::string("."), Session.WriteFile("file", {1}),
+          std::string(5000, 'x').insert(0, 1, '/'), std::string("\xFF\xFE")}) {
         OptionsChoice Choice = OptionsNow();
         Choice.TempPath = Bad;
         Choice.QuickPlay = false;
