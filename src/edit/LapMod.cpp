@@ -95,7 +95,7 @@ class LapRuns {
   private:
     static void Read(BlockCarrBuffClass& Source, std::int32_t From, std::int32_t To,
                      std::vector<std::int16_t>& Run) {
-        Run.resize(static_cast<std::size_t>(To - From + 1));
+        Run.resize(static_cast<std::size_t>(To - From) + 1);
         Source.WaveRunsRead(From, To, ReportEvery,
                             [&](std::int32_t Position, std::span<const std::int16_t> In) {
                                 std::copy(In.begin(), In.end(), Run.begin() + (Position - From));

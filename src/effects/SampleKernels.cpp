@@ -59,27 +59,6 @@ void LinearLoop(const std::int16_t* In, std::int16_t* Out, std::size_t Count, st
     }
 }
 
-/// Out[k] = A[k] + Sign x B[k].
-QUORIL_VECTORISED
-void MixLoop(const std::int16_t* A, const std::int16_t* B, std::int16_t* Out, std::size_t Count,
-             std::int32_t Sign, std::int32_t Low, std::int32_t High) noexcept {
-    for (std::size_t k = 0; k < Count; ++k) {
-        std::int32_t Value = A[k] + Sign * B[k];
-        Value = Value < Low ? Low : Value;
-        Out[k] = static_cast<std::int16_t>(Value > High ? High : Value);
-    }
-}
-
-QUORIL_VECTORISED
-void AverageLoop(const std::int16_t* A, const std::int16_t* B, std::int16_t* Out,
-                 std::size_t Count) noexcept {
-    for (std::size_t k = 0; k < Count; ++k) {
-        const std::int32_t Sum = A[k] + B[k];
-        const std::int32_t Floor = Sum >> 1;
-        Out[k] = static_cast<std::int16_t>(Floor + (Sum & Floor & 1));
-    }
-}
-
 } // namespace
 
 void RampRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out, double Start,
@@ -107,21 +86,6 @@ void InvertRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out,
 void OffsetRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out, std::int32_t Offset,
                std::int32_t Bits) noexcept {
     LinearLoop(In.data(), Out.data(), In.size(), 1, Offset, SampleLow(Bits), SampleHigh(Bits));
-}
-
-void AverageRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
-                std::span<std::int16_t> Out) noexcept {
-    AverageLoop(A.data(), B.data(), Out.data(), A.size());
-}
-
-void SumRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
-            std::span<std::int16_t> Out, std::int32_t Bits) noexcept {
-    MixLoop(A.data(), B.data(), Out.data(), A.size(), 1, SampleLow(Bits), SampleHigh(Bits));
-}
-
-void DifferenceRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
-                   std::span<std::int16_t> Out, std::int32_t Bits) noexcept {
-    MixLoop(A.data(), B.data(), Out.data(), A.size(), -1, SampleLow(Bits), SampleHigh(Bits));
 }
 
 } // namespace quoril

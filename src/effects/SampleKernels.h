@@ -23,12 +23,4 @@ void InvertRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out,
 void OffsetRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out, std::int32_t Offset,
                std::int32_t Bits) noexcept;
 
-/// Out[k] from A[k] and B[k]: half of their sum, ties to even; their sum; A - B.
-void AverageRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
-                std::span<std::int16_t> Out) noexcept;
-void SumRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
-            std::span<std::int16_t> Out, std::int32_t Bits) noexcept;
-void DifferenceRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
-                   std::span<std::int16_t> Out, std::int32_t Bits) noexcept;
-
 } // namespace quoril

@@ -153,9 +153,7 @@ QCursor PointerCursor(PointerImage Image, double PixelRatio) {
         Painter.setRenderHint(QPainter::Antialiasing);
         DrawShape(Painter, Shape);
     }
-    const QCursor Cursor(Picture, Shape.HotSpot.x(), Shape.HotSpot.y());
-    Known.emplace(Key, Cursor);
-    return Cursor;
+    return Known.emplace(Key, QCursor(Picture, Shape.HotSpot.x(), Shape.HotSpot.y())).first->second;
 }
 
 } // namespace quoril
