@@ -36,7 +36,7 @@ ScaleDeed ScaleAdjust(std::int32_t Position, std::int32_t Total) noexcept {
         std::swap(PlaySelStart, PlaySelEnd);
     if (!QuickPlay)
         return {0, 0, ScaleAdjustTip};
-    return {PlayAgainCode(), 0, nullptr};
+    return {PlayAgainCode(), 0, {}};
 }
 
 void ScaleMouseClass::Press(std::int32_t Position) noexcept {
@@ -69,7 +69,7 @@ ScaleDeed ScaleMouseClass::Release(std::int32_t Position, std::int32_t Total) no
         return {};
     if (WasDragged) {
         const bool Reverse = Select(Position, Total);
-        return QuickPlay ? ScaleDeed{Reverse ? PlaySelectionRev : PlaySelection, 0, nullptr}
+        return QuickPlay ? ScaleDeed{Reverse ? PlaySelectionRev : PlaySelection, 0, {}}
                          : ScaleDeed{};
     }
     const bool Inside = PlaySelStart != 0 && PlaySelStart <= Position && Position <= PlaySelEnd;
@@ -78,8 +78,8 @@ ScaleDeed ScaleMouseClass::Release(std::int32_t Position, std::int32_t Total) no
     if (!QuickPlay)
         return {0, 0, ScaleClickTip};
     if (!Inside)
-        return {PlayAgainCode(), 0, nullptr};
-    return {PlayDirection == -1 ? PlayFromRev : PlayFrom, Position - PlaySelStart, nullptr};
+        return {PlayAgainCode(), 0, {}};
+    return {PlayDirection == -1 ? PlayFromRev : PlayFrom, Position - PlaySelStart, {}};
 }
 
 } // namespace quoril

@@ -3,21 +3,22 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace quoril {
 
 /// A tip that may follow once in a while.
 inline constexpr double ScaleTipChance = 0.05;
-inline constexpr const char* ScaleAdjustTip =
+inline constexpr std::string_view ScaleAdjustTip =
     "See options for \"Quick play\" when you click or select on this scale.";
-inline constexpr const char* ScaleClickTip =
+inline constexpr std::string_view ScaleClickTip =
     "For \"Quick play\" by clicking or selecting on this scale, set it \"ON\" in options.";
 
 /// What follows a gesture.
 struct ScaleDeed {
     std::int32_t PlayCode = 0; ///< the play command to give; 0 for none
     std::int32_t PlayArg = 0;  ///< its argument, in samples
-    const char* Tip = nullptr; ///< a tip that follows by chance; null for none
+    std::string_view Tip;      ///< a tip that follows by chance; empty for none
     friend bool operator==(const ScaleDeed&, const ScaleDeed&) = default;
 };
 

@@ -198,8 +198,8 @@ void StripMouse::RefreshStrips() {
 void StripMouse::Follow(const ScaleDeed& Deed) {
     if (Deed.PlayCode != 0)
         PlayCommand(Deed.PlayCode, Deed.PlayArg);
-    else if (Deed.Tip != nullptr && GuideChance(ScaleTipChance))
-        UserGuide(Deed.Tip);
+    else if (!Deed.Tip.empty() && GuideChance(ScaleTipChance))
+        UserGuide(std::string(Deed.Tip));
 }
 
 // ---- Overview bar

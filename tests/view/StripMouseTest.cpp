@@ -34,8 +34,8 @@ class ScaleMouse : public ::testing::Test {
         Mouse.Press(Position);
         return Mouse.Release(Position, Total);
     }
-    static ScaleDeed Play(std::int32_t Code, std::int32_t Arg = 0) { return {Code, Arg, nullptr}; }
-    static ScaleDeed Tip(const char* Text) { return {0, 0, Text}; }
+    static ScaleDeed Play(std::int32_t Code, std::int32_t Arg = 0) { return {Code, Arg, {}}; }
+    static ScaleDeed Tip(std::string_view Text) { return {0, 0, Text}; }
     const ScaleDeed Nothing;
     ScaleMouseClass Mouse;
 };
