@@ -3,6 +3,7 @@
 #include "audiofile/AudioFileNames.h"
 #include "audiofile/AudioFileTypes.h"
 #include "audiofile/RecentFiles.h"
+#include "base/BusyPointer.h"
 #include "base/CommandFailure.h"
 #include "base/DocumentState.h"
 #include "base/MsgBoxMod.h"
@@ -21,17 +22,6 @@ namespace {
 
 constexpr std::int32_t FewestNewSamples = 10000;
 constexpr const char* OpenQuestion = "Open another file with out saving it?";
-
-class BusyPointer {
-  public:
-    explicit BusyPointer(FileCommandsView& UsedView) : View(UsedView) { View.SetBusyPointer(true); }
-    ~BusyPointer() { View.SetBusyPointer(false); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-
-  private:
-    FileCommandsView& View;
-};
 
 std::string WithAudioEnding(const std::string& FileName) {
     return IsFileTypeSupported(FileName) ? FileName : FileName + ".wav";
@@ -142,7 +132,7 @@ void FileCommandsClass::Open_File(const std::string& FilePath, const std::string
     const std::string Path = FilePath + "/" + FileName;
     bool Loaded = false;
     if (const AudioFileType* Type = AudioFileTypeOf(Path)) {
-        const BusyPointer Busy(View);
+        const BusyPointer Busy;
         OpenSaveClass Files;
         Type->Load(Files, *WaveStore, Path, Loaded);
     }
@@ -183,7 +173,7 @@ bool FileCommandsClass::SaveDocument(bool SaveAs) {
         return false;
     }
     WaveDir = FolderOfPath(Path);
-    const BusyPointer Busy(View);
+    const BusyPointer Busy;
     View.ReleasePlayingFiles(true);
     OpenSaveClass Files;
     const bool Written =
@@ -240,7 +230,7 @@ void FileCommandsClass::SaveSelected() {
             return;
         }
         SelectedDir = FolderOfPath(*Path);
-        const BusyPointer Busy(View);
+        const BusyPointer Busy;
         View.ReleasePlayingFiles(true);
         OpenSaveClass Files;
         Type->WritePart(Files, *WaveStore, FromPos, ToPos, WorkChn, *Path);

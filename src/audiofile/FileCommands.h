@@ -45,7 +45,6 @@ class FileCommandsView {
     /// Format menu, channel controls and the status panel "Format".
     virtual void SetMenu_To_DefaultFormat() = 0;
     virtual void Refresh_Wave_View() = 0;
-    virtual void SetBusyPointer(bool Busy) = 0;
     virtual void ShowRecentFiles(const std::vector<std::string>& Captions) = 0;
     /// Starts this program once more, as a process that lives on without this one. Throws Failure.
     virtual void StartProgram(const std::vector<std::string>& Arguments) = 0;

@@ -1,22 +1,24 @@
 #include "base/BusyPointer.h"
 
+#include <utility>
+
 namespace quoril {
 
 namespace {
-BusyPointerRoutine Receiver = nullptr;
+BusyPointerRoutine Receiver;
 }
 
 void SetBusyPointerRoutine(BusyPointerRoutine Routine) noexcept {
-    Receiver = Routine;
+    Receiver = std::move(Routine);
 }
 
 BusyPointer::BusyPointer() : Shown(Receiver) {
-    if (Shown != nullptr)
+    if (Shown)
         Shown(true);
 }
 
 BusyPointer::~BusyPointer() {
-    if (Shown != nullptr)
+    if (Shown)
         Shown(false);
 }
 

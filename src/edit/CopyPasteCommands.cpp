@@ -5,6 +5,7 @@
 #include "audiofile/DocumentFile.h"
 #include "audiofile/RecentFiles.h"
 #include "base/Arithmetic.h"
+#include "base/BusyPointer.h"
 #include "base/CommandFailure.h"
 #include "base/DocumentState.h"
 #include "base/MsgBoxMod.h"
@@ -37,17 +38,6 @@ constexpr std::int32_t FirstPasteTimes = 5;
 constexpr std::array<const char*, 7> PasteOperationName = {
     "",          "Paste Replace",  "Paste Insert",    "Multi-Paste Insert",
     "Paste Mix", "Paste Modulate", "Paste Cross Fade"};
-
-class BusyPointer {
-  public:
-    explicit BusyPointer(CopyPasteView& UsedView) : View(UsedView) { View.SetBusyPointer(true); }
-    ~BusyPointer() { View.SetBusyPointer(false); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-
-  private:
-    CopyPasteView& View;
-};
 
 /// Work on another document than that of the window leaves the window's flags and its menu alone.
 class OtherDocumentScope {
@@ -100,7 +90,7 @@ PasteMixMode MixModeOf(std::int32_t Mode) {
 // ---- Copy, Cut, Delete
 
 bool CopyPasteClass::CopyRange(std::int32_t From, std::int32_t To, std::int32_t WorkChn) {
-    const BusyPointer Busy(View);
+    const BusyPointer Busy;
     Carrier Left;
     Carrier Right;
     WaveStore->WaveCollectData(From, To, WorkChn, Left, Right);
@@ -146,7 +136,7 @@ void CopyPasteClass::CopyNamedFile(const std::string& FileName) {
     FileMemoClass Other;
     bool Copied = false;
     {
-        const BusyPointer Busy(View);
+        const BusyPointer Busy;
         const OtherDocumentScope DocumentStays;
         bool Loaded = false;
         OpenSaveClass Files;
@@ -223,7 +213,7 @@ void CopyPasteClass::PasteAt(std::int32_t Mode, std::int32_t Pos, std::int32_t W
     Carrier ClipL;
     Carrier ClipR;
     {
-        const BusyPointer Busy(View);
+        const BusyPointer Busy;
         if (!GetClipboard(ClipL, ClipR, WorkChn))
             return;
     }
@@ -235,7 +225,7 @@ void CopyPasteClass::PasteAt(std::int32_t Mode, std::int32_t Pos, std::int32_t W
             return;
     }
     {
-        const BusyPointer Busy(View);
+        const BusyPointer Busy;
         if (Mode == PasteMultiInsert) {
             // Inserted at once: as many single ones at the same place leave the same.
             if (WorkChn != 2)

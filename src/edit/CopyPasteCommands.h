@@ -21,7 +21,6 @@ struct CopiedLines {
 class CopyPasteView {
   public:
     virtual ~CopyPasteView() = default;
-    virtual void SetBusyPointer(bool Busy) = 0;
     /// Shows the lines modally.
     virtual void ShowCopied(const CopiedLines& Lines) = 0;
 };

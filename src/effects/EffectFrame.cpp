@@ -1,9 +1,9 @@
 #include "effects/EffectFrame.h"
 
 #include "base/Arithmetic.h"
+#include "base/BusyPointer.h"
 #include "base/CommandFailure.h"
 #include "base/ProgressReport.h"
-#include "base/WaitPointer.h"
 #include "platform/Text.h"
 #include "selection/ViewListener.h"
 #include "storage/DiskSpaceGuardMod.h"
@@ -81,7 +81,7 @@ bool RunEffect(EffectClass& Effect) {
         if (!Prepare(Effect, Work))
             return;
         {
-            const WaitPointer Pointer;
+            const BusyPointer Busy;
             const ProgressScope Progress(BarColorEffect);
             Effect.Compute(Work);
             Effect.GiveBack(Work);

@@ -1,6 +1,7 @@
 #include "playback/PlayMod.h"
 
 #include "base/Arithmetic.h"
+#include "base/BusyPointer.h"
 #include "base/MsgBoxMod.h"
 #include "base/PlayState.h"
 #include "base/ViewState.h"
@@ -47,7 +48,6 @@ class NoWindow final : public PlayWindow {
     [[nodiscard]] std::int32_t Handle() const override { return 1; }
     void RefreshPlayScale() override {}
     void RefreshScrollScale() override {}
-    void SetBusyPointer(bool) override {}
     [[nodiscard]] bool PlayEnabled() const override { return true; }
     void EnablePlayButtons() override {}
     void SetPause(bool, const std::string&) override {}
@@ -63,14 +63,6 @@ class NoWindow final : public PlayWindow {
 
 NoWindow Nowhere;
 PlayWindow* Window = &Nowhere;
-
-class BusyPointer {
-  public:
-    BusyPointer() { Window->SetBusyPointer(true); }
-    ~BusyPointer() { Window->SetBusyPointer(false); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-};
 
 /// What is to play: document positions and a channel code.
 struct PlayRange {

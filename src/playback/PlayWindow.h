@@ -21,7 +21,6 @@ class PlayWindow {
 
     virtual void RefreshPlayScale() = 0;
     virtual void RefreshScrollScale() = 0;
-    virtual void SetBusyPointer(bool Busy) = 0;
 
     /// The button "Play" of `PlayToolbar`.
     [[nodiscard]] virtual bool PlayEnabled() const = 0;

@@ -1,7 +1,6 @@
 #include "shell/CommandWiring.h"
 
 #include "audiofile/RecentFiles.h"
-#include "base/BusyPointer.h"
 #include "base/CommandFailure.h"
 #include "base/DocumentState.h"
 #include "base/Failure.h"
@@ -56,13 +55,6 @@ void FileCommandsWindow::SetMenu_To_DefaultFormat() {
 
 void FileCommandsWindow::Refresh_Wave_View() {
     Window.Refresh_Wave_View();
-}
-
-void FileCommandsWindow::SetBusyPointer(bool Busy) {
-    if (Busy)
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    else
-        QGuiApplication::restoreOverrideCursor();
 }
 
 void FileCommandsWindow::ShowRecentFiles(const std::vector<std::string>& Captions) {
@@ -126,12 +118,6 @@ void WireUndoCommands(WaveEditor_Frm& Window) {
 }
 
 void WireLengthCommands(WaveEditor_Frm& Window) {
-    SetBusyPointerRoutine([](bool Busy) {
-        if (Busy)
-            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        else
-            QGuiApplication::restoreOverrideCursor();
-    });
     const auto Register = [&Window](const char* Name, void (*Command)()) {
         Window.Commands.Set(Name, [Command] { RunCommand({}, Command); });
     };

@@ -17,7 +17,6 @@ class FileCommandsWindow final : public FileCommandsView {
     void SetDocumentTitle(const std::string& FileName) override;
     void SetMenu_To_DefaultFormat() override;
     void Refresh_Wave_View() override;
-    void SetBusyPointer(bool Busy) override;
     void ShowRecentFiles(const std::vector<std::string>& Captions) override;
     void StartProgram(const std::vector<std::string>& Arguments) override;
     void ReleasePlayingFiles(bool OnlyOriginal) override;

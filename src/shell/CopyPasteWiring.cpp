@@ -4,16 +4,7 @@
 #include "shell/CopiedFrm.h"
 #include "view/WaveEditor_Frm.h"
 
-#include <QGuiApplication>
-
 namespace quoril {
-
-void CopyPasteWindows::SetBusyPointer(bool Busy) {
-    if (Busy)
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    else
-        QGuiApplication::restoreOverrideCursor();
-}
 
 void CopyPasteWindows::ShowCopied(const CopiedLines& Lines) {
     CopiedFrm Dialog(Lines, WindowInUse());

@@ -10,7 +10,6 @@ class WaveEditor_Frm;
 /// The windows that these commands need.
 class CopyPasteWindows final : public CopyPasteView {
   public:
-    void SetBusyPointer(bool Busy) override;
     void ShowCopied(const CopiedLines& Lines) override;
 };
 

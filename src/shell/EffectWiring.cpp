@@ -1,9 +1,6 @@
-#include "base/WaitPointer.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
 #include "shell/CommandWiring.h"
-
-#include <QGuiApplication>
 
 #include <array>
 #include <string>
@@ -17,17 +14,9 @@ constexpr std::array<std::int32_t, 8> EntryModes = {0, 11, 12, 13, 14, 15, 16, 1
 constexpr std::int32_t FullVolume = 21;
 constexpr std::int32_t Silent = 21;
 
-void ShowWaitPointer(bool Busy) {
-    if (Busy)
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    else
-        QGuiApplication::restoreOverrideCursor();
-}
-
 } // namespace
 
 void WireEffectCommands(WaveEditor_Frm& Window) {
-    SetWaitPointerSwitch(&ShowWaitPointer);
     CommandTable& Commands = Window.Commands;
     Commands.Set("Edit_VolFadeIn_Mnu", [] { AdjustVolume(5); });
     Commands.Set("Edit_VolFadeOut_Mnu", [] { AdjustVolume(4); });

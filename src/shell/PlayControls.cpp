@@ -18,7 +18,6 @@
 #include "view/WavePanel.h"
 
 #include <QAction>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QTimer>
@@ -156,13 +155,6 @@ void PlayControls::RefreshPlayScale() {
 
 void PlayControls::RefreshScrollScale() {
     Window.RefreshScrollScale();
-}
-
-void PlayControls::SetBusyPointer(bool Busy) {
-    if (Busy)
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    else
-        QGuiApplication::restoreOverrideCursor();
 }
 
 void PlayControls::EnablePlayButtons() {

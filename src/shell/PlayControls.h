@@ -26,7 +26,6 @@ class PlayControls final : public QObject, public PlayWindow {
     [[nodiscard]] std::int32_t Handle() const override;
     void RefreshPlayScale() override;
     void RefreshScrollScale() override;
-    void SetBusyPointer(bool Busy) override;
     [[nodiscard]] bool PlayEnabled() const override;
     void EnablePlayButtons() override;
     void SetPause(bool Enabled, const std::string& ToolTip) override;

@@ -1,6 +1,7 @@
 #include "shell/WEditor.h"
 
 #include "audiofile/DocumentFile.h"
+#include "base/BusyPointer.h"
 #include "base/CommandFailure.h"
 #include "base/DocumentState.h"
 #include "base/ModalWindow.h"
@@ -28,11 +29,24 @@
 
 namespace quoril {
 
+namespace {
+
+void ShowBusyPointer(bool Busy) {
+    if (Busy)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+}
+
+} // namespace
+
 WEditorClass::WEditorClass(WEditorSurroundings Given)
     : Around(std::move(Given)), Guides([this](const std::string& Message) {
           if (Window != nullptr)
               Window->StatusGuide(Message);
-      }) {}
+      }) {
+    SetBusyPointerRoutine(&ShowBusyPointer);
+}
 
 WEditorClass::~WEditorClass() {
     MainWindowOpen = false;
@@ -165,9 +179,8 @@ void WEditorClass::ShowCheckMarks() {
 }
 
 void WEditorClass::StartSoundDriver() {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const BusyPointer Busy;
     SoundDriverSwitch(SoundDriverOn);
-    QGuiApplication::restoreOverrideCursor();
 }
 
 void WEditorClass::OfferSoundCheck() {

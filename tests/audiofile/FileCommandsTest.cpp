@@ -4,6 +4,7 @@
 #include "audiofile/AudioFileTypes.h"
 #include "audiofile/RecentFiles.h"
 #include "audiofile/WavMaker.h"
+#include "base/BusyPointer.h"
 #include "base/DocumentState.h"
 #include "base/Failure.h"
 #include "base/ViewState.h"
@@ -40,7 +41,6 @@ struct Surroundings final : FileDialogs, FileCommandsView {
     std::optional<std::pair<std::int32_t, std::int32_t>> Selection;
     std::int32_t Channel = 0;
     bool ProgramStarts = true;
-    int BusyDepth = 0;
 
     std::optional<std::string> Choose(const FileDialogRequest& Request) {
         Requests.push_back(Request);
@@ -80,7 +80,6 @@ struct Surroundings final : FileDialogs, FileCommandsView {
                         std::to_string(CurrentFormat.Bits));
     }
     void Refresh_Wave_View() override { Calls.push_back("refresh"); }
-    void SetBusyPointer(bool Busy) override { BusyDepth += Busy ? 1 : -1; }
     void ShowRecentFiles(const std::vector<std::string>& What) override {
         Calls.push_back("recent");
         Captions = What;
@@ -108,12 +107,14 @@ class FileCommands : public ::testing::Test {
   protected:
     FileCommands() {
         GuideChanceFix(0.9);
+        SetBusyPointerRoutine([this](bool Busy) { BusyDepth += Busy ? 1 : -1; });
         WaveStore = std::make_unique<FileMemoClass>();
         WaveDir = Session.Path("music");
         fs::create_directory(WaveDir);
     }
     ~FileCommands() override {
-        EXPECT_EQ(Around.BusyDepth, 0) << "the busy pointer was left on";
+        EXPECT_EQ(BusyDepth, 0) << "the busy pointer was left on";
+        SetBusyPointerRoutine({});
         WaveStore.reset();
     }
 
@@ -132,6 +133,7 @@ class FileCommands : public ::testing::Test {
 
     const TestSession Session;
     ScriptedMessages Messages;
+    int BusyDepth = 0;
     Surroundings Around;
     FileCommandsClass Commands{Around, Around};
 };

@@ -1,6 +1,7 @@
 // The commands on a document of a test, with a slot of text for the desktop's clipboard.
 #pragma once
 
+#include "base/BusyPointer.h"
 #include "base/DocumentState.h"
 #include "base/ProgressReport.h"
 #include "base/ViewState.h"
@@ -33,25 +34,25 @@ struct CopyPasteWindowsDouble final : FileDialogs, CopyPasteView {
         return Choice;
     }
     std::optional<std::string> SaveFile(const FileDialogRequest&) override { return std::nullopt; }
-    void SetBusyPointer(bool Busy) override { BusyDepth += Busy ? 1 : -1; }
     void ShowCopied(const CopiedLines& Lines) override { Copied.push_back(Lines); }
 
     std::optional<std::string> Choice;
     std::vector<FileDialogRequest> Requests;
     std::vector<CopiedLines> Copied;
-    int BusyDepth = 0;
 };
 
 class CopyPasteFixture : public ::testing::Test {
   protected:
     CopyPasteFixture() {
         SetSystemClipboard(&Slot);
+        SetBusyPointerRoutine([this](bool Busy) { BusyDepth += Busy ? 1 : -1; });
         UndoOptionON = true;
         WaveStore = std::make_unique<FileMemoClass>();
         WaveStore->WavFmtFreq = 1000;
     }
     ~CopyPasteFixture() override {
-        EXPECT_EQ(Windows.BusyDepth, 0);
+        EXPECT_EQ(BusyDepth, 0);
+        SetBusyPointerRoutine({});
         ClearClipboard();
         WaveStore.reset();
         SetSystemClipboard(nullptr);
@@ -117,6 +118,7 @@ class CopyPasteFixture : public ::testing::Test {
     TestSession Session;
     ScriptedMessages Messages;
     TextSlot Slot;
+    int BusyDepth = 0;
     CopyPasteWindowsDouble Windows;
     CopyPasteClass Commands{Windows, Windows};
 };

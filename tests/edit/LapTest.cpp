@@ -244,7 +244,7 @@ TEST_F(Lap, TellsHowFarItHasComeAndPutsThePointerBack) {
         Lines.assign(std::find(Log.Lines.begin(), Log.Lines.end(), "color 8421376"),
                      Log.Lines.end());
     }
-    SetBusyPointerRoutine(nullptr);
+    SetBusyPointerRoutine({});
     // Each channel has half of the bar; 100000 and 200000 of 250000 are reported.
     std::vector<std::string> Reports;
     for (const std::string& Line : Lines)
@@ -268,7 +268,7 @@ TEST_F(Lap, AFullDiskInTheMiddleLeavesTheDocumentAsItWas) {
     SessionDir = Session.Path("nowhere");
     EXPECT_THROW(EditLap(), Failure);
     SessionDir = Good;
-    SetBusyPointerRoutine(nullptr);
+    SetBusyPointerRoutine({});
     EXPECT_EQ(Depth, 0);
     EXPECT_TRUE(Left() == TestSamples(1, Count));
     EXPECT_FALSE(WaveStore->UndoMenu().Enabled);

@@ -2,11 +2,11 @@
 // see.
 #pragma once
 
+#include "base/BusyPointer.h"
 #include "base/DocumentState.h"
 #include "base/Failure.h"
 #include "base/ProgressReport.h"
 #include "base/ViewState.h"
-#include "base/WaitPointer.h"
 #include "selection/DurationEntry.h"
 #include "selection/ViewListener.h"
 #include "settings/STD1.h"
@@ -109,13 +109,13 @@ class EffectTest : public ::testing::Test {
         SelSingle = 1;
         MouseMode = ViewMouseMode = 0;
         BusyDepth = BusyCalls = 0;
-        SetWaitPointerSwitch([](bool Busy) {
+        SetBusyPointerRoutine([](bool Busy) {
             BusyDepth += Busy ? 1 : -1;
             ++BusyCalls;
         });
     }
     ~EffectTest() override {
-        SetWaitPointerSwitch(nullptr);
+        SetBusyPointerRoutine({});
         WaveStore.reset();
     }
 

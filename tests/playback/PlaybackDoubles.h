@@ -1,6 +1,7 @@
 // The player component and the window of the play controls in tests.
 #pragma once
 
+#include "base/BusyPointer.h"
 #include "base/Failure.h"
 #include "base/PlayState.h"
 #include "base/ViewState.h"
@@ -110,8 +111,14 @@ class PlayerDouble final : public PlayerComponent {
 /// Writes down what the controls show.
 class WindowDouble final : public PlayWindow {
   public:
-    WindowDouble() { SetPlayWindow(this); }
-    ~WindowDouble() override { SetPlayWindow(nullptr); }
+    WindowDouble() {
+        SetPlayWindow(this);
+        SetBusyPointerRoutine([this](bool Busy) { Shown.emplace_back(Busy ? "busy" : "ready"); });
+    }
+    ~WindowDouble() override {
+        SetBusyPointerRoutine({});
+        SetPlayWindow(nullptr);
+    }
     WindowDouble(const WindowDouble&) = delete;
     WindowDouble& operator=(const WindowDouble&) = delete;
 
@@ -129,7 +136,6 @@ class WindowDouble final : public PlayWindow {
     [[nodiscard]] std::int32_t Handle() const override { return 77; }
     void RefreshPlayScale() override { Shown.emplace_back("play scale"); }
     void RefreshScrollScale() override { Shown.emplace_back("scroll scale"); }
-    void SetBusyPointer(bool Busy) override { Shown.emplace_back(Busy ? "busy" : "ready"); }
     [[nodiscard]] bool PlayEnabled() const override { return Enabled; }
     void EnablePlayButtons() override {
         Shown.emplace_back("enable");
