@@ -2,11 +2,10 @@
 
 #include "base/CommandFailure.h"
 #include "base/ModalWindow.h"
+#include "base/OkCancelRow.h"
 
 #include <QButtonGroup>
-#include <QDialogButtonBox>
 #include <QGroupBox>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -25,19 +24,7 @@ LapFrm::LapFrm(QWidget* Parent) : QDialog(Parent) {
     TransOpn = AddOptions(*Column, "Transition style", "TransOpn", LapTransCaptions, Last.TransOpn);
     SelcOpn->checkedButton()->setFocus();
 
-    auto* Buttons = new QDialogButtonBox(this);
-    QPushButton* OkBtn = Buttons->addButton(QStringLiteral("&OK"), QDialogButtonBox::AcceptRole);
-    OkBtn->setObjectName(QStringLiteral("OkBtn"));
-    OkBtn->setDefault(true);
-    QPushButton* CancelBtn =
-        Buttons->addButton(QStringLiteral("&Cancel"), QDialogButtonBox::RejectRole);
-    CancelBtn->setObjectName(QStringLiteral("CancelBtn"));
-    connect(OkBtn, &QPushButton::clicked, this, [this] {
-        OkClicked = true;
-        accept();
-    });
-    connect(CancelBtn, &QPushButton::clicked, this, &QDialog::reject);
-    Column->addWidget(Buttons);
+    AddOkCancelRow(*this, *Column, OkClicked);
 }
 
 LapFrm::~LapFrm() {

@@ -115,12 +115,15 @@ void OrgPairAdd(std::int32_t LeftNo, std::int32_t RightNo) {
     BlockPairTable.push_back({LeftNo, RightNo});
 }
 
-void BlockPairRemove(std::int32_t BlockNo) noexcept {
-    const auto Found =
-        std::find_if(BlockPairTable.begin(), BlockPairTable.end(), [&](const BlockPairRec& Pair) {
+std::vector<BlockPairRec>::const_iterator BlockPairOf(std::int32_t BlockNo) noexcept {
+    return std::find_if(
+        BlockPairTable.cbegin(), BlockPairTable.cend(), [BlockNo](const BlockPairRec& Pair) {
             return Pair.LeftNo == BlockNo || Pair.RightNo == BlockNo;
         });
-    if (Found != BlockPairTable.end())
+}
+
+void BlockPairRemove(std::int32_t BlockNo) noexcept {
+    if (const auto Found = BlockPairOf(BlockNo); Found != BlockPairTable.cend())
         BlockPairTable.erase(Found);
 }
 

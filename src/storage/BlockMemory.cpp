@@ -36,16 +36,6 @@ void LeaveOrgFile(BlockRec& Block) {
     Block.FilePos = 0;
 }
 
-std::int32_t PairOf(std::int32_t BlockNo) {
-    const auto Found =
-        std::find_if(BlockPairTable.begin(), BlockPairTable.end(), [&](const BlockPairRec& Pair) {
-            return Pair.LeftNo == BlockNo || Pair.RightNo == BlockNo;
-        });
-    return Found == BlockPairTable.end()
-               ? -1
-               : static_cast<std::int32_t>(Found - BlockPairTable.begin());
-}
-
 /// Both blocks of a pair, in one pass. The right one is as long as the left one.
 void PairToMemory(const BlockPairRec& Pair) {
     BlockRec& Left = BlockAt(Pair.LeftNo);
@@ -62,11 +52,9 @@ void PairToMemory(const BlockPairRec& Pair) {
 }
 
 void OrgBlockToMemory(std::int32_t BlockNo) {
-    const std::int32_t PairNo = PairOf(BlockNo);
-    if (PairNo >= 0) {
-        const BlockPairRec Pair = BlockPairTable[static_cast<std::size_t>(PairNo)];
-        PairToMemory(Pair);
-        BlockPairTable.erase(BlockPairTable.begin() + PairNo);
+    if (const auto Pair = BlockPairOf(BlockNo); Pair != BlockPairTable.end()) {
+        PairToMemory(BlockPairRec(*Pair));
+        BlockPairRemove(BlockNo);
         return;
     }
     BlockRec& Block = BlockAt(BlockNo);

@@ -1,13 +1,12 @@
 #include "view/EntDurFrm.h"
 
 #include "base/ModalWindow.h"
+#include "base/OkCancelRow.h"
 #include "base/QtText.h"
 
-#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace quoril {
@@ -69,19 +68,7 @@ EntDurFrm::EntDurFrm(QWidget* Parent) : QDialog(Parent) {
     Column->addLayout(Grid);
     Column->addStretch(1);
 
-    auto* Buttons = new QDialogButtonBox(this);
-    QPushButton* OkBtn = Buttons->addButton(QStringLiteral("&OK"), QDialogButtonBox::AcceptRole);
-    OkBtn->setObjectName(QStringLiteral("OkBtn"));
-    OkBtn->setDefault(true);
-    QPushButton* CancelBtn =
-        Buttons->addButton(QStringLiteral("&Cancel"), QDialogButtonBox::RejectRole);
-    CancelBtn->setObjectName(QStringLiteral("CancelBtn"));
-    connect(OkBtn, &QPushButton::clicked, this, [this] {
-        OkClicked = true;
-        accept();
-    });
-    connect(CancelBtn, &QPushButton::clicked, this, &QDialog::reject);
-    Column->addWidget(Buttons);
+    AddOkCancelRow(*this, *Column, OkClicked);
     connect(EnterDurTxt, &QLineEdit::textChanged, this, [this] { DurationEdited(); });
     connect(EnterSmpTxt, &QLineEdit::textChanged, this, [this] { SamplesEdited(); });
 }

@@ -1,13 +1,12 @@
 #include "view/SelConfFrm.h"
 
 #include "base/ModalWindow.h"
+#include "base/OkCancelRow.h"
 #include "base/QtText.h"
 
 #include <QButtonGroup>
-#include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -51,19 +50,7 @@ SelConfFrm::SelConfFrm(QWidget* Parent) : QDialog(Parent) {
     }
     Column->addStretch(1);
 
-    auto* Buttons = new QDialogButtonBox(this);
-    QPushButton* OkBtn = Buttons->addButton(QStringLiteral("&OK"), QDialogButtonBox::AcceptRole);
-    OkBtn->setObjectName(QStringLiteral("OkBtn"));
-    OkBtn->setDefault(true);
-    QPushButton* CancelBtn =
-        Buttons->addButton(QStringLiteral("&Cancel"), QDialogButtonBox::RejectRole);
-    CancelBtn->setObjectName(QStringLiteral("CancelBtn"));
-    connect(OkBtn, &QPushButton::clicked, this, [this] {
-        OkClicked = true;
-        accept();
-    });
-    connect(CancelBtn, &QPushButton::clicked, this, &QDialog::reject);
-    Column->addWidget(Buttons);
+    AddOkCancelRow(*this, *Column, OkClicked);
     UpdateForm();
 }
 

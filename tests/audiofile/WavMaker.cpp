@@ -10,6 +10,14 @@
 
 namespace quoril::test {
 
+void PrintTo(const SampleForm& Form, std::ostream* Out) {
+    *Out << Form.Bits << " bits, " << Form.Channels << " channels";
+}
+
+std::string NameOf(const SampleForm& Form) {
+    return std::to_string(Form.Bits) + (Form.Channels == 2 ? "Stereo" : "Mono");
+}
+
 namespace {
 
 void PutNumber(Bytes& To, std::int64_t Value, int Count) {

@@ -4,6 +4,7 @@
 #include "base/DocumentState.h"
 #include "storage/FileMemoClass.h"
 
+#include <array>
 #include <cstdint>
 #include <iosfwd>
 #include <optional>
@@ -32,6 +33,17 @@ struct WavFile {
     [[nodiscard]] Bytes Header() const;
     [[nodiscard]] Bytes Whole() const;
 };
+
+/// A form of samples, as a test's parameter.
+struct SampleForm {
+    std::int32_t Channels;
+    std::int32_t Bits;
+};
+void PrintTo(const SampleForm& Form, std::ostream* Out);
+/// The four that a document can have.
+inline constexpr std::array<SampleForm, 4> SampleForms = {{{1, 8}, {2, 8}, {1, 16}, {2, 16}}};
+/// As "16Stereo".
+[[nodiscard]] std::string NameOf(const SampleForm& Form);
 
 /// A chunk with its name and size, padded to an even length.
 [[nodiscard]] Bytes Chunk(const std::string& Name, const Bytes& Contents);

@@ -119,26 +119,14 @@ class WavMaterial : public ::testing::Test {
     FileMemoClass Store;
 };
 
-struct FormCase {
-    std::int32_t Bits;
-    std::int32_t Channels;
-};
-void PrintTo(const FormCase& Case, std::ostream* Out) {
-    *Out << Case.Bits << " bits, " << Case.Channels << " channels";
-}
-
-class WavMaterialForms : public WavMaterial, public ::testing::WithParamInterface<FormCase> {};
+class WavMaterialForms : public WavMaterial, public ::testing::WithParamInterface<test::SampleForm> {};
 
 INSTANTIATE_TEST_SUITE_P(All, WavMaterialForms,
-                         ::testing::Values(FormCase{8, 1}, FormCase{8, 2}, FormCase{16, 1},
-                                           FormCase{16, 2}),
-                         [](const auto& Info) {
-                             return std::to_string(Info.param.Bits) +
-                                    (Info.param.Channels == 2 ? "Stereo" : "Mono");
-                         });
+                         ::testing::ValuesIn(test::SampleForms),
+ [](const auto& Info) { return test::NameOf(Info.param); });
 
 TEST_P(WavMaterialForms, FilesOfSoxAtEveryRateHaveTheSamplesThatSoxReads) {
-    const auto [Bits, Channels] = GetParam();
+    const auto [Channels, Bits] = GetParam();
     for (const std::int32_t Rate : Rates) {
         SCOPED_TRACE(Rate);
         ASSERT_NO_FATAL_FAILURE(MakeBySox(Channels, Rate, {"-b", std::to_string(Bits)}));
@@ -150,7 +138,7 @@ TEST_P(WavMaterialForms, FilesOfSoxAtEveryRateHaveTheSamplesThatSoxReads) {
 }
 
 TEST_P(WavMaterialForms, FilesOfFfmpegAtEveryRateHaveTheSamplesThatFfmpegReads) {
-    const auto [Bits, Channels] = GetParam();
+    const auto [Channels, Bits] = GetParam();
     int Extensible = 0;
     for (const std::int32_t Rate : Rates) {
         SCOPED_TRACE(Rate);

@@ -47,23 +47,11 @@ class WavReader : public ::testing::Test {
     FileMemoClass Store;
 };
 
-struct FormatCase {
-    std::int32_t Channels;
-    std::int32_t Bits;
-};
-void PrintTo(const FormatCase& Case, std::ostream* Out) {
-    *Out << Case.Bits << " bits, " << Case.Channels << " channels";
-}
-
-class WavReaderFormats : public WavReader, public ::testing::WithParamInterface<FormatCase> {};
+class WavReaderFormats : public WavReader, public ::testing::WithParamInterface<test::SampleForm> {};
 
 INSTANTIATE_TEST_SUITE_P(All, WavReaderFormats,
-                         ::testing::Values(FormatCase{1, 8}, FormatCase{2, 8}, FormatCase{1, 16},
-                                           FormatCase{2, 16}),
-                         [](const auto& Info) {
-                             return std::to_string(Info.param.Bits) +
-                                    (Info.param.Channels == 2 ? "Stereo" : "Mono");
-                         });
+                         ::testing::ValuesIn(test::SampleForms),
+ [](const auto& Info) { return test::NameOf(Info.param); });
 
 TEST_P(WavReaderFormats, SamplesStayInTheFileAndReadAsTheyAre) {
     const auto [Channels, Bits] = GetParam();

@@ -83,23 +83,11 @@ TEST_F(WavWriter, TheHeaderIsByteForByteTheCanonicalOne) {
         << "an odd length gets no padding byte";
 }
 
-struct RoundCase {
-    std::int32_t Channels;
-    std::int32_t Bits;
-};
-void PrintTo(const RoundCase& Case, std::ostream* Out) {
-    *Out << Case.Bits << " bits, " << Case.Channels << " channels";
-}
-
-class WavWriterFormats : public WavWriter, public ::testing::WithParamInterface<RoundCase> {};
+class WavWriterFormats : public WavWriter, public ::testing::WithParamInterface<test::SampleForm> {};
 
 INSTANTIATE_TEST_SUITE_P(All, WavWriterFormats,
-                         ::testing::Values(RoundCase{1, 8}, RoundCase{2, 8}, RoundCase{1, 16},
-                                           RoundCase{2, 16}),
-                         [](const auto& Info) {
-                             return std::to_string(Info.param.Bits) +
-                                    (Info.param.Channels == 2 ? "Stereo" : "Mono");
-                         });
+                         ::testing::ValuesIn(test::SampleForms),
+ [](const auto& Info) { return test::NameOf(Info.param); });
 
 TEST_P(WavWriterFormats, AnOpenedFileIsWrittenBackAsItWasWhateverItsLength) {
     // Around the borders of slices (65536 frames) and chunks (262144 frames to 1048576).

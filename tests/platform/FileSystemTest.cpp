@@ -2,6 +2,7 @@
 
 #include "base/Failure.h"
 #include "platform/FileHandle.h"
+#include "support/OrdinaryUser.h"
 #include "support/TempFolder.h"
 
 #include <cerrno>
@@ -232,25 +233,12 @@ TEST(FileSystem, FileThatIsOnlyOpenIsDeleted) {
     EXPECT_FALSE(FileExists(File));
 }
 
-/// Runs an action as a user who has no special rights. Its exit code.
-template <typename Action>
-int AsOrdinaryUser(const Action& What) {
-    const pid_t Child = ::fork();
-    if (Child == 0) {
-        if (::geteuid() == 0 && ::setresuid(65534, 65534, 65534) != 0)
-            ::_exit(99);
-        ::_exit(What());
-    }
-    int Status = 0;
-    return ::waitpid(Child, &Status, 0) == Child && WIFEXITED(Status) ? WEXITSTATUS(Status) : -1;
-}
-
 TEST(FileSystem, WithoutTheRightToDeleteTheFileStays) {
     const TempFolder Folder;
     const std::string File = Folder.Write("a", "x");
     ASSERT_EQ(::chmod(Folder.Path().c_str(), 0555), 0);
     EXPECT_EQ(
-        AsOrdinaryUser([&] { return !DeleteFileIfFree(File) && !DeleteFileAnyway(File) ? 0 : 1; }),
+        test::AsOrdinaryUser([&] { return !DeleteFileIfFree(File) && !DeleteFileAnyway(File) ? 0 : 1; }),
         0);
     EXPECT_TRUE(FileExists(File));
 }
@@ -260,7 +248,7 @@ TEST(FileSystem, UnreadableFileCanBeDeleted) {
     const std::string File = Folder.Write("a", "x");
     ASSERT_EQ(::chmod(File.c_str(), 0), 0);
     ASSERT_EQ(::chmod(Folder.Path().c_str(), 0777), 0);
-    EXPECT_EQ(AsOrdinaryUser([&] { return DeleteFileIfFree(File) ? 0 : 1; }), 0);
+    EXPECT_EQ(test::AsOrdinaryUser([&] { return DeleteFileIfFree(File) ? 0 : 1; }), 0);
     EXPECT_FALSE(FileExists(File));
 }
 

@@ -1,6 +1,7 @@
 #include "platform/PrivateProfile.h"
 
 #include "platform/FileSystem.h"
+#include "support/OrdinaryUser.h"
 #include "support/TempFolder.h"
 
 #include <array>
@@ -420,23 +421,10 @@ TEST_F(PrivateProfile, ZeroBytesHideNothing) {
     EXPECT_EQ(Get("B", "k"), "3");
 }
 
-/// Runs an action as a user who has no special rights. Its exit code.
-template <typename Action>
-int AsOrdinaryUser(const Action& What) {
-    const pid_t Child = ::fork();
-    if (Child == 0) {
-        if (::geteuid() == 0 && ::setresuid(65534, 65534, 65534) != 0)
-            ::_exit(99);
-        ::_exit(What());
-    }
-    int Status = 0;
-    return ::waitpid(Child, &Status, 0) == Child && WIFEXITED(Status) ? WEXITSTATUS(Status) : -1;
-}
-
 TEST_F(PrivateProfile, FileInAnUnwritableFolderStaysAsItWas) {
     Hold("[A]\nk=1\n");
     ASSERT_EQ(::chmod(Folder.Path().c_str(), 0555), 0);
-    EXPECT_EQ(AsOrdinaryUser([&] {
+    EXPECT_EQ(test::AsOrdinaryUser([&] {
                   const bool Refused =
                       !Put("A", "k", "2") && !DeletePrivateProfileKey("A", "k", File);
                   return Refused && Get("A", "k") == "1" ? 0 : 1;
@@ -450,7 +438,7 @@ TEST_F(PrivateProfile, FileWithoutTheRightToWriteStaysAsItWas) {
     Hold("[A]\nk=1\n");
     ASSERT_EQ(::chmod(File.c_str(), 0444), 0);
     ASSERT_EQ(::chmod(Folder.Path().c_str(), 0777), 0);
-    EXPECT_EQ(AsOrdinaryUser([&] { return !Put("A", "k", "2") && Get("A", "k") == "1" ? 0 : 1; }),
+    EXPECT_EQ(test::AsOrdinaryUser([&] { return !Put("A", "k", "2") && Get("A", "k") == "1" ? 0 : 1; }),
               0);
     EXPECT_EQ(Text(), "[A]\nk=1\n");
 }
@@ -460,7 +448,7 @@ TEST_F(PrivateProfile, FileWithoutTheRightToReadIsNotReplaced) {
     ASSERT_EQ(::chmod(File.c_str(), 0), 0);
     ASSERT_EQ(::chmod(Folder.Path().c_str(), 0777), 0);
     EXPECT_EQ(
-        AsOrdinaryUser([&] { return !Put("A", "k", "2") && Get("A", "k") == "default" ? 0 : 1; }),
+        test::AsOrdinaryUser([&] { return !Put("A", "k", "2") && Get("A", "k") == "default" ? 0 : 1; }),
         0);
     ASSERT_EQ(::chmod(File.c_str(), 0600), 0);
     EXPECT_EQ(Text(), "[A]\nk=1\n");

@@ -1,6 +1,7 @@
 #include "platform/ProgramPlaces.h"
 
 #include "platform/FileSystem.h"
+#include "support/OrdinaryUser.h"
 #include "support/TempFolder.h"
 
 #include <cstdlib>
@@ -88,21 +89,14 @@ TEST(ProgramPlaces, FolderWithoutTheRightToWriteIsNotTaken) {
     ASSERT_TRUE(MakeFolderPath(Installed));
     ASSERT_EQ(::chmod(Folder.Path().c_str(), 0755), 0);
     ASSERT_EQ(::chmod(Installed.c_str(), 0555), 0);
-    const bool Superuser = ::geteuid() == 0;
-    ASSERT_EQ(Superuser ? ::chown(Home.c_str(), 65534, 65534) : 0, 0);
-    const pid_t Child = ::fork();
-    if (Child == 0) {
-        // The right to write everywhere goes with the user.
-        if (Superuser && ::setresuid(65534, 65534, 65534) != 0)
-            ::_exit(2);
-        ::setenv("XDG_CONFIG_HOME", Home.c_str(), 1);
-        const std::string Expected = Home + "/quoril-wave-editor";
-        ::_exit(FolderForSettings(Installed) == Expected && FolderExists(Expected) ? 0 : 1);
-    }
-    int Status = 0;
-    ASSERT_EQ(::waitpid(Child, &Status, 0), Child);
-    ASSERT_TRUE(WIFEXITED(Status));
-    EXPECT_EQ(WEXITSTATUS(Status), 0);
+    // The right to write everywhere goes with the user.
+    ASSERT_EQ(::geteuid() == 0 ? ::chown(Home.c_str(), 65534, 65534) : 0, 0);
+    EXPECT_EQ(test::AsOrdinaryUser([&] {
+                  ::setenv("XDG_CONFIG_HOME", Home.c_str(), 1);
+                  const std::string Expected = Home + "/quoril-wave-editor";
+                  return FolderForSettings(Installed) == Expected && FolderExists(Expected) ? 0 : 1;
+              }),
+              0);
 }
 
 TEST(ProgramPlaces, WithoutAnAbsoluteConfigFolderItIsInTheHomeFolder) {
