@@ -26,6 +26,8 @@ class PicturePanel : public QWidget {
     /// The inner size in pixels of the screen.
     [[nodiscard]] int ScaleWidth() const;
     [[nodiscard]] int ScaleHeight() const;
+    /// The distance from the first column of pixels to the last, 1 at least.
+    [[nodiscard]] double ScaleSpan() const { return std::max(ScaleWidth() - 1, 1); }
     /// Pixels of the screen for one pixel of the window system: 1, 1.25, 2 and so on.
     [[nodiscard]] double PixelRatio() const { return devicePixelRatioF(); }
     /// Where a mouse position lies in the picture.

@@ -10,6 +10,7 @@
 #include "selection/SelectionMod.h"
 #include "settings/UserGuideMod.h"
 #include "view/ArrowImage.h"
+#include "view/BandDisplay.h"
 #include "view/ReadOutLabel.h"
 #include "view/WaveEditor_Frm.h"
 #include "view/WavePanel.h"
@@ -18,9 +19,7 @@
 #include <QTimer>
 #include <QWheelEvent>
 
-#include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <string>
 
 namespace quoril {
@@ -35,14 +34,6 @@ constexpr const char* OnViewHint = "View/selection range shown here, Hold and dr
 constexpr const char* ArrowHint = "Click to shift view for fine adjustment. Smaller line will "
                                   "move smaller amount.";
 
-constexpr double UnitsOfNotch = 120.0;
-
-/// Both ways of a wheel or of fingers count, the greater one; a wheel with Alt or Shift held can
-/// come as a sideways one.
-double Meant(const QPoint& Way) {
-    return std::abs(Way.x()) > std::abs(Way.y()) ? Way.x() : Way.y();
-}
-
 bool IsMouse(QEvent::Type Type) {
     return Type == QEvent::MouseButtonPress || Type == QEvent::MouseButtonDblClick ||
            Type == QEvent::MouseMove || Type == QEvent::MouseButtonRelease;
@@ -56,7 +47,8 @@ bool IsPress(const QMouseEvent& Event) {
 } // namespace
 
 StripMouse::StripMouse(WaveEditor_Frm& MainWindow)
-    : QObject(&MainWindow), Window(MainWindow), MouseMoveWaitTimer(new QTimer(this)) {
+    : QObject(&MainWindow), Window(MainWindow), MouseMoveWaitTimer(new QTimer(this)),
+      Wheel(MainWindow) {
     MouseMoveWaitTimer->setObjectName(QStringLiteral("ScaleMoveWaitTimer"));
     MouseMoveWaitTimer->setSingleShot(true);
     MouseMoveWaitTimer->setInterval(MoveWaitMs);
@@ -76,6 +68,8 @@ bool StripMouse::eventFilter(QObject* Watched, QEvent* Event) {
         Event->accept();
         return true;
     }
+    if (Event->type() == QEvent::Leave && Watched == Window.ScalePic)
+        ScaleLeft();
     if (!IsMouse(Event->type()))
         return QObject::eventFilter(Watched, Event);
     const auto& Mouse = *static_cast<QMouseEvent*>(Event);
@@ -95,31 +89,15 @@ bool StripMouse::eventFilter(QObject* Watched, QEvent* Event) {
 // ---- Wheel
 
 void StripMouse::Turn(const QWidget& Strip, const QWheelEvent& Event) {
-    const DocumentFacts Document = Window.Facts();
-    if (Document.Total < 1 || Scroll.IsDragging())
+    if (Scroll.IsDragging())
         return;
-    const double X = Event.position().x();
-    const double PanelWidth = std::max(Window.Wave_Pic[1]->ScaleWidth() - 1, 1);
-    const double Across =
-        &Strip == Window.ScalePic
-            ? Window.ScalePic->PixelAt(Event.position()).x() / PanelWidth
-            : BarAcross(Bar(), BarPixel(&Strip == Window.HScrollPic ? X : X + Strip.x()));
-    const WheelView View{ViewFrom, ViewTotal, Document.Total};
-    const WheelDeed Deed = WheelDeedOf(Event.modifiers().testFlag(Qt::ControlModifier),
-                                       Event.modifiers().testFlag(Qt::ShiftModifier));
-    // Fingers on a touchpad take the picture along; a wheel has no phases.
-    const bool Fingers = Event.phase() != Qt::NoScrollPhase && !Event.pixelDelta().isNull();
-    const WheelView New =
-        Fingers && Deed == WheelDeed::Scroll
-            ? Wheel.Moved(View,
-                          Meant(Event.pixelDelta()) * Window.ScalePic->PixelRatio() / PanelWidth)
-            : Wheel.Turned(View, Deed, Meant(Event.angleDelta()) / UnitsOfNotch, Across);
-    if (New == View)
-        return;
-    ViewAll = false;
-    ViewFrom = New.From;
-    ViewTotal = New.Samples;
-    Window.Refresh_Wave_View();
+    const QPointF Place = Event.position();
+    if (&Strip == Window.ScalePic)
+        Wheel.Turn(Event, Window.ScalePic->PixelAt(Place).x() / Window.Wave_Pic[1]->ScaleSpan());
+    else
+        Wheel.Turn(Event,
+                   BarAcross(Bar(), BarPixel(&Strip == Window.HScrollPic ? Place.x()
+                                                                         : Place.x() + Strip.x())));
 }
 
 // ---- Time scale
@@ -134,16 +112,15 @@ bool StripMouse::OnScale(const QMouseEvent& Event) {
     return true;
 }
 
-std::int32_t StripMouse::ScalePosition(const QMouseEvent& Event) const {
-    return Window.PanelScale.PositionAt(Window.ScalePic->PixelAt(Event.position()).x(),
-                                        Window.Facts().Total);
+std::int32_t StripMouse::ScalePosition(const QPointF& Place) const {
+    return Window.PanelScale.PositionAt(Window.ScalePic->PixelAt(Place).x(), Window.Facts().Total);
 }
 
 void StripMouse::ScalePress(const QMouseEvent& Event) {
     const std::int32_t Total = Window.Facts().Total;
     if (Total < 1)
         return;
-    const std::int32_t Position = ScalePosition(Event);
+    const std::int32_t Position = ScalePosition(Event.position());
     if (Event.button() == Qt::LeftButton) {
         Scale.Press(Position);
         Scale.MoveWait = true;
@@ -162,7 +139,8 @@ void StripMouse::ScaleMove(const QMouseEvent& Event) {
     const std::int32_t Total = Window.Facts().Total;
     if (Scale.MoveWait || Total < 1)
         return;
-    const std::int32_t Position = ScalePosition(Event);
+    const std::int32_t Position = ScalePosition(Event.position());
+    OnScaleAt = Event.position();
     ShowScalePosition(Position);
     if (Scale.Drag(Position, Total))
         Window.RefreshPlayScale();
@@ -171,7 +149,7 @@ void StripMouse::ScaleMove(const QMouseEvent& Event) {
 void StripMouse::ScaleRelease(const QMouseEvent& Event) {
     if (!Scale.IsDown())
         return;
-    const ScaleDeed Deed = Scale.Release(ScalePosition(Event), Window.Facts().Total);
+    const ScaleDeed Deed = Scale.Release(ScalePosition(Event.position()), Window.Facts().Total);
     RefreshStrips();
     Follow(Deed);
 }
@@ -188,6 +166,28 @@ void StripMouse::ShowScalePosition(std::int32_t Position) {
         Line->SetX(X);
         Line->setVisible(WorkChn == 0 || WorkChn == Channel);
     }
+    Window.ShowBands(Position, WorkChn == 0 ? 1 : WorkChn);
+}
+
+void StripMouse::ScaleLeft() {
+    // While the button is held the scale has the mouse, wherever it is.
+    if (Scale.IsDown() || !OnScaleAt)
+        return;
+    OnScaleAt.reset();
+    for (const std::size_t Index : {1U, 2U}) {
+        Window.DisplayPosLbl.at(Index)->clear();
+        Window.Wave_Pic.at(Index)->MouseLine->hide();
+    }
+    Window.Bands->Clear();
+}
+
+void StripMouse::PictureRefreshed() {
+    if (!OnScaleAt)
+        return;
+    if (Window.Facts().Total < 1)
+        ScaleLeft();
+    else
+        ShowScalePosition(ScalePosition(*OnScaleAt));
 }
 
 void StripMouse::RefreshStrips() {

@@ -3,9 +3,12 @@
 
 #include "view/ScaleMouse.h"
 #include "view/ScrollMouse.h"
-#include "view/ViewWheel.h"
+#include "view/WheelTurn.h"
 
 #include <QObject>
+#include <QPointF>
+
+#include <optional>
 
 class QMouseEvent;
 class QTimer;
@@ -23,6 +26,9 @@ class StripMouse final : public QObject {
     /// The strips must have been built.
     explicit StripMouse(WaveEditor_Frm& MainWindow);
 
+    /// The view has changed under the mouse: the read-outs follow.
+    void PictureRefreshed();
+
   protected:
     bool eventFilter(QObject* Watched, QEvent* Event) override;
 
@@ -33,8 +39,9 @@ class StripMouse final : public QObject {
     void ScalePress(const QMouseEvent& Event);
     void ScaleMove(const QMouseEvent& Event);
     void ScaleRelease(const QMouseEvent& Event);
-    [[nodiscard]] std::int32_t ScalePosition(const QMouseEvent& Event) const;
+    [[nodiscard]] std::int32_t ScalePosition(const QPointF& Place) const;
     void ShowScalePosition(std::int32_t Position);
+    void ScaleLeft();
     void RefreshStrips();
     void Follow(const ScaleDeed& Deed);
 
@@ -49,7 +56,8 @@ class StripMouse final : public QObject {
     QTimer* MouseMoveWaitTimer;
     ScaleMouseClass Scale;
     ScrollMouseClass Scroll;
-    ViewWheelClass Wheel;
+    WheelTurn Wheel;
+    std::optional<QPointF> OnScaleAt; // where the read-outs stand for, in the scale's own pixels
 };
 
 } // namespace quoril

@@ -1,4 +1,5 @@
 // The strip of values below the overview bar.
+#include "view/BandDisplay.h"
 #include "view/PicturePanel.h"
 #include "view/ToolIcon.h"
 #include "view/ValueLabel.h"
@@ -83,11 +84,13 @@ QWidget* WaveEditor_Frm::BuildInfoFrame() {
 
     DispFrqVolPic = new PicturePanel(QStringLiteral("DispFrqVolPic"), Frame);
     DispFrqVolPic->setAccessibleName(QStringLiteral("Frequency bands around the mouse"));
-    DispFrqVolPic->setProperty("StatusHint",
-                               QStringLiteral("Frequency bands of the sound around the mouse."));
+    DispFrqVolPic->setProperty(
+        "StatusHint",
+        QStringLiteral("Graphical audio volume of different bands at mouse position."));
     DispFrqVolPic->setMinimumWidth(70);
     DispFrqVolPic->setMaximumWidth(160);
     DispFrqVolPic->installEventFilter(this);
+    Bands = new BandDisplay(DispFrqVolPic);
     Grid->addWidget(DispFrqVolPic, 0, BandColumn, 3, 1);
     Grid->setColumnStretch(GapBeforeBands, 1);
     Grid->setColumnStretch(BandColumn, 2);

@@ -38,7 +38,7 @@ void WaveEditor_Frm::BuildPanels() {
     HScrollPic->setAccessibleName(QStringLiteral("Overview of the whole document"));
     for (const int Index : {0, 1})
         ArrowImg.at(std::size_t(Index)) = new ArrowImage(Index, HScrollPic);
-    new StripMouse(*this);
+    Strips = new StripMouse(*this);
     InfoFrame = BuildInfoFrame();
 }
 

@@ -5,7 +5,9 @@
 #include "selection/DurationText.h"
 #include "selection/SelectionMod.h"
 #include "view/ArrowImage.h"
+#include "view/BandDisplay.h"
 #include "view/StripDraw.h"
+#include "view/StripMouse.h"
 #include "view/ValueEntry.h"
 #include "view/ValueLabel.h"
 #include "view/WaveDraw.h"
@@ -81,6 +83,7 @@ void WaveEditor_Frm::Refresh_Wave_View() {
         Wave_Pic.at(std::size_t(Channel))->Clear();
     if (Document.Total < 1) {
         PanelMouse->PictureRefreshed();
+        Strips->PictureRefreshed();
         return;
     }
     ViewLimitsApply(Document.Total);
@@ -106,6 +109,7 @@ void WaveEditor_Frm::Refresh_Wave_View() {
         Wave_Pic.at(std::size_t(Channel))->TakeSnapshot();
     DescribePanels();
     PanelMouse->PictureRefreshed();
+    Strips->PictureRefreshed();
 }
 
 ScaleView WaveEditor_Frm::CurrentScaleView() const {
@@ -175,6 +179,10 @@ void WaveEditor_Frm::RefreshDisplayLabels(bool Dragging) {
 void WaveEditor_Frm::SetSource(const WaveSource* What) {
     Source = What;
     PanelMouse->SetSource(What);
+}
+
+void WaveEditor_Frm::ShowBands(std::int32_t Pos, std::int32_t Channel) {
+    Bands->Show(*Source, Pos, Channel);
 }
 
 void WaveEditor_Frm::ClearMouseFlags() {

@@ -6,6 +6,7 @@
 #include "base/ProgressReport.h"
 #include "base/QtText.h"
 #include "base/ViewState.h"
+#include "view/BandDisplay.h"
 #include "view/ColorSettings.h"
 #include "view/ToolIcon.h"
 #include "view/ValueLabel.h"
@@ -87,6 +88,7 @@ void WaveEditor_Frm::ApplyColorSettings() {
     }
     HScrollPic->SetBackColor(ColorOf(WaveColor::ScaleBackColor));
     DispFrqVolPic->SetBackColor(Back);
+    Bands->Clear();
     for (const std::size_t Index : {0U, 1U, 2U}) {
         SelectLbl.at(Index)->SetColors(ColorOf(WaveColor::SelectBackColor), Text);
         ViewLbl.at(Index)->SetColors(Back, Text);

@@ -32,8 +32,10 @@ class QToolButton;
 namespace quoril {
 
 class ArrowImage;
+class BandDisplay;
 class PicturePanel;
 class ReadOutLabel;
+class StripMouse;
 class ValueLabel;
 class WavePanel;
 class WavePanelMouse;
@@ -119,6 +121,7 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     ReadOutLabel* PlayPosLbl = nullptr;
     QLabel* PlayStatusLbl = nullptr;
     PicturePanel* DispFrqVolPic = nullptr;
+    BandDisplay* Bands = nullptr; ///< what DispFrqVolPic shows
     QLabel* SpeedDispPic = nullptr;
     std::array<QLabel*, 3> SpeedDispLbl{};
 
@@ -129,9 +132,13 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     /// What is drawn; the document of the process unless a test gives another.
     void SetSource(const WaveSource* What);
     [[nodiscard]] DocumentFacts Facts() const { return Source->Facts(); }
+    /// DispFrqVolPic shows the sound around a sample of a channel, 1 or 2.
+    void ShowBands(std::int32_t Pos, std::int32_t Channel);
 
     /// What the mouse does over the wave panels.
     std::unique_ptr<WavePanelMouse> PanelMouse;
+    /// And over the time scale and the overview bar.
+    StripMouse* Strips = nullptr;
 
   protected:
     bool event(QEvent* Event) override;

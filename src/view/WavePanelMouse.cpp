@@ -7,6 +7,7 @@
 #include "base/ViewState.h"
 #include "selection/SelectionMod.h"
 #include "selection/ViewListener.h"
+#include "view/BandDisplay.h"
 #include "view/MousePointer.h"
 #include "view/PointerCursor.h"
 #include "view/ReadOutLabel.h"
@@ -21,7 +22,6 @@
 #include <QWheelEvent>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -30,7 +30,6 @@ namespace quoril {
 namespace {
 
 constexpr int MoveWaitMs = 70;
-constexpr double UnitsOfNotch = 120;
 constexpr int TipLeft = 10;
 constexpr int TipAbove = 14;
 
@@ -38,11 +37,6 @@ std::int32_t ButtonOf(Qt::MouseButton Button) {
     if (Button == Qt::LeftButton)
         return MouseButtonLeft;
     return Button == Qt::RightButton ? MouseButtonRight : 0;
-}
-
-/// Of the two ways that a wheel can turn, the one that was meant.
-double Meant(const QPoint& Delta) {
-    return std::abs(Delta.x()) > std::abs(Delta.y()) ? Delta.x() : Delta.y();
 }
 
 /// The work of an event. Nothing is done in the midst of a long command.
@@ -55,7 +49,7 @@ void Handle(BodyType&& Body) {
 } // namespace
 
 WavePanelMouse::WavePanelMouse(WaveEditor_Frm& MainWindow)
-    : MouseMoveWaitTimer(new QTimer(this)), Window(MainWindow),
+    : MouseMoveWaitTimer(new QTimer(this)), Window(MainWindow), Wheel(MainWindow),
       ZoomTipLbl(new QLabel(QStringLiteral("Click the other end"),
                             MainWindow.Wave_Pic[1]->parentWidget())) {
     MouseMoveWaitTimer->setObjectName(QStringLiteral("MouseMoveWaitTimer"));
@@ -176,29 +170,8 @@ void WavePanelMouse::Clear() {
 // ---- Wheel
 
 void WavePanelMouse::Turn(const WavePanel& Panel, const QWheelEvent& Event) {
-    const DocumentFacts Document = Source->Facts();
-    if (Document.Total < 1 || Mouse.Hold() == MouseHold::Pan)
-        return;
-    const double Width = std::max(Panel.ScaleWidth() - 1, 1);
-    const WheelView View{ViewFrom, ViewTotal, Document.Total};
-    const WheelDeed Deed =
-        WheelDeedOf(Event.modifiers() & Qt::ControlModifier, Event.modifiers() & Qt::ShiftModifier);
-    // Without phases it is a wheel, and the pixels that some systems tell with it are not the
-    // way of any finger.
-    const bool Fingers = Event.phase() != Qt::NoScrollPhase && !Event.pixelDelta().isNull();
-    if (Fingers && Deed == WheelDeed::Scroll)
-        return TakeView(Wheel.Moved(View, Meant(Event.pixelDelta()) * Panel.PixelRatio() / Width));
-    TakeView(Wheel.Turned(View, Deed, Meant(Event.angleDelta()) / UnitsOfNotch,
-                          Panel.PixelAt(Event.position()).x() / Width));
-}
-
-void WavePanelMouse::TakeView(const WheelView& View) {
-    if (View.From == ViewFrom && View.Samples == ViewTotal)
-        return;
-    ViewAll = false;
-    ViewFrom = View.From;
-    ViewTotal = View.Samples;
-    Refresh_Wave_View();
+    if (Mouse.Hold() != MouseHold::Pan)
+        Wheel.Turn(Event, Panel.PixelAt(Event.position()).x() / Panel.ScaleSpan());
 }
 
 // ---- What follows the mouse
@@ -208,6 +181,7 @@ void WavePanelMouse::ShowReadOut() {
     if (Under == nullptr || Document.Total < 1) {
         for (const std::size_t Index : {1U, 2U})
             Window.DisplayPosLbl.at(Index)->clear();
+        Window.Bands->Clear();
         return;
     }
     const QPoint Pixel = Under->PixelAt(At);
@@ -225,6 +199,7 @@ void WavePanelMouse::ShowReadOut() {
     Window.DisplayPosLbl[1]->setText(ShownText(MouseTimeText(Pos, Document.Freq)));
     Window.DisplayPosLbl[2]->setText(ShownText(MouseLevelText(
         Samples.empty() ? nullptr : &Samples.front(), Window.PanelScale.ValueAt(Pixel.y()))));
+    Window.ShowBands(Pos, Under->Channel());
 }
 
 void WavePanelMouse::ShowLines() {
@@ -293,8 +268,10 @@ void WavePanelMouse::PictureRefreshed() {
         ShowBand();
     if (Under != nullptr)
         ShowReadOut();
-    if (Source->Facts().Total < 1)
+    if (Source->Facts().Total < 1) {
         HideLines();
+        Window.Bands->Clear();
+    }
 }
 
 void WavePanelMouse::CommandRun() {

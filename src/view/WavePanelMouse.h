@@ -1,8 +1,8 @@
 // Mouse and wheel over the wave panels, as the window system tells them.
 #pragma once
 
-#include "view/ViewWheel.h"
 #include "view/WaveMouse.h"
+#include "view/WheelTurn.h"
 
 #include <QObject>
 #include <QPointF>
@@ -53,7 +53,6 @@ class WavePanelMouse final : public QObject {
     void Left();
     void Abandon();
     void Turn(const WavePanel& Panel, const QWheelEvent& Event);
-    void TakeView(const WheelView& View);
     void ShowReadOut();
     void ShowLines();
     void ShowBand();
@@ -61,7 +60,7 @@ class WavePanelMouse final : public QObject {
 
     WaveEditor_Frm& Window;
     const WaveSource* Source = nullptr;
-    ViewWheelClass Wheel;
+    WheelTurn Wheel;
     QLabel* ZoomTipLbl;
     WavePanel* Under = nullptr; // the panel that the mouse is on, or was pressed on
     QPointF At;                 // where on it, in pixels of the window system

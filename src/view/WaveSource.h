@@ -18,6 +18,10 @@ class WaveSource {
     /// The samples of a channel, 1 or 2, at these positions, in their order.
     virtual void SamplesAt(std::int32_t Channel, const std::vector<std::int32_t>& Positions,
                            std::vector<std::int16_t>& Samples) const = 0;
+    /// `Count` samples of a channel from `From` on, at the indexes from 1; index 0 is unused.
+    /// Places beside the document give 0.
+    virtual void StretchAt(std::int32_t Channel, std::int32_t From, std::int32_t Count,
+                           std::vector<std::int16_t>& Samples) const = 0;
 };
 
 /// The document of the process. Leaves memory and age order alone.
@@ -26,6 +30,8 @@ class StoreSource final : public WaveSource {
     [[nodiscard]] DocumentFacts Facts() const override { return CurrentDocument(); }
     void WillNeed(const std::vector<std::int32_t>& Positions) const override;
     void SamplesAt(std::int32_t Channel, const std::vector<std::int32_t>& Positions,
+                   std::vector<std::int16_t>& Samples) const override;
+    void StretchAt(std::int32_t Channel, std::int32_t From, std::int32_t Count,
                    std::vector<std::int16_t>& Samples) const override;
 };
 

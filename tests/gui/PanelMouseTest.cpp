@@ -70,12 +70,15 @@ class PanelMouseTest : public WindowTest {
     ArraySource Source;
 };
 
-TEST_F(PanelMouseTest, ADragInvertsThePicturesAndReadsOnlyTheSampleUnderTheMouse) {
+TEST_F(PanelMouseTest, ADragInvertsThePicturesAndReadsOnlyWhatIsShownOfTheMouse) {
     Press(First());
     Source.Asked = 0;
     Move(At(0.4), Qt::LeftButton);
     Move(Second(), Qt::LeftButton);
+    // The sample under the mouse at each move, and for the bands one window in a tenth of a second.
     EXPECT_EQ(Source.Asked, 2U);
+    ASSERT_EQ(Source.Stretches.size(), 1U);
+    EXPECT_EQ(Source.Stretches.front().Count, 512);
     EXPECT_EQ(SelStart, 0);
     for (const int Channel : {1, 2}) {
         const QImage& Shown = Panel(Channel)->Picture();

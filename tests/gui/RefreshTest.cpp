@@ -161,6 +161,10 @@ class CursorSource final : public WaveSource {
             throw Failure("gone");
         Samples.assign(Positions.size(), 0);
     }
+    void StretchAt(std::int32_t, std::int32_t, std::int32_t,
+                   std::vector<std::int16_t>& Samples) const override {
+        Samples.assign(1, 0);
+    }
 };
 
 TEST_F(RefreshTest, AViewAboveThreeMinutesIsDrawnUnderTheHourglass) {

@@ -214,6 +214,41 @@ TEST_F(StripMouseTest, AMoveOverTheScaleShowsWhereItIs) {
     }
 }
 
+TEST_F(StripMouseTest, TheReadOutFollowsAViewThatMovesUnderTheMouse) {
+    const int X = ColumnOf(3501);
+    Move(Window->ScalePic, X, Qt::NoButton);
+    ViewFrom = 5001;
+    Window->Refresh_Wave_View();
+    EXPECT_EQ(Window->DisplayPosLbl[1]->text(), QStringLiteral("05.50/5501"));
+    EXPECT_EQ(Window->Wave_Pic[1]->MouseLine->X(), X);
+}
+
+TEST_F(StripMouseTest, LeavingTheScaleTakesItsReadOutAndLinesAway) {
+    QEvent Leave(QEvent::Leave);
+    Press(Window->ScalePic, 300);
+    WaitForMoves();
+    Move(Window->ScalePic, 400);
+    // The button is held: the scale keeps the mouse wherever it is.
+    QApplication::sendEvent(Window->ScalePic, &Leave);
+    EXPECT_TRUE(Window->Wave_Pic[1]->MouseLine->isVisible());
+    Release(Window->ScalePic, 400);
+    QApplication::sendEvent(Window->ScalePic, &Leave);
+    EXPECT_EQ(Window->DisplayPosLbl[1]->text(), QString());
+    EXPECT_FALSE(Window->Wave_Pic[1]->MouseLine->isVisible());
+    EXPECT_FALSE(Window->Wave_Pic[2]->MouseLine->isVisible());
+    // Nothing of it comes back with the next picture.
+    Window->Refresh_Wave_View();
+    EXPECT_EQ(Window->DisplayPosLbl[1]->text(), QString());
+}
+
+TEST_F(StripMouseTest, AnEmptiedDocumentTakesTheReadOutOfTheScaleAway) {
+    Move(Window->ScalePic, 300, Qt::NoButton);
+    Document(0, 2);
+    Window->Refresh_Wave_View();
+    EXPECT_EQ(Window->DisplayPosLbl[1]->text(), QString());
+    EXPECT_FALSE(Window->Wave_Pic[1]->MouseLine->isVisible());
+}
+
 TEST_F(StripMouseTest, TheMouseLineIsOnTheSelectedChannel) {
     SelBoth = false;
     SelSingle = 2;

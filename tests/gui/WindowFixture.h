@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/DocumentState.h"
+#include "base/Failure.h"
 #include "base/ViewState.h"
 #include "bookmarks/BookmarkRec.h"
 #include "storage/FileMemoClass.h"
@@ -27,6 +28,12 @@ class ArraySource final : public WaveSource {
     std::vector<std::int16_t> Left;
     std::vector<std::int16_t> Right;
     mutable std::size_t Asked = 0;
+    struct Stretch {
+        std::int32_t Channel, From, Count;
+        friend bool operator==(const Stretch&, const Stretch&) = default;
+    };
+    mutable std::vector<Stretch> Stretches;
+    bool StretchFails = false;
 
     [[nodiscard]] DocumentFacts Facts() const override { return Document; }
     void WillNeed(const std::vector<std::int32_t>&) const override {}
@@ -38,6 +45,18 @@ class ArraySource final : public WaveSource {
             Samples.push_back(From.at(static_cast<std::size_t>(Position - 1)));
         }
         Asked += Positions.size();
+    }
+    void StretchAt(std::int32_t Channel, std::int32_t From, std::int32_t Count,
+                   std::vector<std::int16_t>& Samples) const override {
+        if (StretchFails)
+            throw Failure("gone");
+        Samples.assign(static_cast<std::size_t>(Count) + 1, 0);
+        const auto& All = Channel == 2 ? Right : Left;
+        for (std::int32_t Index = 1; Index <= Count; ++Index)
+            if (const std::int32_t Pos = From + Index - 1; Pos >= 1 && Pos <= Document.Total)
+                Samples[static_cast<std::size_t>(Index)] =
+                    All.at(static_cast<std::size_t>(Pos - 1));
+        Stretches.push_back({Channel, From, Count});
     }
 };
 
