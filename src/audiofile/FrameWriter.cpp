@@ -103,7 +103,11 @@ void WriteFrames(FileMemoClass& Store, const WriteRange& Range, std::int32_t Chu
     }
 }
 
-void ReleaseFileToWrite(const std::string& FileName) {
+namespace {
+
+void (*FileReleased)() = nullptr;
+
+void BlocksLeaveFile(const std::string& FileName) {
     std::error_code Ignored; // what cannot be looked at cannot be written either, and is told then
     const auto Kind = std::filesystem::status(FileName, Ignored).type();
     if (Kind == std::filesystem::file_type::block ||
@@ -122,6 +126,18 @@ void ReleaseFileToWrite(const std::string& FileName) {
             File.OrgFileIdentity.Inode == Target.Inode)
             OrgFileRelease(static_cast<std::int32_t>(OrgNo));
     }
+}
+
+} // namespace
+
+void ReleaseFileToWrite(const std::string& FileName) {
+    BlocksLeaveFile(FileName);
+    if (FileReleased != nullptr)
+        FileReleased();
+}
+
+void SetFileReleasedRoutine(void (*Routine)()) noexcept {
+    FileReleased = Routine;
 }
 
 } // namespace quoril

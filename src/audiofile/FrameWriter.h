@@ -45,4 +45,8 @@ void WriteFrames(FileMemoClass& Store, const WriteRange& Range, std::int32_t Chu
 /// when the samples cannot be held elsewhere: then the file must not be touched.
 void ReleaseFileToWrite(const std::string& FileName);
 
+/// Runs at the end of each `ReleaseFileToWrite`, for whoever has told others where blocks lie; null
+/// for nothing. Must not throw.
+void SetFileReleasedRoutine(void (*Routine)()) noexcept;
+
 } // namespace quoril

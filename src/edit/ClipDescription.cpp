@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <bit>
+#include <chrono>
 #include <map>
+#include <system_error>
 #include <utility>
 
 namespace quoril {
@@ -22,19 +24,31 @@ constexpr std::size_t WordBytes = sizeof(std::int32_t);
     throw Failure("The description of the copied sound is damaged");
 }
 
+/// Whether a file was written after its samples were described. Times that lie within the coarsest
+/// step of a file system, or ahead of the clock, tell nothing.
+bool WrittenSince(const std::string& FileName, FileTime Described) {
+    const FileTime Written = TimeOfFile(FileName);
+    return Written > Described + std::chrono::seconds(2) && Written <= FileTime::clock::now();
+}
+
 /// Sizes of files, each asked once.
 class FileSizes {
   public:
-    [[nodiscard]] std::int64_t Of(const std::string& FileName) {
-        const auto Found = Sizes.find(FileName);
+    explicit FileSizes(FileTime When) : Described(When) {}
+    [[nodiscard]] std::int64_t Of(const PortableBlock& Block) {
+        const auto Found = Sizes.find(Block.Name);
         if (Found != Sizes.end())
             return Found->second;
-        const std::int64_t Bytes = FileForReading(FileName).Length();
-        Sizes.emplace(FileName, Bytes);
+        const std::int64_t Bytes = FileForReading(Block.Name).Length();
+        // Working files grow, and keep what was written.
+        if (Block.Kind == BlockOrgFile && WrittenSince(Block.Name, Described))
+            throw Failure("This file was changed after its sound was copied\n" + Block.Name);
+        Sizes.emplace(Block.Name, Bytes);
         return Bytes;
     }
 
   private:
+    FileTime Described;
     std::map<std::string, std::int64_t> Sizes;
 };
 
@@ -44,11 +58,19 @@ void CheckInFile(const PortableBlock& Block, FileSizes& Sizes) {
     const std::int64_t Step = Original ? SampleBytes * Block.Channels : 2;
     const std::int64_t End =
         Block.FilePos - 1 + (std::int64_t{Block.Length} - 1) * Step + SampleBytes;
-    if (Block.Length > 0 && End > Sizes.Of(Block.Name))
+    if (Block.Length > 0 && End > Sizes.Of(Block))
         FailDamaged();
 }
 
 } // namespace
+
+FileTime TimeOfFile(const std::string& FileName) {
+    std::error_code Error;
+    const FileTime Time = std::filesystem::last_write_time(FileName, Error);
+    if (Error)
+        throw SystemFailure(Error.value(), FileName);
+    return Time;
+}
 
 std::string ClipDescriptionName(const std::string& Folder, std::int32_t Channel) {
     return Folder + (Channel == 2 ? "/InfoRight.dat" : "/InfoLeft.dat");
@@ -72,8 +94,9 @@ std::vector<std::int32_t> ClipDescriptionRead(const std::string& FileName) {
     return Words;
 }
 
-void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t Length) {
-    FileSizes Sizes;
+void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t Length,
+                          FileTime Described) {
+    FileSizes Sizes(Described);
     std::vector<std::pair<std::int32_t, std::int32_t>> Places; // start and length
     std::int64_t Sum = 0;
     for (PortableBlockReader Reader(Words); !Reader.AtEnd();) {

@@ -4,6 +4,7 @@
 #include "storage/WoroFileBlockMod.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -17,10 +18,16 @@ void ClipDescriptionWrite(const std::string& FileName, const std::vector<std::in
 /// The words of a file: as many as its first one tells. Throws Failure when the file holds fewer.
 [[nodiscard]] std::vector<std::int32_t> ClipDescriptionRead(const std::string& FileName);
 
+using FileTime = std::filesystem::file_time_type;
+/// When a file was last written. Throws SystemFailure.
+[[nodiscard]] FileTime TimeOfFile(const std::string& FileName);
+
 /// Throws Failure unless every block lies in its file, no two overlap, and their lengths add up to
-/// `Length` samples; `Length` 0 for any sum that a channel can have. Nothing is read but the sizes
-/// of the files, so that a damaged description costs neither time nor memory.
-void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t Length);
+/// `Length` samples; `Length` 0 for any sum that a channel can have. An original file must not have
+/// been written since `Described`, when the description was. Nothing is read but the sizes and
+/// times of the files, so that a damaged description costs neither time nor memory.
+void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t Length,
+                          FileTime Described);
 
 /// A checked description as blocks of this process. The samples of files that only the other
 /// process uses are read at once, and its files are never deleted here. Throws Failure, and then

@@ -1,7 +1,9 @@
 #include "edit/PrivateClipboard.h"
 
+#include "audiofile/FrameWriter.h"
 #include "base/Arithmetic.h"
 #include "base/CommandFailure.h"
+#include "base/Failure.h"
 #include "base/MsgBoxMod.h"
 #include "base/ProgressReport.h"
 #include "edit/ClipBits.h"
@@ -29,8 +31,12 @@ constexpr double PointerRange = 16000000.0;
 
 using CarrierPtr = std::unique_ptr<BlockCarrBuffClass>;
 
+/// Whether the clip was copied here. Otherwise another process has described it.
+bool ClipIsOwn = false;
+
 void DropClip() {
     ClipPointer = 0;
+    ClipIsOwn = false;
     ClipCarrL.reset();
     ClipCarrR.reset();
 }
@@ -45,15 +51,20 @@ std::int32_t NewClipPointer() {
     return Drawn;
 }
 
+/// Writes what is only in memory to files.
+void BlocksToFiles(const BlockCarrBuffClass& Carrier) {
+    for (const std::int32_t BlockNo : Carrier.Blocks().Numbers())
+        if (BlockTable[static_cast<std::size_t>(BlockNo)].BlockKind == BlockMemory)
+            BlockToFile(BlockNo);
+}
+
 /// A carrier of copies whose samples all lie in files, or are silent and need none.
 CarrierPtr CarrierInFiles(const BlockCarrBuffClass& Source) {
     auto Copy = std::make_unique<BlockCarrBuffClass>();
     BlockSet Blocks;
     Source.BuffBlocksGetCopy(Blocks);
     Copy->BuffBlocksPutFresh(std::move(Blocks));
-    for (const std::int32_t BlockNo : Copy->Blocks().Numbers())
-        if (BlockTable[static_cast<std::size_t>(BlockNo)].BlockKind == BlockMemory)
-            BlockToFile(BlockNo);
+    BlocksToFiles(*Copy);
     return Copy;
 }
 
@@ -62,6 +73,34 @@ void Describe(const BlockCarrBuffClass* Carrier, std::int32_t Channel) {
     if (Carrier != nullptr)
         BlockSetToLongs(Carrier->Blocks().Numbers(), Words);
     ClipDescriptionWrite(ClipDescriptionName(AppPath, Channel), Words);
+}
+
+/// What is described there is no whole clip any more, and a line that leads to it may still be on
+/// the desktop's clipboard.
+void DescriptionsDelete() {
+    FileDelete(ClipDescriptionName(AppPath, 1));
+    FileDelete(ClipDescriptionName(AppPath, 2));
+}
+
+/// A file is about to be overwritten, and samples of the clip that lay in it lie elsewhere now:
+/// other processes must not look for them there.
+void DescribeAgain() {
+    if (!ClipIsOwn || ClipCarrL == nullptr)
+        return;
+    // The descriptions may be those of a later copy elsewhere.
+    const auto Marker = ClipMarkerRead(CurrentSystemClipboard().Text());
+    if (!Marker || Marker->ClipPointer != ClipPointer)
+        return;
+    try {
+        BlocksToFiles(*ClipCarrL);
+        if (ClipCarrR != nullptr)
+            BlocksToFiles(*ClipCarrR);
+        Describe(ClipCarrL.get(), 1);
+        Describe(ClipCarrR.get(), 2);
+    } catch (const Failure&) {
+        // The file can be written all the same. A paste elsewhere finds no clip and says so.
+        DescriptionsDelete();
+    }
 }
 
 void PutClip(std::int32_t WorkChn, std::int32_t Bits, std::int32_t Freq,
@@ -81,6 +120,8 @@ void PutClip(std::int32_t WorkChn, std::int32_t Bits, std::int32_t Freq,
     CurrentSystemClipboard().Clear();
     CurrentSystemClipboard().SetText(ClipMarkerLine(Marker));
     ClipPointer = Marker.ClipPointer;
+    ClipIsOwn = true;
+    SetFileReleasedRoutine(DescribeAgain);
 }
 
 bool RateMayDiffer(const ClipMarker& Marker) {
@@ -98,12 +139,14 @@ bool RateMayDiffer(const ClipMarker& Marker) {
 /// False when the user finds the disk too full.
 bool ImportClip(const ClipMarker& Marker) {
     DropClip();
-    const auto Left = ClipDescriptionRead(ClipDescriptionName(Marker.Folder, 1));
-    ClipDescriptionCheck(Left, Marker.Length);
+    const std::string LeftName = ClipDescriptionName(Marker.Folder, 1);
+    const auto Left = ClipDescriptionRead(LeftName);
+    const FileTime Described = TimeOfFile(LeftName);
+    ClipDescriptionCheck(Left, Marker.Length, Described);
     std::vector<std::int32_t> Right;
     if (Marker.Channels == 2) {
         Right = ClipDescriptionRead(ClipDescriptionName(Marker.Folder, 2));
-        ClipDescriptionCheck(Right, 0);
+        ClipDescriptionCheck(Right, 0, Described);
     }
     const std::int32_t Bytes = MulLong(Marker.Length, Marker.Channels == 2 ? 4 : 2);
     if (!DiskSpaceGuard(AddLong(Bytes, Left[0])))
@@ -148,10 +191,7 @@ bool PutClipboard(std::int32_t WorkChn, std::int32_t Bits, std::int32_t Freq,
     if (RunCommand({}, [&] { PutClip(WorkChn, Bits, Freq, CarrL, CarrR); }))
         return true;
     DropClip();
-    // What is described there now is no whole clip, and a line of the clip before may still be
-    // on the desktop's clipboard.
-    FileDelete(ClipDescriptionName(AppPath, 1));
-    FileDelete(ClipDescriptionName(AppPath, 2));
+    DescriptionsDelete();
     return false;
 }
 

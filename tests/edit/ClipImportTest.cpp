@@ -1,4 +1,6 @@
 // Clips of other processes, and descriptions that somebody damaged.
+#include "audiofile/OpenSaveClass.h"
+#include "audiofile/WavMaker.h"
 #include "edit/ClipDescription.h"
 #include "edit/ClipMarker.h"
 #include "edit/CopyPasteFixture.h"
@@ -50,6 +52,19 @@ class ClipImportTest : public CopyPasteFixture {
             Bytes.push_back(0);
         }
         return Session.WriteFile("foreign.tmp", Bytes);
+    }
+    /// A document of 4500 samples that lie in the opened file; the file's name.
+    std::string OpenedFile(std::int32_t Channels) {
+        const std::string Path = Session.WriteFile(
+            "a.wav", WavFile{.Channels = Channels,
+                             .Rate = 1000,
+                             .Data = AudioBytes(Noise(4500 * Channels, 16, 3), 16)}
+                         .Whole());
+        bool Loaded = false;
+        OpenSaveClass().FileLoadWave(*WaveStore, Path, Loaded);
+        EXPECT_TRUE(Loaded);
+        WaveStore->UndoInfoReset();
+        return Path;
     }
     void ExpectRefused(const char* Why) {
         Document({1, 2});
@@ -116,6 +131,67 @@ TEST_F(ClipImportTest, a_copy_can_be_read_back_from_its_description) {
     EXPECT_THAT(Messages.Texts(), IsEmpty());
     EXPECT_THAT(Left(), ElementsAre(10, 20, 0, 30, 7));
     EXPECT_THAT(Right(), ElementsAre(1, 2, 3, 4, 8));
+}
+
+TEST_F(ClipImportTest, a_clip_out_of_a_file_that_its_editor_saves_over_stays_what_it_was) {
+    for (const std::int32_t Channels : {1, 2}) {
+        const std::string Path = OpenedFile(Channels);
+        const auto ClipL = Left();
+        const auto ClipR = Right();
+        Select(1, WaveStore->WavWaveINos);
+        Commands.Copy();
+        Select(1, 100);
+        Commands.Delete();
+        ASSERT_TRUE(OpenSaveClass().FileWriteWave(*WaveStore, Path));
+        // The files must outlive the clip, as those of another process do.
+        const auto KeptL = std::move(ClipCarrL);
+        const auto KeptR = std::move(ClipCarrR);
+        BecomeAnotherProcess();
+        Document({7}, Channels == 2 ? std::vector<std::int16_t>{8} : std::vector<std::int16_t>{});
+        PasteAt(PasteReplace, 1);
+        EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+        EXPECT_EQ(Left(), ClipL);
+        EXPECT_EQ(Right(), ClipR);
+    }
+}
+
+TEST_F(ClipImportTest, saving_leaves_the_description_of_a_later_copy_elsewhere_alone) {
+    const std::string Path = OpenedFile(1);
+    Select(1, WaveStore->WavWaveINos);
+    Commands.Copy();
+    Describe(OneBlock(" ", 1000, BlockSilence, 1, 0));
+    Offer(1, 1000);
+    const auto Before = TestSession::ReadFile(ClipDescriptionName(AppPath, 1));
+    ASSERT_TRUE(OpenSaveClass().FileWriteWave(*WaveStore, Path));
+    EXPECT_EQ(TestSession::ReadFile(ClipDescriptionName(AppPath, 1)), Before);
+}
+
+TEST_F(ClipImportTest, a_file_that_was_changed_after_the_copy_is_told) {
+    using std::chrono::seconds;
+    const std::string Path = OpenedFile(1);
+    Select(1, WaveStore->WavWaveINos);
+    Commands.Copy();
+    const auto ClipL = Left();
+    const std::string Line = Slot.Held;
+    const auto Now = FileTime::clock::now();
+    std::filesystem::last_write_time(ClipDescriptionName(AppPath, 1), Now - seconds(100));
+    const auto PasteOf = [&](FileTime Changed) {
+        std::filesystem::last_write_time(Path, Changed);
+        BecomeAnotherProcess();
+        Document({7});
+        Slot.Held = Line;
+        PasteAt(PasteReplace, 1);
+        return Messages.TakeTexts();
+    };
+    EXPECT_THAT(PasteOf(Now - seconds(90)),
+                ElementsAre("Get Wave Form from Clipboard Failed|This file was changed after its "
+                            "sound was copied\n" +
+                            Path));
+    EXPECT_THAT(Left(), ElementsAre(7));
+    EXPECT_THAT(PasteOf(Now - seconds(99)), IsEmpty()) << "some file systems count in 2 seconds";
+    EXPECT_EQ(Left(), ClipL);
+    EXPECT_THAT(PasteOf(Now + seconds(3600)), IsEmpty()) << "a clock that was wrong";
+    EXPECT_EQ(Left(), ClipL);
 }
 
 TEST_F(ClipImportTest, silence_comes_as_silence) {
