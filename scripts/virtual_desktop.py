@@ -41,8 +41,9 @@ def _end_with_parent():
     ctypes.CDLL(None).prctl(PR_SET_PDEATHSIG, signal.SIGTERM)
 
 
-def wait_until(state, what, limit=LIMIT):
-    """Asks `state()` until it gives something true, and gives that; fails after `limit` seconds."""
+def wait_until(state, what, limit=LIMIT, pause=0.05):
+    """Asks `state()` until it gives something true, and gives that; fails after `limit` seconds.
+    Between two askings there are `pause` seconds."""
     end = time.monotonic() + limit
     while True:
         result = state()
@@ -50,7 +51,7 @@ def wait_until(state, what, limit=LIMIT):
             return result
         if time.monotonic() >= end:
             raise DesktopError(f"Waited {limit:g} seconds in vain for {what}.")
-        time.sleep(0.05)
+        time.sleep(pause)
 
 
 class VirtualDesktop:
