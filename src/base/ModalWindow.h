@@ -14,8 +14,8 @@ void SetMainWindow(QWidget* Window);
 /// The main window, or null.
 [[nodiscard]] QWidget* MainWindow();
 
-/// Shows a dialog until it is closed, and gives its result. The wait cursor and the progress window
-/// are out of the way meanwhile.
+/// Shows a dialog until it is closed, and gives its result; it is wide enough for its title. The
+/// wait cursor and the progress window are out of the way meanwhile.
 int RunModal(QDialog& Dialog);
 
 /// The ordinary pointer in place of the wait cursor for the length of a scope.

@@ -18,6 +18,7 @@
 #include "shell/CheckDx7Frm.h"
 #include "shell/HelpViewer.h"
 #include "shell/StartUpMod.h"
+#include "shell/WebLinks.h"
 #include "view/ColorSettings.h"
 
 #include <QElapsedTimer>
@@ -216,6 +217,7 @@ void WEditorClass::MakeMainWindow() {
     WireLengthCommands(*Window);
     WireEffectCommands(*Window);
     WireToolCommands(*Window);
+    WireWebLinks(*Window, QUORIL_WEB_SITE);
     Playing = std::make_unique<PlayControls>(*Window);
     Window->RefreshCommands();
     Window->UnloadWanted = [this] { return Unload(); };

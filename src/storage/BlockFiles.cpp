@@ -116,10 +116,10 @@ void OrgPairAdd(std::int32_t LeftNo, std::int32_t RightNo) {
 }
 
 std::vector<BlockPairRec>::const_iterator BlockPairOf(std::int32_t BlockNo) noexcept {
-    return std::find_if(
-        BlockPairTable.cbegin(), BlockPairTable.cend(), [BlockNo](const BlockPairRec& Pair) {
-            return Pair.LeftNo == BlockNo || Pair.RightNo == BlockNo;
-        });
+    return std::find_if(BlockPairTable.cbegin(), BlockPairTable.cend(),
+                        [BlockNo](const BlockPairRec& Pair) {
+                            return Pair.LeftNo == BlockNo || Pair.RightNo == BlockNo;
+                        });
 }
 
 void BlockPairRemove(std::int32_t BlockNo) noexcept {

@@ -23,8 +23,7 @@ void BlockWindowsEmpty(std::int32_t BlockNo) noexcept;
 /// BudgetEnforce; if that fails, the block just made is freed before the failure goes on.
 void BudgetEnforceOrFree(std::int32_t NewNo);
 /// The first pair that holds a block, or the table's end.
-[[nodiscard]] std::vector<BlockPairRec>::const_iterator
-BlockPairOf(std::int32_t BlockNo) noexcept;
+[[nodiscard]] std::vector<BlockPairRec>::const_iterator BlockPairOf(std::int32_t BlockNo) noexcept;
 /// Removes the first pair that holds a block, if any.
 void BlockPairRemove(std::int32_t BlockNo) noexcept;
 /// Makes the file of a work file slot out of `Length` samples. When that fails no file is left.

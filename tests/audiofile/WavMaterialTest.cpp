@@ -119,11 +119,11 @@ class WavMaterial : public ::testing::Test {
     FileMemoClass Store;
 };
 
-class WavMaterialForms : public WavMaterial, public ::testing::WithParamInterface<test::SampleForm> {};
+class WavMaterialForms : public WavMaterial,
+                         public ::testing::WithParamInterface<test::SampleForm> {};
 
-INSTANTIATE_TEST_SUITE_P(All, WavMaterialForms,
-                         ::testing::ValuesIn(test::SampleForms),
- [](const auto& Info) { return test::NameOf(Info.param); });
+INSTANTIATE_TEST_SUITE_P(All, WavMaterialForms, ::testing::ValuesIn(test::SampleForms),
+                         [](const auto& Info) { return test::NameOf(Info.param); });
 
 TEST_P(WavMaterialForms, FilesOfSoxAtEveryRateHaveTheSamplesThatSoxReads) {
     const auto [Channels, Bits] = GetParam();

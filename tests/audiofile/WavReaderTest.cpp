@@ -47,11 +47,11 @@ class WavReader : public ::testing::Test {
     FileMemoClass Store;
 };
 
-class WavReaderFormats : public WavReader, public ::testing::WithParamInterface<test::SampleForm> {};
+class WavReaderFormats : public WavReader,
+                         public ::testing::WithParamInterface<test::SampleForm> {};
 
-INSTANTIATE_TEST_SUITE_P(All, WavReaderFormats,
-                         ::testing::ValuesIn(test::SampleForms),
- [](const auto& Info) { return test::NameOf(Info.param); });
+INSTANTIATE_TEST_SUITE_P(All, WavReaderFormats, ::testing::ValuesIn(test::SampleForms),
+                         [](const auto& Info) { return test::NameOf(Info.param); });
 
 TEST_P(WavReaderFormats, SamplesStayInTheFileAndReadAsTheyAre) {
     const auto [Channels, Bits] = GetParam();

@@ -83,11 +83,11 @@ TEST_F(WavWriter, TheHeaderIsByteForByteTheCanonicalOne) {
         << "an odd length gets no padding byte";
 }
 
-class WavWriterFormats : public WavWriter, public ::testing::WithParamInterface<test::SampleForm> {};
+class WavWriterFormats : public WavWriter,
+                         public ::testing::WithParamInterface<test::SampleForm> {};
 
-INSTANTIATE_TEST_SUITE_P(All, WavWriterFormats,
-                         ::testing::ValuesIn(test::SampleForms),
- [](const auto& Info) { return test::NameOf(Info.param); });
+INSTANTIATE_TEST_SUITE_P(All, WavWriterFormats, ::testing::ValuesIn(test::SampleForms),
+                         [](const auto& Info) { return test::NameOf(Info.param); });
 
 TEST_P(WavWriterFormats, AnOpenedFileIsWrittenBackAsItWasWhateverItsLength) {
     // Around the borders of slices (65536 frames) and chunks (262144 frames to 1048576).

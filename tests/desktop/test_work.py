@@ -4,7 +4,7 @@ import configparser
 import unittest
 
 from desktop_test import DesktopTest
-from virtual_desktop import picture_digest, wait_until
+from virtual_desktop import is_main_window, picture_digest, wait_until
 
 # In the middle of the label of the view's total.
 VIEW_TOTAL_FROM_BOTTOM_LEFT = (115, 36)
@@ -27,6 +27,10 @@ class Work(DesktopTest):
         self.desktop.run("xdotool", "type", "--clearmodifiers", str(name))
         self.keys("Return")
         self.gone(editor, title)
+
+    def gone_question(self, editor):
+        wait_until(lambda: all(map(is_main_window, self.desktop.windows(editor))),
+                   "the end of the question")
 
     def click(self, window, right, up):
         """Clicks at a place that is counted from the lower left corner of a window."""
@@ -83,6 +87,45 @@ class Work(DesktopTest):
         self.assertEqual(settings["Path"]["Last Wave Dir"], str(self.folder))
         self.assertEqual(settings["Format"]["SamplingRate"], "44100")
         self.assertEqual(settings["Format"]["Channel"], "2")
+
+    def asked_at_the_end(self, editor, window, *answer):
+        """Closes the main window, and answers the question about unsaved work by keys."""
+        self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
+        self.keys("ctrl+q")
+        question = self.desktop.wait_for_window(
+            editor, lambda window: window.title == "Quoril Wave Editor")
+        self.desktop.run("xdotool", "windowactivate", "--sync", question.id)
+        self.keys(*answer)
+
+    def test_close_changed_work_with_cancel_and_then_with_no(self):
+        file = self.demonstration_sound()
+        as_opened = file.read_bytes()
+        editor, window = self.start_editor(file)
+        self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
+        whole = picture_digest(self.picture_of(window))
+        self.keys("ctrl+a", "Delete")
+        self.new_picture(window, whole)
+        working = self.session_folders()
+        self.assertEqual(len(working), 1)
+
+        self.asked_at_the_end(editor, window, "Escape")
+        self.gone_question(editor)
+        self.assertEqual(self.session_folders(), working)
+
+        # The document and what undoes the change are still there.
+        self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
+        self.keys("ctrl+z", "ctrl+shift+s")
+        self.answer_name(editor, "Choose wave file name to save", self.folder / "kept")
+        kept = self.folder / "kept.wav"
+        self.desktop.wait_for_window(editor, lambda window: window.title.startswith(kept.name))
+        self.assertEqual(kept.read_bytes(), as_opened)
+
+        self.keys("ctrl+a", "Delete")
+        self.asked_at_the_end(editor, window, "n")
+        self.assertEqual(editor.wait(10), 1)
+        self.assertEqual(self.session_folders(), [])
+        self.assertEqual(file.read_bytes(), as_opened)
+        self.assertEqual(kept.read_bytes(), as_opened)
 
 
 if __name__ == "__main__":

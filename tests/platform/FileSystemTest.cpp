@@ -237,9 +237,9 @@ TEST(FileSystem, WithoutTheRightToDeleteTheFileStays) {
     const TempFolder Folder;
     const std::string File = Folder.Write("a", "x");
     ASSERT_EQ(::chmod(Folder.Path().c_str(), 0555), 0);
-    EXPECT_EQ(
-        test::AsOrdinaryUser([&] { return !DeleteFileIfFree(File) && !DeleteFileAnyway(File) ? 0 : 1; }),
-        0);
+    EXPECT_EQ(test::AsOrdinaryUser(
+                  [&] { return !DeleteFileIfFree(File) && !DeleteFileAnyway(File) ? 0 : 1; }),
+              0);
     EXPECT_TRUE(FileExists(File));
 }
 

@@ -438,8 +438,9 @@ TEST_F(PrivateProfile, FileWithoutTheRightToWriteStaysAsItWas) {
     Hold("[A]\nk=1\n");
     ASSERT_EQ(::chmod(File.c_str(), 0444), 0);
     ASSERT_EQ(::chmod(Folder.Path().c_str(), 0777), 0);
-    EXPECT_EQ(test::AsOrdinaryUser([&] { return !Put("A", "k", "2") && Get("A", "k") == "1" ? 0 : 1; }),
-              0);
+    EXPECT_EQ(
+        test::AsOrdinaryUser([&] { return !Put("A", "k", "2") && Get("A", "k") == "1" ? 0 : 1; }),
+        0);
     EXPECT_EQ(Text(), "[A]\nk=1\n");
 }
 
@@ -447,9 +448,9 @@ TEST_F(PrivateProfile, FileWithoutTheRightToReadIsNotReplaced) {
     Hold("[A]\nk=1\n");
     ASSERT_EQ(::chmod(File.c_str(), 0), 0);
     ASSERT_EQ(::chmod(Folder.Path().c_str(), 0777), 0);
-    EXPECT_EQ(
-        test::AsOrdinaryUser([&] { return !Put("A", "k", "2") && Get("A", "k") == "default" ? 0 : 1; }),
-        0);
+    EXPECT_EQ(test::AsOrdinaryUser(
+                  [&] { return !Put("A", "k", "2") && Get("A", "k") == "default" ? 0 : 1; }),
+              0);
     ASSERT_EQ(::chmod(File.c_str(), 0600), 0);
     EXPECT_EQ(Text(), "[A]\nk=1\n");
 }
