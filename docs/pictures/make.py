@@ -16,6 +16,9 @@ from virtual_desktop import VirtualDesktop, is_main_window  # noqa: E402
 
 STYLES = {1: "line", 2: "bar", 3: "bar-and-line", 4: "uniform-bar", 5: "uniform-bar-and-line"}
 
+# The pages of the options, in their order.
+OPTIONS = ("options", "options-play", "options-guide", "options-disk", "options-sound")
+
 
 class Camera:
     def __init__(self, desktop, build):
@@ -47,11 +50,14 @@ class Camera:
     def take(self, window, name):
         self.desktop.wait_for_picture(window, str(HERE / (name + ".png")))
 
-    def dialog(self, editor, name):
-        """Takes the dialog that is open, and closes it."""
+    def dialog(self, editor, name, *keys, close="Escape"):
+        """Takes the dialog that is open, after some keys, and closes it by a key."""
         window = self.desktop.wait_for_window(editor, lambda window: not is_main_window(window))
+        if keys:
+            self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
+            self.keys(*keys)
         self.take(window, name)
-        self.keys("Escape")
+        self.keys(close)
 
     def end(self, editor):
         self.desktop.close_all(editor)
@@ -82,15 +88,25 @@ def main():
             camera.keys(menu)
             camera.keys(*keys)
             camera.dialog(editor, name)
-        for menu, keys, name in (("alt+o", ("o",), "options"),):
-            camera.keys(menu)
-            camera.keys(*keys)
-            camera.dialog(editor, name)
+        for steps, name in enumerate(OPTIONS):
+            camera.keys("alt+o")
+            camera.keys("o")
+            camera.dialog(editor, name, *["ctrl+Tab"] * steps)
         camera.desktop.run("xdotool", "mousemove", "--window", window.id, "115", "664", "click", "1")
         camera.dialog(editor, "enter-value")
         camera.keys("F1")
         camera.dialog(editor, "help")
-        camera.end(editor)
+        camera.keys("ctrl+a", "ctrl+c")
+        camera.dialog(editor, "copied")
+        camera.keys("ctrl+d", "ctrl+v")
+        camera.dialog(editor, "confirm-paste")
+        camera.keys("ctrl+a", "Delete")
+        camera.keys("alt+e")
+        camera.keys("b")
+        camera.dialog(editor, "undo-clear")
+        camera.keys("ctrl+q")
+        camera.dialog(editor, "question", close="n")
+        editor.wait(10)
     for name in sorted(os.listdir(HERE)):
         print(name)
 

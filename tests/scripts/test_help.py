@@ -11,15 +11,17 @@ from pathlib import Path
 GENERATOR = sys.argv.pop()
 FOLDER = Path(sys.argv.pop())
 PAGES = FOLDER / "pages"
-WITHOUT_END = {"meta", "link", "br"}
+WITHOUT_END = {"meta", "link", "br", "img"}
 
 
 class Page(HTMLParser):
-    """One page: its title, headings with their anchors, links, and whether its tags are balanced."""
+    """One page: its title, headings with their anchors, links, pictures with what they are called,
+    and whether its tags are balanced."""
 
     def __init__(self, path):
         super().__init__()
         self.title, self.headings, self.links, self.faults = "", [], [], []
+        self.pictures = {}
         self._open, self._text, self._anchor = [], "", None
         self.feed(path.read_text(encoding="utf-8"))
         self.close()
@@ -27,7 +29,10 @@ class Page(HTMLParser):
 
     def handle_starttag(self, tag, attrs):
         attrs = dict(attrs)
-        self.links += [attrs[name] for name in ("href", "src") if name in attrs]
+        if "href" in attrs:
+            self.links.append(attrs["href"])
+        if tag == "img":
+            self.pictures[attrs["src"].removeprefix("../")] = attrs.get("alt")
         if tag in ("title", "h1", "h2"):
             self._text, self._anchor = "", attrs.get("id")
         if tag not in WITHOUT_END:
@@ -84,6 +89,12 @@ class Help(unittest.TestCase):
                     whole = name + link if link.startswith("#") else link
                     self.assertIn(whole, self.places, f"link on {name}")
 
+    def test_every_picture_is_there_and_says_in_words_what_it_shows(self):
+        for name, page in self.pages.items():
+            for picture, words in page.pictures.items():
+                self.assertTrue((FOLDER / picture).is_file(), f"{picture} on {name}")
+                self.assertTrue(words, f"{picture} on {name}")
+
     def test_every_page_can_be_reached_from_the_overview(self):
         reached, waiting = set(), ["index.html"]
         while waiting:
@@ -109,8 +120,10 @@ class Help(unittest.TestCase):
             self.assertEqual(sorted(set(values)), sorted(values), attribute)
 
     def test_every_file_is_compiled(self):
-        listed = [each.text.removeprefix("pages/") for each in self.project.iter("file")]
-        self.assertEqual(sorted(listed), sorted(path.name for path in PAGES.iterdir()))
+        listed = [each.text for each in self.project.iter("file")]
+        pictures = {picture for page in self.pages.values() for picture in page.pictures}
+        self.assertEqual(sorted(listed),
+                         sorted(pictures | {f"pages/{path.name}" for path in PAGES.iterdir()}))
 
     def test_the_generator_has_nothing_to_say(self):
         with tempfile.TemporaryDirectory() as folder:

@@ -71,6 +71,14 @@ TEST_F(HelpViewerTest, the_entries_of_the_help_menu_open_their_topics) {
     EXPECT_EQ(Shown().substr(0, 4), "Keys");
 }
 
+TEST_F(HelpViewerTest, pages_show_their_pictures) {
+    ASSERT_TRUE(ShowHelp(HelpContextOf("Options_Mnu")));
+    const QVariant Picture = InHelp<QTextBrowser>("PageBrowser")
+                                 ->loadResource(QTextDocument::ImageResource,
+                                                QUrl(QStringLiteral("../pictures/options.png")));
+    EXPECT_FALSE(QImage::fromData(Picture.toByteArray()).isNull());
+}
+
 TEST_F(HelpViewerTest, F1_opens_the_topic_of_the_control_that_it_is_pressed_on) {
     Show();
     QTest::keyClick(Window->Wave_Pic[1], Qt::Key_F1);
