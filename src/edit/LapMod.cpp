@@ -145,8 +145,7 @@ void Lap(const LapPlace& Where, std::int32_t WorkChn, std::int32_t TransOpn) {
     if (WorkChn != 1)
         Runs.Make(*AR, *BR, NewR, 1.0 - Share, Share);
     const std::int32_t Start = std::max(Where.Start, 1);
-    WaveStore->WaveDataDelete(Start, WorkChn, Middle + Length - Start, Name, false);
-    WaveStore->WaveDataInsert(Start, WorkChn, &NewL, &NewR, Name, true);
+    WaveStore->WaveDataExchange(Start, WorkChn, Middle + Length - Start, &NewL, &NewR, Name, true);
     Refresh_Wave_View();
 }
 

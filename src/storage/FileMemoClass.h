@@ -68,6 +68,7 @@ class FileMemoClass {
     void MemoryCheck();
 
     // ---- Editing
+    // Each comes to pass as a whole, or throws and leaves all samples and the journal as they were.
 
     /// Puts the carriers' samples (clones of their blocks) at `PosStart`; later samples move up.
     /// `IsLastOperation` marks the last operation of a user command. Always true.
@@ -81,6 +82,10 @@ class FileMemoClass {
     bool WaveDataReplace(std::int32_t PosStart, std::int32_t WorkChn,
                          const BlockCarrBuffClass* FileObL, const BlockCarrBuffClass* FileObR,
                          const std::string& UndoName, bool IsLastOperation);
+    /// WaveDataDelete and WaveDataInsert at the same place.
+    void WaveDataExchange(std::int32_t PosStart, std::int32_t WorkChn, std::int32_t DeleteLen,
+                          const BlockCarrBuffClass* FileObL, const BlockCarrBuffClass* FileObR,
+                          const std::string& UndoName, bool IsLastOperation);
     /// Sets the parts of the format that are not 0. No sample changes. Always false.
     bool WaveDataChangeFmt(std::int32_t NewChn, std::int32_t NewBits, std::int32_t NewFreq,
                            const std::string& UndoName);
@@ -116,15 +121,28 @@ class FileMemoClass {
     /// that may fail.
     static void BlocksInsert(BlockListClass& List, std::int32_t& Length, std::int32_t PosStart,
                              std::int32_t FreshLen, const std::function<BlockSet()>& Fresh);
-    static void InsertInto(BlockListClass& List, std::int32_t& Length, std::int32_t PosStart,
-                           const BlockCarrBuffClass& Carrier);
+    /// Clones on their way into the channels; given up unless they arrive.
+    struct EditClones {
+        EditClones() = default;
+        ~EditClones();
+        EditClones(const EditClones&) = delete;
+        EditClones& operator=(const EditClones&) = delete;
+        BlockSet L;
+        BlockSet R;
+    };
+    /// All that may fail in taking so many samples out of a channel and putting a carrier's, or
+    /// none, in their place. Changes no sample.
+    static void EditPrepare(BlockListClass& List, std::int32_t Length, std::int32_t PosStart,
+                            std::int32_t DeleteLen, const BlockCarrBuffClass* Carrier,
+                            BlockSet& Clones);
+    /// What has been prepared.
+    void DeletePrepared(std::int32_t PosStart, std::int32_t WorkChn, std::int32_t DeleteLen,
+                        const std::string& UndoName, bool IsLastOperation);
+    void InsertPrepared(std::int32_t PosStart, std::int32_t WorkChn,
+                        const BlockCarrBuffClass* FileObL, const BlockCarrBuffClass* FileObR,
+                        EditClones& Clones, const std::string& UndoName, bool IsLastOperation);
     [[nodiscard]] static BlockSet DeleteFrom(BlockListClass& List, std::int32_t& Length,
                                              std::int32_t PosStart, std::int32_t DeleteLen);
-    void InsertEnd(std::int32_t PosStart, std::int32_t WorkChn, std::int32_t Length,
-                   const std::string& UndoName, bool IsLastOperation);
-    void DeleteEnd(std::int32_t PosStart, std::int32_t WorkChn, std::int32_t DeleteLen,
-                   BlockSet RemovedL, BlockSet RemovedR, const std::string& UndoName,
-                   bool IsLastOperation);
     void EditEnd(const std::string& UndoName, bool IsLastOperation);
     void PadChannels(const std::string& UndoName);
     [[nodiscard]] bool JournalOn() const noexcept;

@@ -26,29 +26,49 @@ void FileMemoClass::BlocksInsert(BlockListClass& List, std::int32_t& Length, std
     Length = NewLength;
 }
 
-void FileMemoClass::InsertInto(BlockListClass& List, std::int32_t& Length, std::int32_t PosStart,
-                               const BlockCarrBuffClass& Carrier) {
-    BlocksInsert(List, Length, PosStart, Carrier.WaveINos, [&] {
-        BlockSet Fresh;
-        Carrier.BuffBlocksGetCopy(Fresh);
-        return Fresh;
-    });
+FileMemoClass::EditClones::~EditClones() {
+    BlockSetFree(L);
+    BlockSetFree(R);
+}
+
+void FileMemoClass::EditPrepare(BlockListClass& List, std::int32_t Length, std::int32_t PosStart,
+                                std::int32_t DeleteLen, const BlockCarrBuffClass* Carrier,
+                                BlockSet& Clones) {
+    const std::int32_t End = AddLong(PosStart, DeleteLen);
+    const std::int32_t Rest = SubLong(Length, DeleteLen);
+    if (Carrier != nullptr) {
+        (void)AddLong(Rest, Carrier->WaveINos);
+        (void)AddLong(PosStart, Carrier->WaveINos);
+    }
+    List.MakeBorder(PosStart);
+    List.MakeBorder(End);
+    if (Carrier != nullptr)
+        Carrier->BuffBlocksGetCopy(Clones);
 }
 
 bool FileMemoClass::WaveDataInsert(std::int32_t PosStart, std::int32_t WorkChn,
                                    const BlockCarrBuffClass* FileObL,
                                    const BlockCarrBuffClass* FileObR, const std::string& UndoName,
                                    bool IsLastOperation) {
+    EditClones Clones;
     if (WorkChn == 0 || WorkChn == 1)
-        InsertInto(ListL, LengthL, PosStart, *FileObL);
-    try {
-        if (WorkChn == 0 || WorkChn == 2)
-            InsertInto(ListR, LengthR, PosStart, *FileObR);
-    } catch (...) {
-        if (WorkChn == 0) // the left channel has its samples, and undo must know of them
-            InsertEnd(PosStart, 1, FileObL->WaveINos, UndoName, IsLastOperation);
-        throw;
-    }
+        EditPrepare(ListL, LengthL, PosStart, 0, FileObL, Clones.L);
+    if (WorkChn == 0 || WorkChn == 2)
+        EditPrepare(ListR, LengthR, PosStart, 0, FileObR, Clones.R);
+    InsertPrepared(PosStart, WorkChn, FileObL, FileObR, Clones, UndoName, IsLastOperation);
+    return true;
+}
+
+void FileMemoClass::InsertPrepared(std::int32_t PosStart, std::int32_t WorkChn,
+                                   const BlockCarrBuffClass* FileObL,
+                                   const BlockCarrBuffClass* FileObR, EditClones& Clones,
+                                   const std::string& UndoName, bool IsLastOperation) {
+    if (WorkChn == 0 || WorkChn == 1)
+        BlocksInsert(ListL, LengthL, PosStart, FileObL->WaveINos,
+                     [&] { return std::exchange(Clones.L, {}); });
+    if (WorkChn == 0 || WorkChn == 2)
+        BlocksInsert(ListR, LengthR, PosStart, FileObR->WaveINos,
+                     [&] { return std::exchange(Clones.R, {}); });
     std::int32_t Chn = WorkChn;
     if (WorkChn == 0 && FileObL->WaveINos != FileObR->WaveINos) {
         // One record tells one length.
@@ -56,23 +76,15 @@ bool FileMemoClass::WaveDataInsert(std::int32_t PosStart, std::int32_t WorkChn,
             JournalAdd(UndoInsert, PosStart, 1, FileObL->WaveINos, UndoName, false);
         Chn = 2;
     }
-    InsertEnd(PosStart, Chn, (Chn == 2 ? FileObR : FileObL)->WaveINos, UndoName, IsLastOperation);
-    return true;
-}
-
-void FileMemoClass::InsertEnd(std::int32_t PosStart, std::int32_t WorkChn, std::int32_t Length,
-                              const std::string& UndoName, bool IsLastOperation) {
     if (JournalOn())
-        JournalAdd(UndoInsert, PosStart, WorkChn, Length, UndoName, IsLastOperation);
+        JournalAdd(UndoInsert, PosStart, Chn, (Chn == 2 ? FileObR : FileObL)->WaveINos, UndoName,
+                   IsLastOperation);
     EditEnd(UndoName, IsLastOperation);
 }
 
 BlockSet FileMemoClass::DeleteFrom(BlockListClass& List, std::int32_t& Length,
                                    std::int32_t PosStart, std::int32_t DeleteLen) {
-    const std::int32_t End = AddLong(PosStart, DeleteLen);
-    const std::int32_t NewLength = SubLong(Length, DeleteLen);
-    List.MakeBorder(PosStart);
-    List.MakeBorder(End);
+    const std::int32_t End = PosStart + DeleteLen;
     BlockSet Removed;
     BlockSet Kept;
     for (const std::int32_t BlockNo : List.Take()) {
@@ -86,33 +98,31 @@ BlockSet FileMemoClass::DeleteFrom(BlockListClass& List, std::int32_t& Length,
     }
     List.Assign(std::move(Kept));
     List.Shift(End, -DeleteLen);
-    Length = NewLength;
+    Length -= DeleteLen;
     return Removed;
 }
 
 bool FileMemoClass::WaveDataDelete(std::int32_t PosStart, std::int32_t WorkChn,
                                    std::int32_t DeleteLen, const std::string& UndoName,
                                    bool IsLastOperation) {
+    EditClones None;
+    if (WorkChn == 0 || WorkChn == 1)
+        EditPrepare(ListL, LengthL, PosStart, DeleteLen, nullptr, None.L);
+    if (WorkChn == 0 || WorkChn == 2)
+        EditPrepare(ListR, LengthR, PosStart, DeleteLen, nullptr, None.R);
+    DeletePrepared(PosStart, WorkChn, DeleteLen, UndoName, IsLastOperation);
+    return true;
+}
+
+void FileMemoClass::DeletePrepared(std::int32_t PosStart, std::int32_t WorkChn,
+                                   std::int32_t DeleteLen, const std::string& UndoName,
+                                   bool IsLastOperation) {
     BlockSet RemovedL;
     BlockSet RemovedR;
     if (WorkChn == 0 || WorkChn == 1)
         RemovedL = DeleteFrom(ListL, LengthL, PosStart, DeleteLen);
-    try {
-        if (WorkChn == 0 || WorkChn == 2)
-            RemovedR = DeleteFrom(ListR, LengthR, PosStart, DeleteLen);
-    } catch (...) {
-        if (WorkChn == 0) // the left channel is cut, and undo must find what was cut
-            DeleteEnd(PosStart, 1, DeleteLen, std::move(RemovedL), {}, UndoName, IsLastOperation);
-        throw;
-    }
-    DeleteEnd(PosStart, WorkChn, DeleteLen, std::move(RemovedL), std::move(RemovedR), UndoName,
-              IsLastOperation);
-    return true;
-}
-
-void FileMemoClass::DeleteEnd(std::int32_t PosStart, std::int32_t WorkChn, std::int32_t DeleteLen,
-                              BlockSet RemovedL, BlockSet RemovedR, const std::string& UndoName,
-                              bool IsLastOperation) {
+    if (WorkChn == 0 || WorkChn == 2)
+        RemovedR = DeleteFrom(ListR, LengthR, PosStart, DeleteLen);
     if (JournalOn()) {
         UndoRec& Record =
             JournalAdd(UndoDelete, PosStart, WorkChn, DeleteLen, UndoName, IsLastOperation);
@@ -129,16 +139,39 @@ bool FileMemoClass::WaveDataReplace(std::int32_t PosStart, std::int32_t WorkChn,
                                     const BlockCarrBuffClass* FileObL,
                                     const BlockCarrBuffClass* FileObR, const std::string& UndoName,
                                     bool IsLastOperation) {
-    const auto Cut = [&](std::int32_t Chn, const BlockCarrBuffClass& Carrier, std::int32_t Length) {
+    const auto CutLen = [&](const BlockCarrBuffClass& Carrier, std::int32_t Length) {
         // Nothing stands behind the channel's end that could be replaced.
         const std::int32_t Rest = std::max(0, AddLong(SubLong(Length, PosStart), 1));
-        WaveDataDelete(PosStart, Chn, std::min(Carrier.WaveINos, Rest), UndoName, false);
+        return std::min(Carrier.WaveINos, Rest);
     };
+    const bool Left = WorkChn == 0 || WorkChn == 1;
+    const bool Right = WorkChn == 0 || WorkChn == 2;
+    const std::int32_t CutL = Left ? CutLen(*FileObL, LengthL) : 0;
+    const std::int32_t CutR = Right ? CutLen(*FileObR, LengthR) : 0;
+    EditClones Clones;
+    if (Left)
+        EditPrepare(ListL, LengthL, PosStart, CutL, FileObL, Clones.L);
+    if (Right)
+        EditPrepare(ListR, LengthR, PosStart, CutR, FileObR, Clones.R);
+    if (Left)
+        DeletePrepared(PosStart, 1, CutL, UndoName, false);
+    if (Right)
+        DeletePrepared(PosStart, 2, CutR, UndoName, false);
+    InsertPrepared(PosStart, WorkChn, FileObL, FileObR, Clones, UndoName, IsLastOperation);
+    return true;
+}
+
+void FileMemoClass::WaveDataExchange(std::int32_t PosStart, std::int32_t WorkChn,
+                                     std::int32_t DeleteLen, const BlockCarrBuffClass* FileObL,
+                                     const BlockCarrBuffClass* FileObR, const std::string& UndoName,
+                                     bool IsLastOperation) {
+    EditClones Clones;
     if (WorkChn == 0 || WorkChn == 1)
-        Cut(1, *FileObL, LengthL);
+        EditPrepare(ListL, LengthL, PosStart, DeleteLen, FileObL, Clones.L);
     if (WorkChn == 0 || WorkChn == 2)
-        Cut(2, *FileObR, LengthR);
-    return WaveDataInsert(PosStart, WorkChn, FileObL, FileObR, UndoName, IsLastOperation);
+        EditPrepare(ListR, LengthR, PosStart, DeleteLen, FileObR, Clones.R);
+    DeletePrepared(PosStart, WorkChn, DeleteLen, UndoName, false);
+    InsertPrepared(PosStart, WorkChn, FileObL, FileObR, Clones, UndoName, IsLastOperation);
 }
 
 void FileMemoClass::EditEnd(const std::string& UndoName, bool IsLastOperation) {
