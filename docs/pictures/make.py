@@ -59,6 +59,16 @@ class Camera:
         self.take(window, name)
         self.keys(close)
 
+    def disk_space(self, editor):
+        """Takes the window that finds no room for a copy: the folder of the working files is away."""
+        folder = Path(self.desktop.env["TMPDIR"])
+        away = folder.rename(folder.with_name("away"))
+        self.keys("ctrl+c")
+        self.dialog(editor, "disk-space")
+        away.rename(folder)
+        self.desktop.wait_for_window(editor, lambda window: window.title == "Quoril Wave Editor")
+        self.keys("Return")  # the copy has failed
+
     def end(self, editor):
         self.desktop.close_all(editor)
 
@@ -104,6 +114,10 @@ def main():
         camera.dialog(editor, "help")
         camera.keys("ctrl+a", "ctrl+c")
         camera.dialog(editor, "copied")
+        camera.keys("alt+e")
+        camera.keys("l")
+        camera.dialog(editor, "lap")
+        camera.disk_space(editor)
         camera.keys("ctrl+d", "ctrl+v")
         camera.dialog(editor, "confirm-paste")
         camera.keys("ctrl+a", "Delete")

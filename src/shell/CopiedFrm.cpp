@@ -20,6 +20,7 @@ QLabel* Line(const char* Name, const std::string& Text, QWidget* Parent) {
     Label->setTextFormat(Qt::PlainText);
     Label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     Label->setMinimumWidth(TextWidth);
+    Label->setHidden(Text.empty());
     return Label;
 }
 
@@ -29,6 +30,7 @@ CopiedFrm::CopiedFrm(const CopiedLines& Lines, QWidget* Parent) : QDialog(Parent
     setObjectName(QStringLiteral("CopiedFrm"));
     setWindowTitle(QStringLiteral("Wave samples placed in private ClipBoard"));
     auto* Column = new QVBoxLayout(this);
+    Column->setContentsMargins(14, 12, 14, 12);
     Column->addWidget(Line("CopiedLbl_0", Lines.First, this));
     Column->addWidget(Line("CopiedLbl_1", Lines.Second, this));
     QLabel* Note = Line("CopiedLbl_2", Lines.Note, this);

@@ -21,6 +21,7 @@
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTimer>
+#include <QToolBar>
 #include <QToolButton>
 
 #include <filesystem>
@@ -91,6 +92,20 @@ TEST_F(HelpViewerTest, F1_opens_the_topic_of_the_control_that_it_is_pressed_on) 
     EXPECT_EQ(Page(), "copy.html#cut");
     QTest::keyClick(Window.get(), Qt::Key_F1);
     EXPECT_EQ(Page(), "window.html");
+}
+
+TEST_F(HelpViewerTest, F1_on_a_button_without_a_topic_opens_that_of_its_toolbar) {
+    Show();
+    for (const char* Name : {"EditToolbar", "PlayToolbar"}) {
+        auto* Toolbar = Window->findChild<QToolBar*>(QLatin1String(Name));
+        ASSERT_NE(Toolbar, nullptr);
+        auto* Button = new QToolButton(Toolbar);
+        Button->setObjectName(QStringLiteral("UnknownBtn"));
+        EXPECT_EQ(HelpContextOf(Button->objectName().toStdString()), 0);
+        EXPECT_EQ(HelpContextAt(Button), HelpContextOf(Name));
+        QTest::keyClick(Button, Qt::Key_F1);
+        EXPECT_EQ(Page(), HelpPageOf(HelpContextOf(Name)));
+    }
 }
 
 TEST_F(HelpViewerTest, F1_in_an_open_menu_opens_the_topic_of_the_highlighted_entry) {
