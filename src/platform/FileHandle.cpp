@@ -88,6 +88,13 @@ void FileForReading::Close() noexcept {
     Handle = -1;
 }
 
+void FileForReading::Unlock() noexcept {
+    struct flock Lock = {};
+    Lock.l_type = F_UNLCK;
+    Lock.l_whence = SEEK_SET;
+    (void)::fcntl(Handle, F_OFD_SETLK, &Lock);
+}
+
 FileIdentity FileForReading::Identity() const {
     struct stat Status;
     if (::fstat(Handle, &Status) < 0)

@@ -36,6 +36,8 @@ class FileForReading {
 
     [[nodiscard]] bool IsOpen() const noexcept { return Handle >= 0; }
     void Close() noexcept;
+    /// Others may write again, or delete the file: what this handle reads then is still this file.
+    void Unlock() noexcept;
 
     [[nodiscard]] const std::string& Name() const noexcept { return FileName; }
     [[nodiscard]] FileIdentity Identity() const;

@@ -20,8 +20,9 @@ class DsPlayClass {
     /// The component, empty when it could not start.
     std::unique_ptr<PlayerComponent> Dll;
 
-    /// Before an operation that may overwrite or remove a file: the player closes the files of the
-    /// snapshot. With `OnlyOriginal` only if the snapshot reads the opened file itself.
+    /// Before an operation that may overwrite or remove a file: the player lets go of the files of
+    /// the snapshot; what plays is heard to its end all the same. With `OnlyOriginal` only if the
+    /// snapshot reads the opened file itself.
     void ReleasePlayingFiles(bool OnlyOriginal);
     /// The component's messages: "S2" writes the status line, everything else is a box.
     static void Dll_MsgBoxOb(const std::string& Prompt, const std::string& Title);

@@ -48,6 +48,7 @@ class AlsaOutput final : public SoundOutput {
     [[nodiscard]] bool SetRate(std::int32_t) override { return false; }
     void Kick() noexcept override { (void)::eventfd_write(WakeHandle, 1); }
     void Hold() override;
+    [[nodiscard]] std::uint64_t TakeBack() override { return 0; }
     void LetGo() override;
     [[nodiscard]] std::uint64_t Heard() override;
     [[nodiscard]] bool Finished() const override { return Done.load(std::memory_order_acquire); }

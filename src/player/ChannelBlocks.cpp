@@ -24,7 +24,8 @@ ChannelBlocks::ChannelBlocks(std::span<const std::int32_t> Words, PlayFiles& Use
         To.Length = From.Length;
         To.Offset = std::int64_t{From.FilePos} - 1;
         To.Silent = From.Kind != BlockWorkFile && From.Kind != BlockOrgFile;
-        if (From.Kind == BlockOrgFile) {
+        To.Original = From.Kind == BlockOrgFile;
+        if (To.Original) {
             To.Bits = From.Bits;
             To.Step = From.Bits / 8 * From.Channels;
         }
@@ -100,6 +101,12 @@ void ChannelBlocks::WillNeed(std::int64_t First, std::size_t Count) {
     } catch (const Failure&) {
         // The reading that follows tells why.
     }
+}
+
+void ChannelBlocks::HoldOriginal() noexcept {
+    for (const Block& Each : Blocks)
+        if (Each.Original)
+            Files->Hold(Each.FileNo);
 }
 
 std::string ChannelBlocks::TakeFailure() {

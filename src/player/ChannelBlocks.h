@@ -19,6 +19,9 @@ class ChannelBlocks {
     /// Writes `Count` samples from `First` on to Target[0], Target[Stride], and so on, in rising
     /// positions. What no block covers is silent, and so is what cannot be read.
     void Read(std::int64_t First, std::size_t Count, std::int16_t* Target, std::size_t Stride);
+    /// Keeps the opened audio file open, which others may delete or write anew under its name.
+    /// Work files are deleted by nobody as long as the snapshot lasts. Never fails.
+    void HoldOriginal() noexcept;
     /// Tells the system that the samples from a position on will be read soon. Never fails.
     void WillNeed(std::int64_t First, std::size_t Count);
     /// Why something could not be read: the first reason since the last call, empty without one.
@@ -33,6 +36,7 @@ class ChannelBlocks {
         std::int32_t Bits = 16;
         std::int32_t Step = 2; ///< bytes from one sample to the next
         bool Silent = false;
+        bool Original = false; ///< in the opened audio file
     };
     [[nodiscard]] std::size_t FirstReaching(std::int64_t Position) const;
     void ReadBlock(const Block& From, std::int64_t First, std::size_t Count);

@@ -123,6 +123,7 @@ std::int32_t PlayEngine::SwitchOn() {
 
 void PlayEngine::SwitchOff() {
     HaltOutput();
+    ForgetReleased();
     Output.reset();
 }
 
@@ -134,6 +135,7 @@ void PlayEngine::Load(std::int32_t Bits, std::int32_t Channels, std::int32_t Fre
     HaltOutput();
     const SourceLock Lock(*this);
     Source.reset();
+    Released = false;
     FailureTold = false;
     Source = std::make_unique<PlaySource>(Bits, Channels, Freq, Length, LeftList, RightList);
 }
@@ -145,6 +147,12 @@ void PlayEngine::HaltOutput() {
     Active = false;
     Noted = false;
     State = PlayStopped;
+}
+
+void PlayEngine::ForgetReleased() {
+    const SourceLock Lock(*this);
+    if (std::exchange(Released, false))
+        Source.reset();
 }
 
 void PlayEngine::Play(std::int32_t Offset, std::int32_t Direction) {
@@ -172,8 +180,10 @@ void PlayEngine::StartAt(std::int64_t Offset, std::int32_t Direction) {
         Output.reset();
         Output = MakeOutput(NoticeCommand);
     }
-    if (Output == nullptr)
+    if (Output == nullptr) {
+        ForgetReleased();
         throw Failure("There is no sound output any more");
+    }
     {
         const SourceLock Lock(*this);
         Way = Direction;
@@ -206,8 +216,8 @@ void PlayEngine::Reseat(std::int32_t Direction) {
     {
         const SourceLock Lock(*this);
         Output->Hold();
+        Feed.Ring.Discard(Output->TakeBack());
         const std::uint64_t Taken = Feed.Ring.Taken();
-        Feed.Ring.Discard();
         {
             const std::scoped_lock<std::mutex> TrackLock(TrackMutex);
             // The frame that went out last, and the one after it in the new direction.
@@ -247,6 +257,7 @@ void PlayEngine::UTurn() {
 
 void PlayEngine::Stop() {
     HaltOutput();
+    ForgetReleased();
 }
 
 void PlayEngine::PauseStart() {
@@ -308,9 +319,16 @@ void PlayEngine::SetMemoryBytes(std::int32_t Bytes) {
 }
 
 void PlayEngine::ReleaseFiles() {
-    HaltOutput();
-    const SourceLock Lock(*this);
-    Source.reset();
+    if (State != PlayingForward && State != PlayingReverse)
+        HaltOutput();
+    {
+        const SourceLock Lock(*this);
+        Released = Source != nullptr;
+        if (Released)
+            Source->HoldOriginal();
+    }
+    if (State == PlayStopped)
+        ForgetReleased();
 }
 
 // ---- What is heard
@@ -343,13 +361,12 @@ std::string PlayEngine::Attend() {
     }
     if (State == PlayStopped)
         return Told;
-    if (Output->Lost()) {
+    const bool Lost = Output->Lost();
+    if (Lost || Output->Finished()) {
         HaltOutput();
-        return "The sound output has been lost";
+        ForgetReleased();
     }
-    if (Output->Finished())
-        HaltOutput();
-    return Told;
+    return Lost ? "The sound output has been lost" : Told;
 }
 
 } // namespace quoril

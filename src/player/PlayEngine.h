@@ -59,7 +59,9 @@ class PlayEngine {
     void SetTempo(std::int32_t Direction, float Tempo);
     /// The memory that reading ahead may use is an eighth of this.
     void SetMemoryBytes(std::int32_t Bytes);
-    /// Stops, closes every file of the snapshot and forgets it.
+    /// Nobody can start the snapshot again, and its files may be deleted or written anew from here
+    /// on. What plays goes on with the samples as they are, from the opened audio file that is kept
+    /// open until the sound ends; what does not play is closed and forgotten at once.
     void ReleaseFiles();
 
     [[nodiscard]] std::int32_t Status();
@@ -80,6 +82,7 @@ class PlayEngine {
     [[nodiscard]] std::int32_t OutputRate(std::int32_t Direction) const;
     [[nodiscard]] std::int64_t OffsetHeard();
     void HaltOutput();
+    void ForgetReleased();
 
     OutputMaker MakeOutput;
     OutputNotice NoticeCommand;
@@ -100,7 +103,8 @@ class PlayEngine {
     std::mutex GateMutex;
     std::mutex SourceMutex;
     std::unique_ptr<PlaySource> Source;
-    bool Active = false; ///< the reader fills the ring
+    bool Released = false; ///< the snapshot goes when its sound ends
+    bool Active = false;   ///< the reader fills the ring
     bool Loop = false;
     bool FailureTold = false;
     std::size_t Chunk = 0;

@@ -15,12 +15,14 @@ constexpr std::size_t MostOpenFiles = 16;
 std::size_t PlayFiles::Add(const std::string& Name) {
     const auto [Where, IsNew] = Numbers.try_emplace(Name, Files.size());
     if (IsNew)
-        Files.push_back({Name, {}, {}});
+        Files.push_back({Name, {}, {}, false});
     return Where->second;
 }
 
 const FileForReading& PlayFiles::Open(std::size_t No) {
     Entry& File = Files[No];
+    if (File.Held)
+        return File.Handle;
     if (!OpenNow.empty() && OpenNow.back() == No)
         return File.Handle;
     if (const auto Found = std::find(OpenNow.begin(), OpenNow.end(), No); Found != OpenNow.end()) {
@@ -45,10 +47,30 @@ const FileForReading& PlayFiles::Open(std::size_t No) {
     return File.Handle;
 }
 
+void PlayFiles::Hold(std::size_t No) noexcept {
+    if (Files[No].Held)
+        return;
+    try {
+        (void)Open(No);
+    } catch (const Failure&) {
+        return; // the reading that follows tells why
+    }
+    Files[No].Handle.Unlock();
+    Files[No].Held = true;
+    std::erase(OpenNow, No);
+}
+
 void PlayFiles::Close() noexcept {
-    for (const std::size_t No : OpenNow)
-        Files[No].Handle.Close();
+    for (Entry& File : Files) {
+        File.Handle.Close();
+        File.Held = false;
+    }
     OpenNow.clear();
+}
+
+std::size_t PlayFiles::OpenCount() const noexcept {
+    return static_cast<std::size_t>(std::count_if(
+        Files.begin(), Files.end(), [](const Entry& File) { return File.Handle.IsOpen(); }));
 }
 
 } // namespace quoril

@@ -79,6 +79,11 @@ void PlaySource::ReadAhead(std::size_t Count) {
         List.WillNeed(First + 1, Count);
 }
 
+void PlaySource::HoldOriginal() noexcept {
+    for (ChannelBlocks& List : Lists)
+        List.HoldOriginal();
+}
+
 std::string PlaySource::TakeFailure() {
     std::string Seen;
     for (ChannelBlocks& List : Lists)

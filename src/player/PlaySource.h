@@ -41,6 +41,8 @@ class PlaySource {
 
     /// Why something was silent that should not have been; empty when nothing was.
     [[nodiscard]] std::string TakeFailure();
+    /// From here on the opened audio file may lose its name: it is read to the end as it is now.
+    void HoldOriginal() noexcept;
     void CloseFiles() noexcept { Files.Close(); }
     [[nodiscard]] std::size_t OpenFiles() const noexcept { return Files.OpenCount(); }
 

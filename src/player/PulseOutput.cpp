@@ -18,10 +18,14 @@ namespace quoril {
 
 namespace {
 
-// What the server holds of us: a turn is heard this much later. Sleepy mainloops of up to this
-// length are not heard.
-constexpr pa_usec_t ServerBufferUs = 120000;
-constexpr pa_usec_t LeastRequestUs = 20000;
+// What the server holds of us. Where the processors are busy, its request and our answer come late
+// by a tenth of a second now and then; up to this length that is not heard.
+constexpr pa_usec_t ServerBufferUs = 500000;
+// In how long pieces the server asks, and what the device is ahead of what is heard.
+constexpr pa_usec_t LeastRequestUs = 40000;
+// What is heard before a turn, though more could be taken back: the device's own buffer, and the
+// time that the new frames need to the server.
+constexpr pa_usec_t KeptAtTurnUs = 120000;
 constexpr int ConnectSeconds = 3;
 // Above the ordinary programs, where the user may.
 constexpr int CallbackNice = -11;
@@ -55,6 +59,7 @@ class PulseOutput final : public SoundOutput {
     [[nodiscard]] bool SetRate(std::int32_t Rate) override;
     void Kick() noexcept override;
     void Hold() override { pa_threaded_mainloop_lock(Loop); }
+    [[nodiscard]] std::uint64_t TakeBack() override;
     void LetGo() override;
     [[nodiscard]] std::uint64_t Heard() override;
     [[nodiscard]] bool Finished() const override { return Done.load(std::memory_order_acquire); }
@@ -65,6 +70,7 @@ class PulseOutput final : public SoundOutput {
     void ContextChanged();
     void StreamChanged();
     void Fill() noexcept;
+    [[nodiscard]] bool Write(std::size_t Writable) noexcept;
     void DrainStart() noexcept;
     void DrainForget() noexcept;
     void Lose();
@@ -82,7 +88,8 @@ class PulseOutput final : public SoundOutput {
     SoundFeed* Feed = nullptr;
     pa_operation* Drain = nullptr;
     std::size_t FrameBytes = 2;
-    std::int64_t Written = 0; ///< frames given to the server
+    std::int64_t Written = 0;   ///< frames given to the server, less those taken back
+    std::int64_t ServerEnd = 0; ///< where the server's next frame would go by itself
     bool Corked = false;
     bool CanSteer = false;
     double RateNow = 0;
@@ -183,7 +190,7 @@ void PulseOutput::Start(SoundFeed& From, std::int32_t Channels, std::int32_t Rat
     Feed = &From;
     Done.store(false, std::memory_order_release);
     FrameBytes = sizeof(std::int16_t) * static_cast<std::size_t>(Channels);
-    Written = 0;
+    Written = ServerEnd = 0;
     LastHeard = 0;
     Corked = false;
     CanSteer = Steerable;
@@ -210,7 +217,8 @@ void PulseOutput::Start(SoundFeed& From, std::int32_t Channels, std::int32_t Rat
     Buffers.prebuf = static_cast<std::uint32_t>(FrameBytes);
     Buffers.minreq = Bytes(LeastRequestUs);
     Buffers.fragsize = static_cast<std::uint32_t>(-1);
-    const int Flags = PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE |
+    // Early requests: the device takes short pieces however much the server holds.
+    const int Flags = PA_STREAM_EARLY_REQUESTS | PA_STREAM_AUTO_TIMING_UPDATE |
                       (Steerable ? PA_STREAM_VARIABLE_RATE : 0);
     if (pa_stream_connect_playback(Stream, nullptr, &Buffers, static_cast<pa_stream_flags_t>(Flags),
                                    nullptr, nullptr) < 0) {
@@ -249,8 +257,12 @@ void PulseOutput::Kick() noexcept {
 void PulseOutput::Fill() noexcept {
     if (Stream == nullptr || pa_stream_get_state(Stream) != PA_STREAM_READY)
         return;
-    std::size_t Writable = pa_stream_writable_size(Stream);
-    while (Writable != static_cast<std::size_t>(-1) && Writable >= FrameBytes) {
+    while (true) {
+        std::size_t Writable = pa_stream_writable_size(Stream);
+        if (Writable == static_cast<std::size_t>(-1))
+            return;
+        // The room of frames that were taken back.
+        Writable += static_cast<std::size_t>(ServerEnd - Written) * FrameBytes;
         // The end is looked at before the ring: what was put in before the end is then seen.
         const bool Ended = Feed->Ended.load(std::memory_order_acquire);
         if (Feed->Ring.Fill() == 0) {
@@ -258,19 +270,26 @@ void PulseOutput::Fill() noexcept {
                 DrainStart();
             return;
         }
-        void* Place = nullptr;
-        std::size_t Bytes = Writable;
-        if (pa_stream_begin_write(Stream, &Place, &Bytes) < 0 || Place == nullptr)
+        if (Writable < FrameBytes || !Write(Writable))
             return;
-        const std::size_t Frames =
-            Feed->Take(static_cast<std::int16_t*>(Place), Bytes / FrameBytes);
-        if (pa_stream_write(Stream, Place, Frames * FrameBytes, nullptr, 0, PA_SEEK_RELATIVE) < 0)
-            return;
-        if (Written == 0)
-            Forget(pa_stream_update_timing_info(Stream, nullptr, nullptr));
-        Written += static_cast<std::int64_t>(Frames);
-        Writable = pa_stream_writable_size(Stream);
     }
+}
+
+/// Hands frames of the feed to the server; false when it does not take them.
+bool PulseOutput::Write(std::size_t Writable) noexcept {
+    void* Place = nullptr;
+    std::size_t Bytes = Writable;
+    if (pa_stream_begin_write(Stream, &Place, &Bytes) < 0 || Place == nullptr)
+        return false;
+    const std::size_t Frames = Feed->Take(static_cast<std::int16_t*>(Place), Bytes / FrameBytes);
+    const std::int64_t Back = (Written - ServerEnd) * static_cast<std::int64_t>(FrameBytes);
+    if (pa_stream_write(Stream, Place, Frames * FrameBytes, nullptr, Back, PA_SEEK_RELATIVE) < 0)
+        return false;
+    if (Written == 0)
+        Forget(pa_stream_update_timing_info(Stream, nullptr, nullptr));
+    Written += static_cast<std::int64_t>(Frames);
+    ServerEnd = Written;
+    return true;
 }
 
 void PulseOutput::DrainStart() noexcept {
@@ -292,6 +311,23 @@ void PulseOutput::DrainForget() noexcept {
     pa_operation_cancel(Drain);
     pa_operation_unref(Drain);
     Drain = nullptr;
+}
+
+std::uint64_t PulseOutput::TakeBack() {
+    if (Stream == nullptr || pa_stream_get_state(Stream) != PA_STREAM_READY)
+        return 0;
+    const pa_timing_info* const Told = pa_stream_get_timing_info(Stream);
+    if (Told == nullptr || Told->read_index_corrupt != 0 || Told->read_index <= 0)
+        return 0;
+    const pa_usec_t ToldAt = pa_timeval_load(&Told->timestamp);
+    if (ToldAt < ClockValidFrom)
+        return 0;
+    const double Since =
+        Corked ? 0.0 : static_cast<double>(ClockNow()) - static_cast<double>(ToldAt);
+    const double Kept = static_cast<double>(Told->read_index) / static_cast<double>(FrameBytes) +
+                        (Since + static_cast<double>(KeptAtTurnUs)) * RateNow / 1e6;
+    const std::int64_t End = std::clamp(static_cast<std::int64_t>(Kept), LastHeard, Written);
+    return static_cast<std::uint64_t>(std::exchange(Written, End) - End);
 }
 
 void PulseOutput::LetGo() {

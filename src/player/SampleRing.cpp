@@ -13,9 +13,11 @@ void SampleRing::SetUp(std::int32_t Channels, std::size_t LeastFrames) {
     ReadIndex.store(0, std::memory_order_relaxed);
 }
 
-void SampleRing::Discard() noexcept {
+void SampleRing::Discard(std::uint64_t TakenBack) noexcept {
     // Nobody else is at work; the threads are told by the locks that hold them.
-    WriteIndex.store(ReadIndex.load(std::memory_order_relaxed), std::memory_order_relaxed);
+    const std::uint64_t Read = ReadIndex.load(std::memory_order_relaxed) - TakenBack;
+    ReadIndex.store(Read, std::memory_order_relaxed);
+    WriteIndex.store(Read, std::memory_order_relaxed);
 }
 
 std::size_t SampleRing::Room() const noexcept {

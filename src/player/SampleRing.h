@@ -17,8 +17,9 @@ class SampleRing {
     /// Room for at least `LeastFrames` (a power of two is taken); empty, both indices at 0. While
     /// neither side is at work.
     void SetUp(std::int32_t Channels, std::size_t LeastFrames);
-    /// Forgets what was put in and not taken out. While neither side is at work.
-    void Discard() noexcept;
+    /// Forgets what was put in and not taken out, and counts `TakenBack` frames as not taken out.
+    /// While neither side is at work.
+    void Discard(std::uint64_t TakenBack = 0) noexcept;
 
     [[nodiscard]] std::size_t Capacity() const noexcept { return Frames; }
 
@@ -37,7 +38,7 @@ class SampleRing {
     /// Takes out at most `Most` frames; how many there were.
     std::size_t Pop(std::int16_t* Target, std::size_t Most) noexcept;
 
-    /// Frames taken out since SetUp. Any thread.
+    /// Frames taken out since SetUp, less those taken back. Any thread.
     [[nodiscard]] std::uint64_t Taken() const noexcept {
         return ReadIndex.load(std::memory_order_acquire);
     }

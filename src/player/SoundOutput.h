@@ -51,6 +51,9 @@ class SoundOutput {
     virtual void Kick() noexcept = 0;
     /// Between the two no callback runs, and frames in the feed may be taken back.
     virtual void Hold() = 0;
+    /// Between the two: how many of the frames that were taken out of the feed last will not be
+    /// heard; the next ones go in their place.
+    [[nodiscard]] virtual std::uint64_t TakeBack() = 0;
     virtual void LetGo() = 0;
     /// How many frames since Start have been heard by now.
     [[nodiscard]] virtual std::uint64_t Heard() = 0;

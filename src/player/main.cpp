@@ -15,6 +15,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -35,6 +36,21 @@ void EndWithEditor(pid_t Editor) {
         ::_exit(0);
 }
 
+/// The file of a socket's address "unix:path=...", in which strange bytes stand as % and two
+/// digits.
+std::string SocketFile(const std::string& Address) {
+    std::string File;
+    for (std::size_t i = Address.find('=') + 1; i < Address.size(); ++i) {
+        if (Address[i] == '%' && i + 2 < Address.size()) {
+            File += static_cast<char>(std::stoi(Address.substr(i + 1, 2), nullptr, 16));
+            i += 2;
+        } else {
+            File += Address[i];
+        }
+    }
+    return File;
+}
+
 int PlayerRun(int ArgumentCount, char** Arguments) {
     if (ArgumentCount != 3) {
         std::fputs("This program is started by the editor.\n", stderr);
@@ -42,7 +58,6 @@ int PlayerRun(int ArgumentCount, char** Arguments) {
     }
     EndWithEditor(static_cast<pid_t>(std::strtol(Arguments[2], nullptr, 10)));
     std::signal(SIGPIPE, SIG_IGN);
-    ::umask(0177); // the socket is for this user alone
     const QCoreApplication Application(ArgumentCount, Arguments);
     std::setlocale(LC_NUMERIC, "C");
 
@@ -53,6 +68,9 @@ int PlayerRun(int ArgumentCount, char** Arguments) {
         std::fputs(qPrintable(Server.lastError().message() + QLatin1Char('\n')), stderr);
         return 1;
     }
+    // The socket is for this user alone; the library has opened it to everybody.
+    if (::chmod(SocketFile(Arguments[1]).c_str(), S_IRUSR | S_IWUSR) != 0)
+        return 1;
     QObject::connect(&Server, &QDBusServer::newConnection, &Component,
                      [&Component](const QDBusConnection& Connection) {
                          QDBusConnection Peer = Connection;

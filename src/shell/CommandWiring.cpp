@@ -70,6 +70,9 @@ void FileCommandsWindow::StartProgram(const std::vector<std::string>& Arguments)
 }
 
 void FileCommandsWindow::ReleasePlayingFiles(bool OnlyOriginal) {
+    // Saving is not heard. Another document ends the sound of this one.
+    if (!OnlyOriginal && PlayIsOn())
+        PlayCommand(PlayCodeStop, 0);
     quoril::ReleasePlayingFiles(OnlyOriginal);
 }
 

@@ -1,12 +1,14 @@
 #include "player/PlayEngine.h"
 #include "BlockWords.h"
 #include "base/Failure.h"
+#include "settings/STD1.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <chrono>
 #include <thread>
+#include <utility>
 
 namespace quoril::test {
 namespace {
@@ -38,6 +40,7 @@ class HandOutput final : public SoundOutput {
     }
     void Kick() noexcept override {}
     void Hold() override { ++Holds; }
+    std::uint64_t TakeBack() override { return std::exchange(Returned, 0U); }
     void LetGo() override { Done = false; }
     std::uint64_t Heard() override { return HeardNow; }
     [[nodiscard]] bool Finished() const override { return Done; }
@@ -73,6 +76,7 @@ class HandOutput final : public SoundOutput {
     bool Done = false;
     bool Gone = false;
     std::uint64_t HeardNow = 0;
+    std::uint64_t Returned = 0; ///< what the next Hold gives back
     int Starts = 0;
     int Holds = 0;
     Samples Out;
@@ -149,6 +153,21 @@ TEST_F(PlayEngineTest, TurnsAfterTheFrameThatWentOutLast) {
     EXPECT_EQ(Output->Take(500), Part(19500, 19999));
     EXPECT_EQ(Engine.Position(), 20000);
     EXPECT_EQ(Output->Starts, 1);
+}
+
+TEST_F(PlayEngineTest, FramesThatTheServerGivesBackAreNotHeardAgainAfterATurn) {
+    LoadNoise(100000);
+    Engine.Play(0, 1);
+    EXPECT_EQ(Output->Take(5000), Part(0, 4999));
+    Output->Returned = 3000;
+    Engine.UTurn();
+    EXPECT_EQ(Output->Feed->Ring.Taken(), 2000U);
+    EXPECT_EQ(Output->Take(1000), Part(1998, 999));
+    Output->HeardNow = 2100;
+    EXPECT_EQ(Engine.Position(), 1898);
+    Output->Returned = 1000;
+    Engine.UTurn();
+    EXPECT_EQ(Output->Take(3), Part(2000, 2002)) << "as if it had never turned";
 }
 
 TEST_F(PlayEngineTest, TheHeardPlaceIsKnownAcrossATurn) {
@@ -286,13 +305,44 @@ TEST_F(PlayEngineTest, AfterARefusedListOrAReleaseNothingPlays) {
     Engine.Play(0, 1);
     EXPECT_EQ(Engine.Status(), 0);
     LoadNoise(100);
-    Engine.Play(0, 1);
     Engine.ReleaseFiles();
-    EXPECT_EQ(Engine.Status(), 0);
     Engine.Play(0, 1);
     Engine.UTurn();
     Engine.Pause();
     Engine.Continue();
+    EXPECT_EQ(Engine.Status(), 0);
+}
+
+TEST_F(PlayEngineTest, WhatPlaysWhenItsFilesAreReleasedPlaysToItsEndFromTheFileAsItWas) {
+    Engine.SetMemoryBytes(100000); // reads little ahead
+    All = Noise(200000);
+    const std::string Name = WriteSamples(Folder, "opened", All);
+    BlockWords List;
+    List.Add(Name, 200000, 4, 1, 1, 1, 16);
+    EXPECT_EQ(Engine.SwitchOn(), 1);
+    Engine.Load(16, 1, 8000, 200000, List.Words, std::vector<std::int32_t>{0});
+    Engine.Play(0, 1);
+    EXPECT_EQ(Output->Take(100), Part(0, 99));
+    Engine.ReleaseFiles();
+    EXPECT_EQ(Engine.Status(), 1);
+    ASSERT_TRUE(FileDelete(Name)) << "nobody keeps it from being written anew";
+    WriteSamples(Folder, "opened", Noise(200000, 2));
+    EXPECT_TRUE(Output->Take(150000) == Part(100, 150099));
+    Engine.UTurn();
+    EXPECT_TRUE(Output->Take(60000) == Part(150098, 90099));
+    Engine.Stop();
+    Engine.Play(0, 1);
+    EXPECT_EQ(Engine.Status(), 0) << "what has ended is gone";
+}
+
+TEST_F(PlayEngineTest, APausedSoundEndsWhenItsFilesAreReleased) {
+    LoadNoise(100000);
+    Engine.Play(0, 1);
+    Engine.Pause();
+    Engine.ReleaseFiles();
+    EXPECT_EQ(Engine.Status(), 0);
+    Engine.Continue();
+    Engine.Play(0, 1);
     EXPECT_EQ(Engine.Status(), 0);
 }
 

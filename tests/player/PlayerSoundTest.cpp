@@ -1,130 +1,9 @@
-// The real player with a real sound server: what is heard, when, and what is left behind.
-#include "BlockWords.h"
-#include "SoundServer.h"
-#include "base/Failure.h"
+// The real player with a real sound server: what is heard, and when.
+#include "PlayerSoundFixture.h"
 #include "platform/DirectXSetup.h"
-#include "playback/PlayerProcess.h"
-
-#include <QCoreApplication>
-
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <csignal>
-#include <fstream>
-#include <functional>
 
 namespace quoril::test {
 namespace {
-
-using ::testing::HasSubstr;
-using Samples = std::vector<std::int16_t>;
-using std::chrono::milliseconds;
-
-constexpr std::int32_t Rate = 44100;
-const std::vector<std::int32_t> NoList{0};
-
-/// Lets events through until something holds. False when it has not come in time.
-bool WaitFor(const std::function<bool()>& What, milliseconds Most = milliseconds(8000)) {
-    const auto Until = Clock::now() + Most;
-    while (!What()) {
-        if (Clock::now() > Until)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 2);
-        std::this_thread::sleep_for(milliseconds(1)); // asks a thousand times a second, not more
-    }
-    return true;
-}
-
-double CpuSeconds(int Process) {
-    std::ifstream In("/proc/" + std::to_string(Process) + "/stat");
-    std::string Line;
-    std::getline(In, Line);
-    std::istringstream Fields(Line.substr(Line.rfind(')') + 2));
-    std::string Skipped;
-    for (int i = 0; i < 11; ++i)
-        Fields >> Skipped;
-    double User = 0;
-    double System = 0;
-    Fields >> User >> System;
-    return (User + System) / 100.0;
-}
-
-/// Whether a process is there and runs. One that nobody has waited for yet runs no more.
-bool ProcessRuns(int Process) {
-    std::ifstream In("/proc/" + std::to_string(Process) + "/stat");
-    std::string Line;
-    std::getline(In, Line);
-    return !Line.empty() && Line[Line.rfind(')') + 2] != 'Z';
-}
-
-bool ProcessExists(int Process) {
-    return ::kill(Process, 0) == 0;
-}
-
-/// Noise without silent samples, so that every one can be told from the silence around.
-Samples Sound(std::size_t Count, unsigned Seed = 1) {
-    Samples All = Noise(Count, Seed);
-    std::replace(All.begin(), All.end(), std::int16_t{0}, std::int16_t{1});
-    return All;
-}
-
-class PlayerSoundTest : public ::testing::Test {
-  protected:
-    void Begin(int Channels = 1) {
-        Server = std::make_unique<SoundServer>(Channels);
-        Player = Make();
-        ASSERT_EQ(Player->DriverState(1), 1);
-        Heard = std::make_unique<Recorder>(*Server, Channels);
-    }
-    std::unique_ptr<PlayerComponent> Make() {
-        auto Made = StartPlayerProcess(PLAYER_PROGRAM, Folder.Path());
-        Made->MsgBoxOb = [this](const std::string& Prompt, const std::string& Title) {
-            (Prompt == "S2" ? Status : Messages).push_back(Prompt == "S2" ? Title : Prompt);
-        };
-        return Made;
-    }
-    void Load(const Samples& What) {
-        All = What;
-        BlockWords List;
-        List.Add(WriteSamples(Folder, "sound", All), static_cast<std::int32_t>(All.size()), 3, 1);
-        Player->Load(16, 1, Rate, static_cast<std::int32_t>(All.size()), List.Words, NoList);
-    }
-    /// What was heard from the first sound on, once the player has stopped.
-    Samples HeardToTheEnd() {
-        EXPECT_TRUE(WaitFor([&] { return Player->PlayStatus() == 0; }));
-        const std::size_t Now = Heard->Count();
-        EXPECT_TRUE(WaitFor([&] { return Heard->Count() > Now + Rate / 2; }));
-        return Trimmed();
-    }
-    Samples Trimmed() const {
-        Samples Got = Heard->Samples();
-        Got.erase(Got.begin(), Got.begin() + static_cast<std::ptrdiff_t>(Heard->FirstSound()));
-        while (!Got.empty() && Got.back() == 0)
-            Got.pop_back();
-        return Got;
-    }
-    /// Waits until a sound has been heard for so many samples.
-    void WaitHeard(std::size_t Count) {
-        ASSERT_TRUE(WaitFor([&] {
-            const std::size_t First = Heard->FirstSound();
-            return Heard->Count() > First + Count;
-        }));
-    }
-
-    TempFolder Folder;
-    std::unique_ptr<SoundServer> Server;
-    std::unique_ptr<PlayerComponent> Player;
-    std::unique_ptr<Recorder> Heard;
-    Samples All;
-    std::vector<std::string> Status;
-    std::vector<std::string> Messages;
-};
-
-Samples Reversed(Samples What) {
-    std::reverse(What.begin(), What.end());
-    return What;
-}
 
 TEST_F(PlayerSoundTest, TheServerCountsAsVersionEight) {
     const SoundServer Private(1);
@@ -250,6 +129,20 @@ TEST_F(PlayerSoundTest, ALoopPointLeavesNoSeam) {
     ASSERT_EQ(Got.size() % All.size(), 0U);
     for (std::size_t i = 0; i < Got.size(); ++i)
         ASSERT_EQ(Got[i], All[i % All.size()]) << i;
+}
+
+TEST_F(PlayerSoundTest, ATurnSoonAfterTheStartEndsWithTheFirstSample) {
+    Begin();
+    Load(Sound(4 * Rate));
+    Player->PlayForward();
+    WaitHeard(Rate / 50);
+    Player->UTurn();
+    const Samples Got = HeardToTheEnd();
+    ASSERT_EQ(Got.size() % 2, 1U);
+    const std::size_t Turn = Got.size() / 2;
+    EXPECT_LT(Turn, Rate / 4U) << "what the server already had is not heard";
+    for (std::size_t i = 0; i < Got.size(); ++i)
+        ASSERT_EQ(Got[i], All[i <= Turn ? i : 2 * Turn - i]) << i;
 }
 
 TEST_F(PlayerSoundTest, ATurnGoesBackOverTheSameSamplesWithoutASeam) {
@@ -400,117 +293,6 @@ TEST_F(PlayerSoundTest, AtRestItUsesNoProcessorTime) {
     EXPECT_LE(CpuSeconds(Process) - Before, 0.01);
 }
 
-TEST_F(PlayerSoundTest, TheServersEndIsToldAndTheNextStartFindsANewOne) {
-    Begin();
-    Load(Sound(4 * Rate));
-    Player->PlayForward();
-    WaitHeard(Rate / 4);
-    Heard.reset();
-    Server->Kill();
-    ASSERT_TRUE(WaitFor([&] { return Player->PlayStatus() == 0; }));
-    ASSERT_TRUE(WaitFor([&] { return !Messages.empty(); }));
-    EXPECT_THAT(Messages.front(), HasSubstr("lost"));
-    Server->Restart();
-    Heard = std::make_unique<Recorder>(*Server, 1);
-    Player->PlayForward();
-    WaitHeard(Rate / 4);
-    EXPECT_EQ(Player->PlayStatus(), 1);
-}
-
-TEST_F(PlayerSoundTest, AMissingFileIsSilentAndTold) {
-    Begin();
-    BlockWords List;
-    List.Add(Folder / "nothing", Rate / 4, 3, 1);
-    Player->Load(16, 1, Rate, Rate / 4, List.Words, NoList);
-    Player->PlayForward();
-    ASSERT_TRUE(WaitFor([&] { return Player->PlayStatus() == 0; }));
-    ASSERT_TRUE(WaitFor([&] { return !Messages.empty(); }));
-    EXPECT_THAT(Messages.front(), HasSubstr("nothing"));
-}
-
-TEST_F(PlayerSoundTest, HostileListsHarmNobody) {
-    Begin();
-    const std::int32_t Low = -2147483647 - 1;
-    const std::vector<std::vector<std::int32_t>> Lists = {
-        {},
-        {0},
-        {-1},
-        {1, 1000000000},
-        {2147483647, 2147483647},
-        {9, 1, 2, -4, 32, 5, 5, 1, 0, 0},
-        {10, 1, 2, 1, 32, Low, 5, 1, 0, 0, 0},
-        {10, 1, 2, 1, 32, 2147483647, 3, 1, 2147483647, 0, 0},
-        {10, 1, 2, 1, 47, 1000, 4, 1, 1, 2, 16}};
-    for (const std::vector<std::int32_t>& List : Lists) {
-        Player->Load(16, 2, Rate, 4000, List, List);
-        Player->PlayForward();
-        Player->UTurn();
-        Player->PlayReverseFrom(Low);
-        Player->PlayForwardFrom(2147483647);
-        EXPECT_GE(Player->PlayPosition(), 0);
-        Player->Stop();
-        EXPECT_EQ(Player->PlayStatus(), 0);
-    }
-    Player->Load(99, -1, 0, Low, {0}, {0});
-    Player->PlayForward();
-    EXPECT_EQ(Player->PlayStatus(), 0);
-    ASSERT_TRUE(WaitFor([&] { return !Messages.empty(); }));
-    Load(Sound(Rate / 4));
-    Player->PlayForward();
-    EXPECT_TRUE(HeardToTheEnd() == All) << "it still plays";
-}
-
-TEST_F(PlayerSoundTest, AKilledPlayerIsSeenAndLeavesNothingAHundredTimes) {
-    Begin();
-    for (int Round = 0; Round < 100; ++Round) {
-        Load(Sound(Rate));
-        Player->PlayForward();
-        const int Process = PlayerProcessId(*Player);
-        ::kill(Process, SIGKILL);
-        EXPECT_THROW(
-            {
-                for (int Try = 0; Try < 1000; ++Try)
-                    (void)Player->PlayStatus();
-            },
-            Failure);
-        ASSERT_TRUE(WaitFor([&] { return !Player->IsAlive(); }));
-        EXPECT_FALSE(ProcessExists(Process)) << "not even a zombie";
-        Player = Make();
-        ASSERT_EQ(Player->DriverState(1), 1);
-    }
-    const int Last = PlayerProcessId(*Player);
-    Player.reset();
-    EXPECT_FALSE(ProcessExists(Last));
-    for (const auto& Entry : std::filesystem::directory_iterator(Folder.Path()))
-        EXPECT_EQ(Entry.path().filename(), "sound") << "no socket stays behind";
-}
-
-TEST_F(PlayerSoundTest, ItEndsWithinASecondOfItsEditorsDeath) {
-    Begin();
-    // A stand-in for the editor: starts a player, tells its number, and is killed.
-    TestChild Editor({EDITOR_STAND_IN, PLAYER_PROGRAM, Folder.Path()});
-    std::string Said;
-    char Letter = 0;
-    while (ReadOnce(Editor.Output(), &Letter, 1) == 1 && Letter != '\n')
-        Said.push_back(Letter);
-    const int Process = std::stoi(Said);
-    ASSERT_TRUE(ProcessRuns(Process));
-    Editor.Kill();
-    EXPECT_TRUE(WaitFor([&] { return !ProcessRuns(Process); }, milliseconds(1000)));
-}
-
-TEST_F(PlayerSoundTest, AFolderWithALongOrStrangeNameIsNoHindrance) {
-    Begin();
-    for (const std::string& Name :
-         {std::string("with blank, comma; 100%"), std::string(200, 'x'), std::string("\xC3\xA4")}) {
-        const std::string Where = Folder / Name;
-        std::filesystem::create_directory(Where);
-        const auto Other = StartPlayerProcess(PLAYER_PROGRAM, Where);
-        EXPECT_EQ(Other->PlayStatus(), 0) << Name;
-        EXPECT_TRUE(std::filesystem::is_empty(Where));
-    }
-}
-
 /// The system's plain sound with a device that writes down what it is given.
 class PlainSoundTest : public PlayerSoundTest {
   protected:
@@ -546,11 +328,6 @@ TEST_F(PlainSoundTest, WithoutAnyDeviceThereIsNoDriver) {
     Load(Sound(Rate));
     Player->PlayForward();
     EXPECT_EQ(Player->PlayStatus(), 0);
-}
-
-TEST_F(PlayerSoundTest, AProgramThatDoesNotStartIsToldSoon) {
-    EXPECT_THROW((void)StartPlayerProcess(Folder / "nothing", Folder.Path()), Failure);
-    EXPECT_THROW((void)StartPlayerProcess("/bin/true", Folder.Path()), Failure);
 }
 
 } // namespace

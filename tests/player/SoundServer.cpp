@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <stdexcept>
 #include <sys/prctl.h>
@@ -50,21 +51,37 @@ SoundServer::SoundServer(int Channels) : SinkChannels(Channels) {
 void SoundServer::Restart() {
     std::filesystem::remove(Socket());
     Server.reset();
-    // A sink that takes back what it has already sounded would confuse who listens to it.
-    const std::string Sink =
-        "module-null-sink sink_name=nowhere norewinds=1 format=s16le rate=44100 channels=" +
-        std::to_string(SinkChannels);
     Server = std::make_unique<TestChild>(std::vector<std::string>{
         "pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--disable-shm=true",
         "--log-target=file:" + (Folder / "log"),
         "--load=module-native-protocol-unix auth-anonymous=1 socket=" + Socket(),
-        "--load=" + Sink});
+        "--load=" + Sink()});
     const auto Until = Clock::now() + std::chrono::seconds(10);
     while (!std::filesystem::exists(Socket())) {
         if (Clock::now() > Until)
             throw std::runtime_error("the sound server does not come up");
         std::this_thread::yield();
     }
+}
+
+std::string SoundServer::Sink() const {
+    // A sink that takes back what it has already sounded would confuse who listens to it.
+    return "module-null-sink sink_name=nowhere norewinds=1 format=s16le rate=44100 channels=" +
+           std::to_string(SinkChannels);
+}
+
+void SoundServer::Control(const std::string& Command, const std::string& Module) const {
+    const std::string Line = "pactl -s unix:" + Socket() + " " + Command + " " + Module;
+    if (std::system((Line + " >/dev/null").c_str()) != 0)
+        throw std::runtime_error(Line);
+}
+
+void SoundServer::TakeDeviceAway() const {
+    Control("unload-module", "module-null-sink");
+}
+
+void SoundServer::PutDeviceBack() const {
+    Control("load-module", Sink());
 }
 
 Recorder::Recorder(const SoundServer& Server, int Channels)

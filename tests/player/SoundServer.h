@@ -41,8 +41,13 @@ class SoundServer {
     [[nodiscard]] std::string Socket() const { return Folder / "native"; }
     void Kill() { Server->Kill(); }
     void Restart();
+    /// The sink, and what plays to it, goes; the server stays. It comes back as a new one.
+    void TakeDeviceAway() const;
+    void PutDeviceBack() const;
 
   private:
+    [[nodiscard]] std::string Sink() const;
+    void Control(const std::string& Command, const std::string& Module) const;
     TempFolder Folder;
     int SinkChannels;
     std::unique_ptr<TestChild> Server;
