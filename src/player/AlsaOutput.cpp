@@ -8,8 +8,10 @@
 #include <atomic>
 #include <cerrno>
 #include <poll.h>
+#include <pthread.h>
 #include <semaphore.h>
 #include <sys/eventfd.h>
+#include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>
@@ -21,6 +23,8 @@ namespace {
 
 constexpr unsigned DeviceBufferUs = 120000;
 constexpr std::size_t PieceFrames = 1024;
+// Above the ordinary programs, where the user may.
+constexpr int ThreadNice = -11;
 constexpr int LongestWaitMs = 100;
 constexpr const char* DeviceName = "default";
 
@@ -146,6 +150,9 @@ std::uint64_t AlsaOutput::Heard() {
 // ---- The sounding thread, which stands where a callback would
 
 void AlsaOutput::SoundThread() {
+    ::pthread_setname_np(::pthread_self(), "sound");
+    // Who may not raise a thread plays at the ordinary priority.
+    (void)::setpriority(PRIO_PROCESS, 0, ThreadNice);
     bool Paused = false;
     while (!EndWanted.load(std::memory_order_acquire)) {
         if (HoldWanted.exchange(false, std::memory_order_acq_rel)) {
