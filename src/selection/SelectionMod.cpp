@@ -157,6 +157,8 @@ std::int32_t SelectionAvailable() noexcept {
 bool ConfirmSelection(std::int32_t& SelStartOut, std::int32_t& SelEndOut, std::int32_t& WorkChn,
                       std::int32_t Need, const std::string& Operation) {
     WorkChn = WorkChannels();
+    // The refresh of an empty document leaves the selection of what was there before.
+    SelectionLimit(CurrentDocument().Total);
     const std::int32_t Available = SelectionAvailable();
     const bool MustAsk =
         Need != NeedNone && Available != Need && (Need != NeedOneOrTwo || Available == 0);

@@ -108,6 +108,26 @@ TEST_F(CopyPasteTest, delete_leaves_the_clip_alone) {
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4, 5));
 }
 
+TEST_F(CopyPasteTest, what_was_selected_in_a_sound_that_is_gone_is_not_deleted_again) {
+    Document({1, 2, 3}, {4, 5, 6});
+    Select(1, 3);
+    Commands.Delete();
+    EXPECT_EQ(WaveStore->WavWaveINos, 0);
+    Select(1, 3); // as a window leaves it
+    Commands.Delete();
+    Select(1, 3);
+    Commands.Cut();
+    Select(1, 3);
+    Commands.Copy();
+    EXPECT_EQ(WaveStore->WaveNosL(), 0);
+    EXPECT_EQ(WaveStore->WaveNosR(), 0);
+    EXPECT_THAT(Windows.Copied, IsEmpty());
+    WaveStore->Undo();
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3));
+    EXPECT_THAT(Right(), ElementsAre(4, 5, 6));
+    EXPECT_EQ(WaveStore->UndoCount(), 0);
+}
+
 TEST_F(CopyPasteTest, a_copy_that_fails_says_so_and_a_cut_then_deletes_nothing) {
     Document({1, 2, 3});
     const std::string Folder = AppPath;
@@ -218,6 +238,19 @@ TEST_F(CopyPasteTest, samples_of_16_bits_are_rounded_to_8_with_ties_to_even) {
     EXPECT_THAT(Left(), ElementsAre(128, -128, 0, 2, 0, -2, 1, 1, 5));
 }
 
+TEST_F(CopyPasteTest, what_8_bits_cannot_hold_is_pasted_and_refused_by_a_writer) {
+    Clip({32767, 32639}); // becomes 128 and 127
+    Document({5}, {}, 8);
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(128, 127, 5));
+    EXPECT_FALSE(OpenSaveClass().FileWriteWave(*WaveStore, Session.Path("8.wav")));
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Wave file write error|Overflow"));
+    EXPECT_THAT(Left(), ElementsAre(128, 127, 5));
+    // Without that sample it can be written.
+    Document({127, 5}, {}, 8);
+    EXPECT_TRUE(OpenSaveClass().FileWriteWave(*WaveStore, Session.Path("8.wav")));
+}
+
 TEST_F(CopyPasteTest, a_change_of_bits_leaves_the_clip_as_it_is) {
     Clip({256, 512});
     Document({5}, {}, 8);
@@ -225,6 +258,22 @@ TEST_F(CopyPasteTest, a_change_of_bits_leaves_the_clip_as_it_is) {
     Document({5});
     PasteAt(PasteInsert, 1);
     EXPECT_THAT(Left(), ElementsAre(256, 512, 5));
+}
+
+TEST_F(CopyPasteTest, a_mono_clip_on_both_channels_takes_no_more_room_than_on_one) {
+    Clip(std::vector<std::int16_t>(100000, 3));
+    Document({1}, {2});
+    const std::int32_t Used = MemoryUsed;
+    PasteAt(PasteInsert, 1);
+    EXPECT_EQ(MemoryUsed, Used);
+    // Both lead to the same place in the same file.
+    ASSERT_FALSE(WaveStore->BlocksL().Numbers().empty());
+    const auto At = [](const BlockListClass& List) {
+        const BlockRec& Block = BlockTable[static_cast<std::size_t>(List.Numbers().back())];
+        return std::tuple(Block.BlockKind, Block.FileNo, Block.FilePos);
+    };
+    EXPECT_EQ(At(WaveStore->BlocksL()), At(WaveStore->BlocksR()));
+    EXPECT_EQ(std::get<0>(At(WaveStore->BlocksL())), BlockWorkFile);
 }
 
 TEST_F(CopyPasteTest, the_clip_ends_with_the_program_and_takes_its_line_along) {
