@@ -105,13 +105,14 @@ void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t L
             CheckInFile(Block, Sizes);
         else if (Block.Kind != BlockSilence)
             FailDamaged();
-        Places.emplace_back(Block.Start, Block.Length);
+        if (Block.Length > 0)
+            Places.emplace_back(Block.Start, Block.Length);
         Sum += Block.Length;
     }
     std::ranges::sort(Places);
     std::int64_t Free = 1;
     for (const auto& [Start, BlockLength] : Places) {
-        if (Start < Free)
+        if (Start != Free)
             FailDamaged();
         Free = std::int64_t{Start} + BlockLength;
     }

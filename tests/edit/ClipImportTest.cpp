@@ -258,7 +258,20 @@ TEST_F(ClipImportTest, a_damaged_description_is_told_and_changes_nothing) {
     Two[0] = static_cast<std::int32_t>(Two.size()) - 1;
     Two[1] = 2;
     Refuse("blocks that overlap", Two);
+    const auto WithSecondAt = [&Two](std::int32_t Start) {
+        Words Longs = Two;
+        Longs[Longs.size() - 4] = Start;
+        return Longs;
+    };
+    Refuse("a gap between blocks", WithSecondAt(4));
+    Refuse("a block far behind the others", WithSecondAt(2147483000));
+    Refuse("a gap before the first block", OneBlock(" ", 3, BlockSilence, 2, 0));
 
+    Describe(WithSecondAt(3));
+    Document({9});
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(0, 0, 0, 9)) << "two blocks end to end work";
+    BecomeAnotherProcess();
     Describe(Good);
     Document({9});
     PasteAt(PasteInsert, 1);
