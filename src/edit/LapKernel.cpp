@@ -1,6 +1,7 @@
 #include "edit/LapKernel.h"
 
 #include "base/Vectorised.h"
+#include "edit/RunSteps.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,23 +10,23 @@ namespace quoril {
 
 namespace {
 
-/// Adding and taking off 1.5 x 2^52 rounds a double of less than 2^51 to the nearest whole number,
-/// ties to even: the sum has no room for a fraction.
-constexpr double RoundingShift = 6755399441055744.0;
+/// `Length` is at most MostRunSteps.
+QUORIL_VECTORISED
+void SmoothLoop(const std::int16_t* A, const std::int16_t* B, std::int16_t* Out, std::size_t Length,
+                double First, double Count, std::int32_t Max) noexcept {
+    for (std::size_t k = 0; k < Length; ++k) {
+        const double T = (First + RunSteps[k]) / Count;
+        const double U = 1.0 - T;
+        const double FromA = (static_cast<double>(A[k]) * U + RoundingShift) - RoundingShift;
+        Out[k] = LimitedSample(RoundedLow(static_cast<double>(B[k]) * T + FromA), Max);
+    }
+}
 
 QUORIL_VECTORISED
-void SmoothLoop(const std::int16_t* A, const std::int16_t* B, std::int16_t* Out,
-                std::int32_t Length, std::int32_t First, double Count, double Max) noexcept {
-    for (std::int32_t k = 0; k < Length; ++k) {
-        const double T = static_cast<double>(First + k) / Count;
-        const double U = 1.0 - T;
-        double Value = (static_cast<double>(A[k]) * U + RoundingShift) - RoundingShift;
-        Value = static_cast<double>(B[k]) * T + Value;
-        Value = (Value + RoundingShift) - RoundingShift;
-        Value = Value < -Max ? -Max : Value;
-        Value = Value > Max ? Max : Value;
-        Out[k] = static_cast<std::int16_t>(static_cast<std::int32_t>(Value));
-    }
+void SimpleLoop(const std::int16_t* A, const std::int16_t* B, std::int16_t* Out, std::size_t Length,
+                std::int32_t Max) noexcept {
+    for (std::size_t k = 0; k < Length; ++k)
+        Out[k] = LimitedSample(A[k] + B[k], Max);
 }
 
 } // namespace
@@ -33,14 +34,16 @@ void SmoothLoop(const std::int16_t* A, const std::int16_t* B, std::int16_t* Out,
 void LapSmoothRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
                   std::span<std::int16_t> Out, std::int32_t First, std::int32_t Count,
                   std::int32_t Max) noexcept {
-    SmoothLoop(A.data(), B.data(), Out.data(), static_cast<std::int32_t>(Out.size()), First,
-               static_cast<double>(Count), static_cast<double>(Max));
+    for (std::size_t Done = 0; Done < Out.size(); Done += MostRunSteps)
+        SmoothLoop(A.data() + Done, B.data() + Done, Out.data() + Done,
+                   std::min(MostRunSteps, Out.size() - Done),
+                   static_cast<double>(First) + static_cast<double>(Done),
+                   static_cast<double>(Count), Max);
 }
 
 void LapSimpleRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
                   std::span<std::int16_t> Out, std::int32_t Max) noexcept {
-    for (std::size_t k = 0; k < Out.size(); ++k)
-        Out[k] = static_cast<std::int16_t>(std::clamp(A[k] + B[k], -Max, Max));
+    SimpleLoop(A.data(), B.data(), Out.data(), Out.size(), Max);
 }
 
 } // namespace quoril

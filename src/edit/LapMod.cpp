@@ -23,7 +23,8 @@ namespace quoril {
 namespace {
 
 constexpr std::uint32_t BarColorLap = 0x808000;
-constexpr std::int32_t ReportEvery = 100000; ///< samples between two reports
+constexpr std::int32_t RunLength = 32768;    ///< small enough for the processor's cache
+constexpr std::int32_t ReportEvery = 100000; ///< samples between two moves of the bar
 constexpr const char* FailedTitle = " Lap failed";
 
 LapDialog* Dialog = nullptr;
@@ -62,62 +63,52 @@ std::optional<LapPlace> PlaceOf(std::int32_t SelcOpn, std::int32_t From, std::in
     return LapPlace{From, Length / 2};
 }
 
-/// The overlap of two stretches of one channel, computed run by run.
+/// Lets one stretch of a channel run into another one, run by run.
 class LapRuns {
   public:
     LapRuns(const LapPlace& Where, std::int32_t Transition, std::int32_t Bits)
         // The first stretch may begin one place before the document. What would come to lie there
         // is not made.
-        : Count(Where.Length), First(Where.Start < 1 ? 2 : 1), TransOpn(Transition),
+        : Count(Where.Length), Before(std::max(1 - Where.Start, 0)), TransOpn(Transition),
           Max(SampleHigh(Bits)) {}
 
-    /// Fills `Target`, which is empty. `Done` is the share of the bar that is full, `Share` that of
-    /// this channel.
-    void Make(BlockCarrBuffClass& A, BlockCarrBuffClass& B, BlockCarrBuffClass& Target, double Done,
-              double Share) {
-        Target.ReDimSize(Count - First + 1);
-        for (std::int64_t Begin = 1; Begin <= Count; Begin += ReportEvery) {
-            const auto From = static_cast<std::int32_t>(std::max<std::int64_t>(Begin, First));
-            const auto To =
-                static_cast<std::int32_t>(std::min<std::int64_t>(Begin + ReportEvery - 1, Count));
-            Read(A, From, To, RunA);
-            Read(B, From, To, RunB);
-            Target.WaveRunsChange(
-                From - First + 1, To - First + 1, ReportEvery,
-                [&](std::int32_t Position, std::span<const std::int16_t>,
-                    std::span<std::int16_t> Out) { Overlap(Position + First - 1, From, Out); });
-            if (To % ReportEvery == 0)
+    /// Makes `A`, which is the first stretch as far as it lies in the document, the overlap with
+    /// `B`. `Done` is the share of the bar that is full, `Share` that of this channel.
+    void Make(BlockCarrBuffClass& A, BlockCarrBuffClass& B, double Done, double Share) const {
+        std::int32_t Reports = 0;
+        A.WaveRunsChange(
+            1, Count - Before, RunLength,
+            [&](std::int32_t Position, std::span<const std::int16_t> In,
+                std::span<std::int16_t> Out) {
+                const std::int32_t First = Position + Before;
+                const std::int32_t Last = First + static_cast<std::int32_t>(In.size()) - 1;
+                B.WaveRunsRead(First, Last, RunLength,
+                               [&](std::int32_t Place, std::span<const std::int16_t> OfB) {
+                                   const auto Offset = static_cast<std::size_t>(Place - First);
+                                   Overlap(Place, In.subspan(Offset, OfB.size()), OfB,
+                                           Out.subspan(Offset, OfB.size()));
+                               });
+                if (Last / ReportEvery == Reports)
+                    return;
+                Reports = Last / ReportEvery;
                 ProgressFrm->SetCurrentProgress(
-                    Single(Done + Share * static_cast<double>(To) / static_cast<double>(Count)));
-        }
+                    Single(Done + Share * (static_cast<double>(Reports) * ReportEvery) / Count));
+            });
     }
 
   private:
-    static void Read(BlockCarrBuffClass& Source, std::int32_t From, std::int32_t To,
-                     std::vector<std::int16_t>& Run) {
-        Run.resize(static_cast<std::size_t>(To - From) + 1);
-        Source.WaveRunsRead(From, To, ReportEvery,
-                            [&](std::int32_t Position, std::span<const std::int16_t> In) {
-                                std::copy(In.begin(), In.end(), Run.begin() + (Position - From));
-                            });
-    }
-    /// Sample `Position` of the overlap and those after it; the runs begin at `From`.
-    void Overlap(std::int32_t Position, std::int32_t From, std::span<std::int16_t> Out) const {
-        const auto Offset = static_cast<std::size_t>(Position - From);
-        const auto A = std::span(RunA).subspan(Offset, Out.size());
-        const auto B = std::span(RunB).subspan(Offset, Out.size());
+    void Overlap(std::int32_t Place, std::span<const std::int16_t> A,
+                 std::span<const std::int16_t> B, std::span<std::int16_t> Out) const {
         if (TransOpn == LapSmooth)
-            LapSmoothRun(A, B, Out, Position, Count, Max);
+            LapSmoothRun(A, B, Out, Place, Count, Max);
         else
             LapSimpleRun(A, B, Out, Max);
     }
 
     std::int32_t Count;
-    std::int32_t First; ///< first sample of the overlap that the document gets
+    std::int32_t Before; ///< samples of the first stretch that do not lie in the document
     std::int32_t TransOpn;
     std::int32_t Max;
-    std::vector<std::int16_t> RunA;
-    std::vector<std::int16_t> RunB;
 };
 
 /// Takes the two stretches out of the document and puts the overlap in their place.
@@ -130,22 +121,21 @@ void Lap(const LapPlace& Where, std::int32_t WorkChn, std::int32_t TransOpn) {
     std::unique_ptr<BlockCarrBuffClass> BL;
     std::unique_ptr<BlockCarrBuffClass> BR;
     const std::int32_t Middle = AddLong(Where.Start, Length);
-    WaveStore->WaveCollectData(Where.Start, Middle - 1, WorkChn, AL, AR);
+    const std::int32_t Start = std::max(Where.Start, 1);
+    WaveStore->WaveCollectData(Start, Middle - 1, WorkChn, AL, AR);
     WaveStore->WaveCollectData(Middle, AddLong(Middle, Length) - 1, WorkChn, BL, BR);
     if (!DiskSpaceGuard(MulLong(Length, WorkChn == 0 ? 4 : 2)))
         return;
 
     const ProgressScope Progress(BarColorLap);
     const double Share = WorkChn == 0 ? 0.5 : 1.0;
-    BlockCarrBuffClass NewL;
-    BlockCarrBuffClass NewR;
-    LapRuns Runs(Where, TransOpn, WaveStore->WavFmtBits);
+    const LapRuns Runs(Where, TransOpn, WaveStore->WavFmtBits);
     if (WorkChn != 2)
-        Runs.Make(*AL, *BL, NewL, 0.0, Share);
+        Runs.Make(*AL, *BL, 0.0, Share);
     if (WorkChn != 1)
-        Runs.Make(*AR, *BR, NewR, 1.0 - Share, Share);
-    const std::int32_t Start = std::max(Where.Start, 1);
-    WaveStore->WaveDataExchange(Start, WorkChn, Middle + Length - Start, &NewL, &NewR, Name, true);
+        Runs.Make(*AR, *BR, 1.0 - Share, Share);
+    WaveStore->WaveDataExchange(Start, WorkChn, Middle + Length - Start, AL.get(), AR.get(), Name,
+                                true);
     Refresh_Wave_View();
 }
 

@@ -10,7 +10,8 @@ namespace quoril {
 
 namespace {
 
-constexpr std::int32_t RunLength = 100000;
+constexpr std::int32_t RunLength = 32768;        ///< small enough for the processor's cache
+constexpr std::int32_t ReportEvery = 100000;     ///< samples between two moves of the bar
 constexpr std::uint32_t BarColorPaste = 8421376; // dark cyan
 
 class Mixer {
@@ -20,36 +21,37 @@ class Mixer {
 
     void FindPeak(BlockCarrBuffClass& Clip) {
         const std::int32_t Total = Clip.WaveINos;
-        InRuns(Total, [&](std::int32_t From, std::int32_t To) {
-            Clip.WaveRunsRead(From, To, RunLength,
-                              [this](std::int32_t, std::span<const std::int16_t> In) {
-                                  Peak = std::max(Peak, PeakOfRun(In));
-                              });
-        });
+        Clip.WaveRunsRead(1, Total, RunLength,
+                          [&](std::int32_t First, std::span<const std::int16_t> In) {
+                              Peak = std::max(Peak, PeakOfRun(In));
+                              Reached(First, In.size(), Total);
+                          });
+        PassEnd();
     }
 
     void Change(BlockCarrBuffClass& Clip, BlockCarrBuffClass& Doc) {
         const std::int32_t Total = std::min(Clip.WaveINos, Doc.WaveINos);
-        InRuns(Total, [&](std::int32_t From, std::int32_t To) {
-            Clip.WaveRunsChange(
-                From, To, RunLength,
-                [&](std::int32_t First, std::span<const std::int16_t> In,
-                    std::span<std::int16_t> Out) { ChangeRun(Doc, Total, First, In, Out); });
-        });
+        Clip.WaveRunsChange(
+            1, Total, RunLength,
+            [&](std::int32_t First, std::span<const std::int16_t> In, std::span<std::int16_t> Out) {
+                ChangeRun(Doc, Total, First, In, Out);
+                Reached(First, In.size(), Total);
+            });
+        PassEnd();
     }
 
   private:
-    /// Events are processed between the runs only.
-    template <class WorkType>
-    void InRuns(std::int32_t Total, const WorkType& Work) {
-        for (std::int64_t From = 1; From <= Total; From += RunLength) {
-            const std::int64_t To = std::min<std::int64_t>(From + RunLength - 1, Total);
-            Work(static_cast<std::int32_t>(From), static_cast<std::int32_t>(To));
-            if (To % RunLength == 0)
-                ProgressFrm->SetCurrentProgress(
-                    Single(Running + Step * static_cast<double>(To) / Total));
-        }
+    void Reached(std::int32_t First, std::size_t Count, std::int32_t Total) {
+        const std::int32_t Full = (First - 1 + static_cast<std::int32_t>(Count)) / ReportEvery;
+        if (Full == Reports)
+            return;
+        Reports = Full;
+        ProgressFrm->SetCurrentProgress(
+            Single(Running + Step * (static_cast<double>(Full) * ReportEvery) / Total));
+    }
+    void PassEnd() {
         Running += Step;
+        Reports = 0;
     }
 
     void ChangeRun(BlockCarrBuffClass& Doc, std::int32_t Total, std::int32_t First,
@@ -78,6 +80,7 @@ class Mixer {
     double Step;
     std::int32_t MaxSample;
     double Running = 0;
+    std::int32_t Reports = 0; ///< told in this pass
     std::int32_t Peak = 0;
 };
 

@@ -1,7 +1,11 @@
 #include "edit/PasteKernels.h"
 
+#include "base/Arithmetic.h"
+
+#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
+#include <random>
 #include <vector>
 
 namespace quoril::test {
@@ -91,6 +95,41 @@ TEST(PasteKernelTest, runs_of_any_length_give_the_same_as_single_samples) {
         CrossFadeRun(std::span(Clip).subspan(i, 1), std::span(Doc).subspan(i, 1), One,
                      static_cast<std::int32_t>(i) + 1, 1003, 32767);
         ASSERT_EQ(Whole[i], One[0]) << i;
+    }
+}
+
+/// The words of the fade, sample by sample.
+std::int16_t CrossFaded(std::int16_t Clip, std::int16_t Doc, std::int32_t i, std::int32_t Total,
+                        std::int32_t Max) {
+    const float x = Single(static_cast<double>(i) / static_cast<double>(Total));
+    const float y = Single(1.0 - static_cast<double>(x));
+    const double Sum = static_cast<double>(x) * Doc + static_cast<double>(y) * Clip;
+    return static_cast<std::int16_t>(std::clamp(RoundToLong(Sum), -Max, Max));
+}
+
+TEST(PasteKernelTest, cross_fade_keeps_single_precision_at_every_place_of_long_stretches) {
+    std::mt19937 Random(11);
+    constexpr std::int32_t Length = 5000;
+    Samples Clip(Length);
+    Samples Doc(Length);
+    for (std::int32_t Total :
+         {5000, 8192, 65536, 1000003, (1 << 24) + 1, 1 << 26, 536870912, 999999937, 2147483647}) {
+        std::vector<std::int32_t> Places = {1, Total - Length + 1};
+        for (std::int32_t Half = Total; Half > 2 * Length; Half /= 2)
+            Places.push_back(Half - Length / 2 - Length * (Half == Total ? 1 : 0));
+        for (const std::int32_t First : Places) {
+            for (std::size_t i = 0; i < Clip.size(); ++i) {
+                Clip[i] = static_cast<std::int16_t>(Random());
+                Doc[i] = static_cast<std::int16_t>(Random());
+            }
+            Samples Out(Length);
+            CrossFadeRun(Clip, Doc, Out, First, Total, 32767);
+            for (std::int32_t i = 0; i < Length; ++i) {
+                const auto At = static_cast<std::size_t>(i);
+                ASSERT_EQ(Out[At], CrossFaded(Clip[At], Doc[At], First + i, Total, 32767))
+                    << First + i << " of " << Total;
+            }
+        }
     }
 }
 
