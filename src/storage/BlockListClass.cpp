@@ -8,6 +8,51 @@
 
 namespace quoril {
 
+namespace {
+
+/// Splitting a block of an original file reads it, and splitting silence gives it memory. Of a long
+/// block only so many samples on either side of the border are touched; the rest stays as it is.
+constexpr std::int64_t MostBesideBorder = 32768;
+
+/// The pieces of a block with a border at `Position`, which lies strictly inside. The block stays.
+/// On failure nothing is left.
+BlockSet PiecesWithBorder(std::int32_t BlockNo, std::int32_t Position) {
+    const std::int32_t Kind = BlockAt(BlockNo).BlockKind;
+    const std::int64_t Start = BlockAt(BlockNo).BlockStart;
+    const std::int64_t Last = Start + BlockAt(BlockNo).BlockLen - 1;
+    std::int32_t FirstNo = 0;
+    std::int32_t SecondNo = 0;
+    const std::int64_t From = std::max(Start, Position - MostBesideBorder);
+    const std::int64_t To = std::min(Last, Position + MostBesideBorder - 1);
+    if ((Kind != BlockOrgFile && Kind != BlockSilence) || (From == Start && To == Last)) {
+        BlockBrake(BlockNo, Position, FirstNo, SecondNo);
+        return {FirstNo, SecondNo};
+    }
+    BlockSet Pieces;
+    const auto Cut = [&](std::int64_t First, std::int64_t Until) {
+        Pieces.push_back(BlockCutRange(BlockNo, static_cast<std::int32_t>(First),
+                                       static_cast<std::int32_t>(Until)));
+        BlockAt(Pieces.back()).BlockStart = static_cast<std::int32_t>(First);
+    };
+    try {
+        if (Start < From)
+            Cut(Start, From - 1);
+        if (To < Last)
+            Cut(To + 1, Last);
+        Cut(From, To);
+        BlockBrake(Pieces.back(), Position, FirstNo, SecondNo);
+    } catch (...) {
+        BlockSetFree(Pieces);
+        throw;
+    }
+    BlockFree(Pieces.back());
+    Pieces.back() = FirstNo;
+    Pieces.push_back(SecondNo);
+    return Pieces;
+}
+
+} // namespace
+
 void BlockListClass::Append(std::int32_t BlockNo) {
     Items.push_back(BlockNo);
     IndexValid = false;
@@ -124,11 +169,9 @@ void BlockListClass::MakeBorder(std::int32_t Position) {
         const std::int32_t OldNo = Items[i];
         if (!StrictlyInside(OldNo))
             continue;
-        std::int32_t FirstNo = 0;
-        std::int32_t SecondNo = 0;
-        BlockBrake(OldNo, Position, FirstNo, SecondNo);
-        Items[i] = FirstNo;
-        Items.push_back(SecondNo);
+        const BlockSet Pieces = PiecesWithBorder(OldNo, Position);
+        Items[i] = Pieces.front();
+        Items.insert(Items.end(), Pieces.begin() + 1, Pieces.end());
         IndexValid = false;
         BlockFree(OldNo);
     }

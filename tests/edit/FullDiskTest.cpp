@@ -8,6 +8,7 @@
 #include "edit/CopyPasteFixture.h"
 #include "edit/LapMod.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace quoril::test {
@@ -18,7 +19,8 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::SizeIs;
 
-/// A progress window at one of whose reports the disk becomes full.
+/// A progress window at one of whose reports the disk becomes full, and the memory with it, so that
+/// whatever is needed from then on has to push something out.
 class FillingProgress final : public ProgressReport {
   public:
     explicit FillingProgress(FullDisk& UsedDisk) : Disk(UsedDisk) { SetProgressReport(this); }
@@ -29,8 +31,10 @@ class FillingProgress final : public ProgressReport {
     void SetBarColor1(std::uint32_t NewColor) override { Color = NewColor; }
     void SetCurrentProgress(float Value) override {
         Current = Value;
-        if (Color == FillColor && Value > FillAt && Value < 1)
-            Disk.Fill();
+        if (Color != FillColor || Value <= FillAt || Value >= 1)
+            return;
+        Disk.Fill();
+        MemoryBudget = std::min(MemoryBudget, MemoryUsed);
     }
     [[nodiscard]] float CurrentProgress() const override { return Current; }
     void BlinkLamp() override {}
@@ -88,7 +92,9 @@ class FullDiskTest : public CopyPasteFixture {
         Progress.FillColor = DarkCyan;
         Progress.FillAt = FillAt;
         WaveChanged = false;
+        const std::int32_t Budget = MemoryBudget;
         Command();
+        MemoryBudget = Budget;
         Disk.Empty();
         Progress.FillColor = 0;
         EXPECT_FALSE(Progress.Visible);

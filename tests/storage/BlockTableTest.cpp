@@ -145,6 +145,54 @@ struct CutCase {
     std::int32_t From, To, Start, Length, FirstSample;
 };
 
+TEST_F(BlockTableTest, ABorderInALongBlockTouchesOnlyWhatIsNear) {
+    constexpr std::int32_t Length = 300000;
+    const std::string Name = RawFile(Session, "a.raw", Length, 2, 16);
+    for (const bool Silent : {false, true}) {
+        for (const std::int32_t Border : {2, 20000, 150000, 290000, Length}) {
+            BlockListClass List;
+            List.Append(Silent ? BlockNew(Length, 5)
+                               : OrgBlock(OrgFileAdd(Name, 2, 16), Length, 2));
+            BlockTable.at(static_cast<std::size_t>(List.At(0))).BlockStart = 1;
+            const std::int32_t Used = MemoryUsed;
+            List.MakeBorder(Border);
+            EXPECT_LE(MemoryUsed - Used, 2 * 65536) << Border;
+            EXPECT_GT(MemoryUsed, Used);
+            std::vector<std::int16_t> All(Length, 1);
+            std::int32_t Sum = 0;
+            bool Begins = false;
+            for (const std::int32_t No : List.Numbers()) {
+                const std::vector<std::int16_t> Part = BlockSamples(No);
+                std::copy(Part.begin(), Part.end(), All.begin() + Block(No).BlockStart - 1);
+                Sum += Block(No).BlockLen;
+                Begins = Begins || Block(No).BlockStart == Border;
+            }
+            EXPECT_TRUE(Begins) << Border;
+            EXPECT_EQ(Sum, Length) << Border;
+            EXPECT_EQ(All, Silent ? std::vector<std::int16_t>(Length) : TestSamples(1, Length, 2))
+                << Border;
+            EXPECT_EQ(BrokenRule({&List.Numbers()}), "");
+            BlockSet Mine = List.Take();
+            BlockSetFree(Mine);
+        }
+    }
+}
+
+TEST_F(BlockTableTest, ABorderThatCannotBeReadLeavesTheListAsItWas) {
+    const std::string Name = RawFile(Session, "a.raw", 300000, 2, 16);
+    const std::int32_t OrgNo = OrgFileAdd(Name, 2, 16);
+    BlockListClass List;
+    List.Append(OrgBlock(OrgNo, 300000, 1));
+    std::filesystem::remove(Name);
+    const BlockSet Before = List.Numbers();
+    EXPECT_THROW(List.MakeBorder(150000), Failure);
+    EXPECT_EQ(List.Numbers(), Before);
+    EXPECT_EQ(OrgFileTable.at(1).OrgFileUse, 1);
+    EXPECT_EQ(BrokenRule({&List.Numbers()}), "");
+    BlockSet Mine = List.Take();
+    BlockSetFree(Mine);
+}
+
 TEST_F(BlockTableTest, CuttingARangeCoversTheFourCases) {
     const std::int32_t No = MemoryBlock(10, 11); // 11 to 20
     const CutCase Cases[] = {
