@@ -3,6 +3,7 @@
 #include "base/Arithmetic.h"
 #include "base/Failure.h"
 #include "platform/FileHandle.h"
+#include "settings/STD1.h"
 #include "storage/PortableBlock.h"
 
 #include <algorithm>
@@ -77,6 +78,9 @@ std::string ClipDescriptionName(const std::string& Folder, std::int32_t Channel)
 }
 
 void ClipDescriptionWrite(const std::string& FileName, const std::vector<std::int32_t>& Words) {
+    // Emptying a file that was just written can wait for the disk; making another one does not, and
+    // whoever still reads the old one reads it to its end.
+    (void)FileDelete(FileName);
     FileForWriting File(FileName, FileForWriting::Mode::CreateNew);
     File.Write(0, Words.data(), Words.size() * WordBytes);
     File.Close();
@@ -120,10 +124,13 @@ void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t L
         FailDamaged();
 }
 
-BlockSet ClipDescriptionImport(const std::vector<std::int32_t>& Words) {
-    BlockSet Blocks;
-    LongsToBlockSet(Words, Blocks, true);
-    return Blocks;
+void ClipDescriptionImport(const std::vector<std::int32_t>& WordsL,
+                           const std::vector<std::int32_t>& WordsR, BlockSet& BlocksL,
+                           BlockSet& BlocksR) {
+    if (WordsR.empty())
+        LongsToBlockSet(WordsL, BlocksL, true);
+    else
+        ForeignLongsToBlockSets(WordsL, WordsR, BlocksL, BlocksR);
 }
 
 } // namespace quoril

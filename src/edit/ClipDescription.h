@@ -29,9 +29,11 @@ using FileTime = std::filesystem::file_time_type;
 void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t Length,
                           FileTime Described);
 
-/// A checked description as blocks of this process. The samples of files that only the other
-/// process uses are read at once, and its files are never deleted here. Throws Failure, and then
-/// leaves nothing behind.
-[[nodiscard]] BlockSet ClipDescriptionImport(const std::vector<std::int32_t>& Words);
+/// Checked descriptions as blocks of this process; `WordsR` is empty for a clip of one channel. The
+/// samples of files that only the other process uses are read at once, and its files are never
+/// deleted here. Throws Failure, and then leaves nothing behind.
+void ClipDescriptionImport(const std::vector<std::int32_t>& WordsL,
+                           const std::vector<std::int32_t>& WordsR, BlockSet& BlocksL,
+                           BlockSet& BlocksR);
 
 } // namespace quoril

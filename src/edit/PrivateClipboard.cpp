@@ -151,13 +151,14 @@ bool ImportClip(const ClipMarker& Marker) {
     const std::int32_t Bytes = MulLong(Marker.Length, Marker.Channels == 2 ? 4 : 2);
     if (!DiskSpaceGuard(AddLong(Bytes, Left[0])))
         return false;
+    BlockSet BlocksL;
+    BlockSet BlocksR;
     auto NewL = std::make_unique<BlockCarrBuffClass>();
-    CarrierPtr NewR;
-    NewL->BuffBlocksPutFresh(ClipDescriptionImport(Left));
-    if (Marker.Channels == 2) {
-        NewR = std::make_unique<BlockCarrBuffClass>();
-        NewR->BuffBlocksPutFresh(ClipDescriptionImport(Right));
-    }
+    auto NewR = Marker.Channels == 2 ? std::make_unique<BlockCarrBuffClass>() : nullptr;
+    ClipDescriptionImport(Left, Right, BlocksL, BlocksR);
+    NewL->BuffBlocksPutFresh(std::move(BlocksL));
+    if (NewR != nullptr)
+        NewR->BuffBlocksPutFresh(std::move(BlocksR));
     ClipCarrL = std::move(NewL);
     ClipCarrR = std::move(NewR);
     ClipPointer = Marker.ClipPointer;

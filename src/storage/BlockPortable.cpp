@@ -49,60 +49,74 @@ void FileTie(std::int32_t BlockNo, const PortableBlock& From, std::int32_t FileN
     Block.BlockKind = From.Kind;
 }
 
-/// Makes a block that was tied to a foreign file private, and has the file forgotten again.
-template <typename Forgetting>
-void ReadAtOnce(std::int32_t BlockNo, const Forgetting& Forget) {
-    try {
-        BlockToPrivateMemory(BlockNo);
-    } catch (...) {
-        if (BlockAt(BlockNo).FileNo != 0)
-            BlockAt(BlockNo) = {0, 0, 0, BlockSilence, {}, 0, 0};
-        Forget();
-        throw;
+/// The files of another process that an import has entered in the tables. They are held as long as
+/// blocks are tied to them, and then forgotten, so that they are neither kept nor deleted.
+class ForeignFiles {
+  public:
+    ForeignFiles() = default;
+    ~ForeignFiles() {
+        for (const std::int32_t FileNo : WorkNos) {
+            WorkFileClose(FileNo);
+            WorkFileAt(FileNo) = {};
+        }
+        for (const std::int32_t FileNo : OrgNos) {
+            OrgFileClose(FileNo);
+            OrgFileAt(FileNo) = {};
+        }
     }
-    Forget();
-}
+    ForeignFiles(const ForeignFiles&) = delete;
+    ForeignFiles& operator=(const ForeignFiles&) = delete;
 
-/// Ties a block to a work file. One that is new here and belongs to another process is read at
-/// once and forgotten again, so that it is neither kept nor deleted.
-void WorkFileTie(std::int32_t BlockNo, const PortableBlock& From, bool Foreign) {
+    void WorkFileHold(std::int32_t FileNo) {
+        WorkNos.push_back(FileNo);
+        WorkFileAt(FileNo).WorkFileUse = 1;
+    }
+    void OrgFileHold(std::int32_t FileNo) {
+        OrgNos.push_back(FileNo);
+        OrgFileAt(FileNo).OrgFileUse = 1;
+    }
+    /// Whether the samples of a block are still there.
+    [[nodiscard]] bool Hold(const BlockRec& Block) const {
+        const auto Among = [&](const std::vector<std::int32_t>& Nos) {
+            return std::ranges::find(Nos, Block.FileNo) != Nos.end();
+        };
+        return (Block.BlockKind == BlockOrgFile && Among(OrgNos)) ||
+               (Block.BlockKind == BlockWorkFile && Among(WorkNos));
+    }
+
+  private:
+    std::vector<std::int32_t> WorkNos;
+    std::vector<std::int32_t> OrgNos;
+};
+
+/// Ties a block to a work file. `Foreign` holds one that is new here; with null it is our own.
+void WorkFileTie(std::int32_t BlockNo, const PortableBlock& From, ForeignFiles* Foreign) {
     std::int32_t FileNo =
         FileInUse(WorkFileTable, From.Name, &WorkFileRec::WorkFileName, &WorkFileRec::WorkFileUse);
-    const bool Known = FileNo != 0;
-    if (!Known) {
+    if (FileNo == 0) {
         FileNo = WorkFileNew();
-        WorkFileAt(FileNo) = {From.Name, Foreign ? 1 : 0};
+        WorkFileAt(FileNo) = {From.Name, 0};
+        if (Foreign != nullptr)
+            Foreign->WorkFileHold(FileNo);
     }
     ++WorkFileAt(FileNo).WorkFileUse;
     FileTie(BlockNo, From, FileNo);
-    if (Known || !Foreign)
-        return;
-    ReadAtOnce(BlockNo, [&] {
-        WorkFileClose(FileNo);
-        WorkFileAt(FileNo) = {};
-    });
 }
 
 /// The same for an original file.
-void OrgFileTie(std::int32_t BlockNo, const PortableBlock& From, bool Foreign) {
+void OrgFileTie(std::int32_t BlockNo, const PortableBlock& From, ForeignFiles* Foreign) {
     std::int32_t FileNo =
         FileInUse(OrgFileTable, From.Name, &OrgFileRec::OrgFileName, &OrgFileRec::OrgFileUse);
-    const bool Known = FileNo != 0;
-    if (!Known) {
+    if (FileNo == 0) {
         FileNo = OrgFileAdd(From.Name, From.Channels, From.Bits);
-        OrgFileAt(FileNo).OrgFileUse = Foreign ? 1 : 0;
+        if (Foreign != nullptr)
+            Foreign->OrgFileHold(FileNo);
     }
     ++OrgFileAt(FileNo).OrgFileUse;
     FileTie(BlockNo, From, FileNo);
-    if (Known || !Foreign)
-        return;
-    ReadAtOnce(BlockNo, [&] {
-        OrgFileClose(FileNo);
-        OrgFileAt(FileNo) = {};
-    });
 }
 
-std::int32_t BlockImport(const PortableBlock& From, bool Foreign) {
+std::int32_t BlockImport(const PortableBlock& From, ForeignFiles* Foreign) {
     const std::int32_t BlockNo = BlockNew(From.Length, BlockSilence);
     try {
         if (From.Kind == BlockWorkFile)
@@ -117,6 +131,34 @@ std::int32_t BlockImport(const PortableBlock& From, bool Foreign) {
     }
     BlockAt(BlockNo).BlockStart = From.Start;
     return BlockNo;
+}
+
+/// Appends the blocks, tied to their files and not read yet. On failure those before stay.
+void BlocksImport(const std::vector<std::int32_t>& Longs, BlockSet& Blocks, ForeignFiles* Foreign) {
+    for (PortableBlockReader Words(Longs); !Words.AtEnd();)
+        Blocks.push_back(BlockImport(Words.NextBlock(), Foreign));
+}
+
+/// The two channels of the same stretch of a stereo file are read in one pass.
+void PairUp(const BlockSet& Left, const BlockSet& Right, const ForeignFiles& Foreign) {
+    for (std::size_t i = 0; i < std::min(Left.size(), Right.size()); ++i) {
+        const BlockRec& L = BlockAt(Left[i]);
+        const BlockRec& R = BlockAt(Right[i]);
+        if (L.BlockKind != BlockOrgFile || R.BlockKind != BlockOrgFile || !Foreign.Hold(L) ||
+            L.FileNo != R.FileNo || L.BlockLen != R.BlockLen)
+            continue;
+        const OrgFileRec& File = OrgFileAt(L.FileNo);
+        if (File.OrgFileChannels == 2 &&
+            std::int64_t{L.FilePos} + File.OrgFileBits / 8 == R.FilePos)
+            OrgPairAdd(Left[i], Right[i]);
+    }
+}
+
+/// Reads what lies in foreign files. What was pushed out to a work file of our own stays there.
+void ReadForeign(const BlockSet& Blocks, const ForeignFiles& Foreign) {
+    for (const std::int32_t BlockNo : Blocks)
+        if (Foreign.Hold(BlockAt(BlockNo)))
+            BlockToPrivateMemory(BlockNo);
 }
 
 /// The slot that takes a finished file: the last one if nothing uses it, otherwise a new one.
@@ -187,16 +229,37 @@ void BlockSetToLongs(const BlockSet& BlkSet, std::vector<std::int32_t>& Longs) {
 }
 
 void LongsToBlockSet(const std::vector<std::int32_t>& Longs, BlockSet& BlkSet, bool Foreign) {
-    PortableBlockReader Words(Longs);
+    ForeignFiles Files;
     BlockSet Blocks;
     try {
-        while (!Words.AtEnd())
-            Blocks.push_back(BlockImport(Words.NextBlock(), Foreign));
+        BlocksImport(Longs, Blocks, Foreign ? &Files : nullptr);
+        ReadForeign(Blocks, Files);
     } catch (...) {
         BlockSetFree(Blocks);
         throw;
     }
     BlkSet = std::move(Blocks);
+}
+
+void ForeignLongsToBlockSets(const std::vector<std::int32_t>& LongsL,
+                             const std::vector<std::int32_t>& LongsR, BlockSet& BlkSetL,
+                             BlockSet& BlkSetR) {
+    ForeignFiles Files;
+    BlockSet Left;
+    BlockSet Right;
+    try {
+        BlocksImport(LongsL, Left, &Files);
+        BlocksImport(LongsR, Right, &Files);
+        PairUp(Left, Right, Files);
+        ReadForeign(Left, Files);
+        ReadForeign(Right, Files);
+    } catch (...) {
+        BlockSetFree(Left);
+        BlockSetFree(Right);
+        throw;
+    }
+    BlkSetL = std::move(Left);
+    BlkSetR = std::move(Right);
 }
 
 } // namespace quoril

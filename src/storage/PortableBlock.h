@@ -1,10 +1,13 @@
 // The portable form of a block list, read by whoever is given it: words that another process wrote.
 #pragma once
 
+#include "storage/WoroFileBlockMod.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace quoril {
 
@@ -36,5 +39,10 @@ class PortableBlockReader {
     std::size_t At = 0;
     std::int32_t Left = 0;
 };
+
+/// LongsToBlockSet for the two channels of another process, whose common files are read only once.
+void ForeignLongsToBlockSets(const std::vector<std::int32_t>& LongsL,
+                             const std::vector<std::int32_t>& LongsR, BlockSet& BlkSetL,
+                             BlockSet& BlkSetR);
 
 } // namespace quoril

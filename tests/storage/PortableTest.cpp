@@ -1,6 +1,7 @@
 #include "StorageChecks.h"
 #include "base/Failure.h"
 #include "settings/STD1.h"
+#include "storage/PortableBlock.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
 
@@ -84,6 +85,48 @@ TEST_F(PortableTest, OwnBlocksComeBackSharingTheirFiles) {
     EXPECT_EQ(Block(Back[0]).BlockKind, 4);
     EXPECT_EQ(Block(Back[2]).BlockKind, 3);
     EXPECT_EQ(BrokenRule({&Mine, &Back}), "");
+}
+
+TEST_F(PortableTest, TheChannelsOfAForeignFileAreReadTogether) {
+    const std::string Org = RawFile(Session, "org.raw", 100, 2, 16);
+    std::vector<std::int32_t> Left;
+    std::vector<std::int32_t> Right;
+    {
+        const std::int32_t OrgNo = OrgFileAdd(Org, 2, 16);
+        const BlockSet L{OrgBlock(OrgNo, 60, 1, 1), OrgBlock(OrgNo, 40, 1, 61)};
+        // The second one of the right channel is no half of a pair.
+        const BlockSet R{OrgBlock(OrgNo, 60, 2, 1), OrgBlock(OrgNo, 30, 2, 61)};
+        BlockSetToLongs(L, Left);
+        BlockSetToLongs(R, Right);
+        for (BlockSet Each : {L, R})
+            BlockSetFree(Each);
+    }
+    BlockSet BackL;
+    BlockSet BackR;
+    ForeignLongsToBlockSets(Left, Right, BackL, BackR);
+    ASSERT_EQ(BackL.size(), 2U);
+    ASSERT_EQ(BackR.size(), 2U);
+    for (const BlockSet& Each : {BackL, BackR})
+        for (const std::int32_t No : Each)
+            EXPECT_EQ(Block(No).BlockKind, 2);
+    EXPECT_EQ(BlockSamples(BackL[0]), TestSamples(1, 60));
+    EXPECT_EQ(BlockSamples(BackL[1]), TestSamples(1, 40));
+    EXPECT_EQ(BlockSamples(BackR[1]), TestSamples(1, 30, 2));
+    EXPECT_EQ(BlockSamples(BackR[0]), TestSamples(1, 60, 2));
+    EXPECT_EQ(BrokenRule({&BackL, &BackR}), "");
+    EXPECT_TRUE(std::filesystem::exists(Org));
+    EXPECT_TRUE(BlockPairTable.empty());
+    for (const OrgFileRec& File : OrgFileTable)
+        EXPECT_TRUE(File.OrgFileName.empty());
+    for (BlockSet* const Each : {&BackL, &BackR})
+        BlockSetFree(*Each);
+    // One that cannot be read leaves nothing of either channel.
+    std::filesystem::remove(Org);
+    EXPECT_THROW(ForeignLongsToBlockSets(Left, Right, BackL, BackR), Failure);
+    for (const BlockRec& Each : BlockTable)
+        EXPECT_EQ(Each.BlockKind, 0);
+    for (const OrgFileRec& File : OrgFileTable)
+        EXPECT_TRUE(File.OrgFileName.empty());
 }
 
 TEST_F(PortableTest, ForeignFilesAreReadAtOnceAndNeitherKeptNorDeleted) {
