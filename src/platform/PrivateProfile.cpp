@@ -272,16 +272,28 @@ std::string GetPrivateProfileStringA(const std::string& Section, const std::stri
 
 bool WritePrivateProfileStringA(const std::string& Section, const std::string& Key,
                                 const std::string& Value, const std::string& FileName) {
+    return WritePrivateProfileStrings(Section, {{Key, Value}}, FileName);
+}
+
+bool WritePrivateProfileStrings(const std::string& Section,
+                                const std::vector<std::pair<std::string, std::string>>& Values,
+                                const std::string& FileName) {
     const std::string Place = SectionName(Section);
-    const std::string Name = KeyName(Key);
-    if (Name.empty())
-        return false;
+    std::vector<std::pair<std::string, std::string>> Entries;
+    for (const auto& [Key, Value] : Values) {
+        Entries.emplace_back(KeyName(Key), AsWritten(Value));
+        if (Entries.back().first.empty())
+            return false;
+    }
     return ChangeProfile(FileName, [&](Profile& Parsed) -> std::optional<bool> {
-        const std::string Written = AsWritten(Value);
-        const char* Present = Parsed.Find(Place, Name);
-        if (Present != nullptr && Present == Written)
-            return std::nullopt;
-        return Parsed.Set(Place, Name, Written);
+        std::optional<bool> Changed;
+        for (const auto& [Name, Written] : Entries) {
+            const char* Present = Parsed.Find(Place, Name);
+            if (Present != nullptr && Present == Written)
+                continue;
+            Changed = Changed.value_or(true) && Parsed.Set(Place, Name, Written);
+        }
+        return Changed;
     });
 }
 

@@ -7,6 +7,8 @@
 #pragma once
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace quoril {
 
@@ -22,6 +24,12 @@ namespace quoril {
 /// written: then it is as it was.
 bool WritePrivateProfileStringA(const std::string& Section, const std::string& Key,
                                 const std::string& Value, const std::string& FileName);
+
+/// Stores values of several keys of one section in one change of the file, which costs no more
+/// waiting for the disk than one value.
+bool WritePrivateProfileStrings(const std::string& Section,
+                                const std::vector<std::pair<std::string, std::string>>& Values,
+                                const std::string& FileName);
 
 /// Takes a key out of the file. False when the file cannot be written.
 bool DeletePrivateProfileKey(const std::string& Section, const std::string& Key,

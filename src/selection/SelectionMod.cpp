@@ -3,11 +3,14 @@
 #include "base/Arithmetic.h"
 #include "base/MsgBoxMod.h"
 #include "base/ViewState.h"
+#include "platform/PrivateProfile.h"
 #include "selection/DocumentFacts.h"
 #include "selection/ViewListener.h"
 #include "settings/STD1.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace quoril {
 namespace {
@@ -59,17 +62,19 @@ bool AskHowToSelect(std::int32_t Need, std::int32_t Available, const std::string
     return true;
 }
 
-/// What differs is written, so that a repeated command costs no writing.
-void RecordPut(const char* Key, const std::string& Value) {
-    if (IniGet("Debug", Key, "") != Value)
-        IniPut("Debug", Key, Value);
-}
-
-/// The last selection handed to a command stands in the settings file, for support.
+/// The last selection handed to a command stands in the settings file, for support. It is written
+/// at once and only where it differs, so that a repeated command costs no writing.
 void SelectionRecord(const std::string& Operation) {
-    RecordPut("SelStart", std::to_string(SelStart));
-    RecordPut("SelEnd", std::to_string(SelEnd));
-    RecordPut("Operation", Operation);
+    const std::vector<std::pair<std::string, std::string>> Values = {
+        {"SelStart", std::to_string(SelStart)},
+        {"SelEnd", std::to_string(SelEnd)},
+        {"Operation", Operation}};
+    const bool Known = std::ranges::all_of(Values, [](const auto& Each) {
+        return IniGet("Debug", Each.first.c_str(), "") == Each.second;
+    });
+    // A file that cannot be written is no error: the settings of this session are not kept.
+    if (!Known)
+        (void)WritePrivateProfileStrings("Debug", Values, SettingsFileName());
 }
 
 void ToolsOff() noexcept {

@@ -177,6 +177,23 @@ TEST_F(PrivateProfile, AnyNameFindsAgainWhatItStored) {
     EXPECT_EQ(Get("I Know", "Size = 5"), "2"); // and none was lost on the way
 }
 
+TEST_F(PrivateProfile, SeveralValuesAreStoredInOneChange) {
+    Hold("[A]\nOne=1\nTwo=2\n");
+    EXPECT_TRUE(WritePrivateProfileStrings("A", {{"Two", "zwei"}, {"Three", " 3 "}}, File));
+    EXPECT_EQ(Get("A", "One"), "1");
+    EXPECT_EQ(Get("A", "Two"), "zwei");
+    EXPECT_EQ(Get("A", "Three"), " 3 ");
+    // The same again changes nothing, and so does one without a name among them.
+    struct stat Before {};
+    struct stat After {};
+    ASSERT_EQ(::stat(File.c_str(), &Before), 0);
+    EXPECT_TRUE(WritePrivateProfileStrings("A", {{"Two", "zwei"}, {"Three", " 3 "}}, File));
+    EXPECT_FALSE(WritePrivateProfileStrings("A", {{"Two", "2"}, {"=", "x"}}, File));
+    ASSERT_EQ(::stat(File.c_str(), &After), 0);
+    EXPECT_EQ(Before.st_ino, After.st_ino);
+    EXPECT_EQ(Get("A", "Two"), "zwei");
+}
+
 TEST_F(PrivateProfile, KeyWithoutANameIsNotStored) {
     EXPECT_FALSE(Put("General", "", "1"));
     EXPECT_FALSE(Put("General", " \t", "1"));
