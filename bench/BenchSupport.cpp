@@ -2,6 +2,7 @@
 
 #include "platform/FileHandle.h"
 #include "settings/STD1.h"
+#include "storage/FileMemoClass.h"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +12,9 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace quoril::bench {
@@ -99,6 +102,32 @@ void MakeWav(const std::string& FileName, std::int32_t Channels, std::int64_t Fr
         Done += static_cast<std::int64_t>(Bytes);
     }
     File.Close();
+}
+
+void DocumentInWorkFiles(const std::string& Samples, std::int32_t Frames) {
+    WaveStore = std::make_unique<FileMemoClass>();
+    WaveStore->WavFmtChannel = 2;
+    WaveStore->WavFmtFreq = 44100;
+    const std::int32_t Longest = DefaultBlockLen();
+    std::array<BlockCarrBuffClass, 2> Carriers;
+    for (BlockCarrBuffClass& Carrier : Carriers) {
+        const std::int32_t FileNo = WorkFileNew();
+        fs::create_hard_link(Samples, WorkFileTable[static_cast<std::size_t>(FileNo)].WorkFileName);
+        BlockSet Blocks;
+        for (std::int32_t Done = 0; Done < Frames; Done += Longest) {
+            const std::int32_t BlockNo = BlockNew(std::min(Longest, Frames - Done), BlockSilence);
+            BlockRec& Block = BlockTable[static_cast<std::size_t>(BlockNo)];
+            Block.BlockKind = BlockWorkFile;
+            Block.FileNo = FileNo;
+            Block.FilePos = 2 * Done + 1;
+            Block.BlockStart = Done + 1;
+            ++WorkFileTable[static_cast<std::size_t>(FileNo)].WorkFileUse;
+            Blocks.push_back(BlockNo);
+        }
+        Carrier.BuffBlocksPutFresh(std::move(Blocks));
+    }
+    WaveStore->WaveDataInsert(1, 0, &Carriers[0], &Carriers[1], "Fill", true);
+    WaveStore->UndoInfoReset();
 }
 
 void Report(const char* Name, double Value, const char* Unit, double Limit) {

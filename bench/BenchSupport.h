@@ -31,7 +31,11 @@ class BenchFolder {
 [[nodiscard]] std::int64_t PeakMemory();
 /// A canonical 16-bit WAV file at 44100 Hz. `Real`: with samples; otherwise one large hole.
 void MakeWav(const std::string& FileName, std::int32_t Channels, std::int64_t Frames, bool Real);
-/// One line of the report: name, value, unit, and the limit that it is held against.
+/// Makes `WaveStore` a stereo document of 44100 Hz whose samples lie in two work files. Both are
+/// second names of the file `Samples`, which holds `Frames` 16-bit samples and more.
+void DocumentInWorkFiles(const std::string& Samples, std::int32_t Frames);
+/// One line of the report: name, value, unit, and the limit that it is held against: at
+/// most that, or with a negative limit at least its size; 0 is none.
 void Report(const char* Name, double Value, const char* Unit, double Limit);
 
 } // namespace quoril::bench

@@ -1,0 +1,149 @@
+// One command over the whole of a file, as a user would run it: open, command, save. Beside the
+// steps' times it tells what its process took: memory, bytes read, and how the bar moved.
+#include "BenchSupport.h"
+#include "audiofile/OpenSaveClass.h"
+#include "base/MsgBoxMod.h"
+#include "base/ProgressReport.h"
+#include "base/ViewState.h"
+#include "effects/TransformCommands.h"
+#include "effects/VolumeCommands.h"
+#include "storage/FileMemoClass.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+using namespace quoril;
+using namespace quoril::bench;
+
+struct NamedCommand {
+    const char* Name;
+    void (*Run)();
+};
+constexpr std::array Commands = {
+    NamedCommand{"volume-50", [] { AdjustVolume(16); }},
+    NamedCommand{"fade-out", [] { AdjustVolume(4); }},
+    NamedCommand{"fade-in", [] { AdjustVolume(5); }},
+    NamedCommand{"maximize", [] { OptimizeVolume(3); }},
+    NamedCommand{"reverse", [] { WaveReverse(); }},
+    NamedCommand{"invert", [] { WaveInvert(); }},
+    NamedCommand{"nothing", [] {}},
+};
+
+/// Tells how often and how regularly the bar moved.
+class WatchedProgress final : public ProgressReport {
+  public:
+    WatchedProgress() { SetProgressReport(this); }
+    ~WatchedProgress() override { SetProgressReport(nullptr); }
+    WatchedProgress(const WatchedProgress&) = delete;
+    WatchedProgress& operator=(const WatchedProgress&) = delete;
+    void SetVisible(bool) override { Moved(); }
+    void SetBarColor1(std::uint32_t) override {}
+    void SetCurrentProgress(float Value) override {
+        Current = Value;
+        ++Moves;
+        Moved();
+    }
+    [[nodiscard]] float CurrentProgress() const override { return Current; }
+    void BlinkLamp() override {}
+
+    void Begin() {
+        Moves = 0;
+        Longest = 0;
+        Last = Clock::now();
+    }
+    std::int64_t Moves = 0;
+    double Longest = 0; ///< seconds between two moves
+
+  private:
+    using Clock = std::chrono::steady_clock;
+    void Moved() {
+        const auto Now = Clock::now();
+        Longest = std::max(Longest, std::chrono::duration<double>(Now - Last).count());
+        Last = Now;
+    }
+    Clock::time_point Last = Clock::now();
+    float Current = 0;
+};
+
+/// One step: its seconds, and how the bar moved in it.
+void Step(const char* Name, WatchedProgress& Progress, const std::function<void()>& What) {
+    const std::int64_t Before = BytesRead();
+    Progress.Begin();
+    const double Seconds = SecondsOf(What);
+    std::printf("%s\t%.6f\t%lld\t%lld\t%.6f\n", Name, Seconds,
+                static_cast<long long>(BytesRead() - Before),
+                static_cast<long long>(Progress.Moves), Progress.Longest);
+}
+
+constexpr std::int32_t WorkFileFrames = 500000000; // 2 GB
+
+void Open(const BenchFolder& Folder, const std::string& In) {
+    if (In == "--work-files") {
+        MakeWav(Folder.Path("samples"), 1, WorkFileFrames, true);
+        DocumentInWorkFiles(Folder.Path("samples"), WorkFileFrames);
+        return;
+    }
+    WaveStore = std::make_unique<FileMemoClass>();
+    bool Result = false;
+    OpenSaveClass().FileLoadWave(*WaveStore, In, Result);
+    if (!Result)
+        throw std::runtime_error("the file could not be opened");
+}
+
+int RunOne(const NamedCommand& Command, const std::string& In, const std::string& Out) {
+    const BenchFolder Folder;
+    WatchedProgress Progress;
+    Step("open", Progress, [&] { Open(Folder, In); });
+    SelBoth = true;
+    SelStart = 1;
+    SelEnd = WaveStore->WavWaveINos;
+    const bool Changes = std::strcmp(Command.Name, "nothing") != 0;
+    Step("command", Progress, Command.Run);
+    if (Changes && WaveStore->UndoCount() == 0)
+        throw std::runtime_error("the command did nothing");
+    if (!Out.empty()) {
+        Step("save", Progress, [&] {
+            if (!OpenSaveClass().FileWriteWave(*WaveStore, Out))
+                throw std::runtime_error("the file could not be written");
+        });
+    } else if (Changes) {
+        Step("undo", Progress, [] { WaveStore->Undo(); });
+    }
+    std::printf("peak\t%lld\n", static_cast<long long>(PeakMemory()));
+    std::printf("budget\t%d\n", MemoryBudget);
+    std::fflush(stdout);
+    WaveStore.reset();
+    return 0;
+}
+
+} // namespace
+
+// quoril_command_bench COMMAND IN [OUT]: with OUT the result is saved there; without, the command
+// is undone. One line for each step: name, seconds, bytes read, moves of the bar, the longest time
+// in seconds without one. With "--work-files" as IN a document of 2 GB in work files is made.
+int main(int argc, char** argv) {
+    MemoryBudget = 536870912;
+    if (const char* const Given = std::getenv("QUORIL_BENCH_BUDGET"))
+        MemoryBudget = std::atoi(Given);
+    for (const NamedCommand& Each : Commands)
+        if (argc >= 3 && argv[1] == std::string(Each.Name))
+            try {
+                return RunOne(Each, argv[2], argc > 3 ? argv[3] : "");
+            } catch (const std::exception& Why) {
+                std::fprintf(stderr, "%s\n", Why.what());
+                return 1;
+            }
+    std::fprintf(stderr, "usage: quoril_command_bench COMMAND IN [OUT], COMMAND one of:\n");
+    for (const NamedCommand& Each : Commands)
+        std::fprintf(stderr, "    %s\n", Each.Name);
+    return 2;
+}
