@@ -9,6 +9,7 @@
 #include "base/ProgramTitle.h"
 #include "base/QtText.h"
 #include "base/ViewState.h"
+#include "bookmarks/BookmarkEditMod.h"
 #include "bookmarks/BookmarkRec.h"
 #include "edit/LapMod.h"
 #include "edit/LengthCommands.h"
@@ -128,6 +129,12 @@ void WireLengthCommands(WaveEditor_Frm& Window) {
     Register("Edit_Lap_Mnu", EditLap);
     Register("Insert_Silence_Mnu", InsertSilence);
     Register("Format_Size_Mnu", ChangeSize);
+}
+
+void WireBookmarkCommands(WaveEditor_Frm& Window) {
+    for (const std::int32_t Index : {0, 1, 2, 3})
+        Window.Commands.Set("Bookmark_Add_Mnu_" + std::to_string(Index),
+                            [Index] { RunCommand({}, [Index] { BookmarkAdd(Index); }); });
 }
 
 void WireToolCommands(WaveEditor_Frm& Window) {

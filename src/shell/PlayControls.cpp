@@ -4,6 +4,7 @@
 #include "base/DocumentState.h"
 #include "base/PlayState.h"
 #include "base/QtText.h"
+#include "bookmarks/BookmarkEditMod.h"
 #include "playback/PlayMod.h"
 #include "playback/PlaySpeed.h"
 #include "selection/DurationText.h"
@@ -54,7 +55,13 @@ void TipNowAndThen() {
 }
 
 void HotKey(PlayHotKeys Key) {
-    quoril::RunCommand("Play failed", [Key] { PlayHotKey(Key, {}); });
+    quoril::RunCommand("Play failed", [Key] {
+        PlayHotKey(Key, [](BookmarkRec& Bookmark) {
+            bool Ok = false;
+            BookmarkEdit(BookmarkAsItStands, Bookmark, Ok);
+            return Ok;
+        });
+    });
 }
 
 } // namespace
@@ -120,6 +127,9 @@ bool PlayControls::eventFilter(QObject* Watched, QEvent* Event) {
         return true;
     case Qt::Key_Backspace:
         HotKey(HotKeyBackspace);
+        return true;
+    case Qt::Key_Equal:
+        HotKey(HotKeyEqual);
         return true;
     default:
         return QObject::eventFilter(Watched, Event);
@@ -212,8 +222,10 @@ void PlayControls::ShowSpeedBox(std::int32_t ValueFor, std::int32_t ValueRev) {
 int PlayControls::SpeedBoxTop() const {
     const int BelowToolbars = Window.TopFrame->geometry().bottom() + SpeedBoxEdge;
     // The scale of a stereo document lies between the panels; the box leaves it free if it can.
-    const QRect Scale = Window.ScalePic->geometry();
-    if (WaveStore->WavFmtChannel == 2 && Scale.top() < BelowToolbars + SpeedBoxPic->height())
+    const QRect Scale(Window.ScalePic->mapTo(SpeedBoxPic->parentWidget(), QPoint()),
+                      Window.ScalePic->size());
+    if (WaveStore->WavFmtChannel == 2 &&
+        Scale.top() < BelowToolbars + SpeedBoxPic->sizeHint().height())
         return Scale.bottom() + SpeedBoxEdge;
     return BelowToolbars;
 }

@@ -216,6 +216,7 @@ void WEditorClass::MakeMainWindow() {
     WireUndoCommands(*Window);
     WireLengthCommands(*Window);
     WireEffectCommands(*Window);
+    WireBookmarkCommands(*Window);
     WireToolCommands(*Window);
     WireWebLinks(*Window, QUORIL_WEB_SITE);
     Playing = std::make_unique<PlayControls>(*Window);
@@ -287,12 +288,12 @@ bool WEditorClass::UnsavedWorkSettled() {
                       MsgBoxAnswer::No);
     };
     if (WaveChanged) {
-        const bool Bookmarks = BookmarkChanged;
+        const bool BookmarksBefore = BookmarkChanged;
         const MsgBoxAnswer Answer = Ask("The current waveform is changed.");
         if (Answer == MsgBoxAnswer::Yes && !Files->Save(false)) {
             // What is not in the file is still unsaved work at the next attempt to close.
             WaveChanged = true;
-            BookmarkChanged = Bookmarks;
+            BookmarkChanged = BookmarksBefore;
             return false;
         }
         return Answer != MsgBoxAnswer::Cancel;

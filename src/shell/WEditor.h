@@ -2,6 +2,7 @@
 #pragma once
 
 #include "playback/PlayerComponent.h"
+#include "shell/BokMrkEdtFrm.h"
 #include "shell/ChkDskSpcFrm.h"
 #include "shell/CommandWiring.h"
 #include "shell/CopyPasteWiring.h"
@@ -122,6 +123,7 @@ class WEditorClass {
     EntDurAsker DurationQuestions;
     ChkDskSpcAsker DiskSpaceQuestions;
     LapAsker LapQuestions;
+    BokMrkEdtAsker BookmarkQuestions;
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;
     std::unique_ptr<WaveEditor_Frm> Window;
