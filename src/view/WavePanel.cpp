@@ -1,6 +1,7 @@
 #include "view/WavePanel.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace quoril {
@@ -19,22 +20,42 @@ void WavePanel::TakeSnapshot() {
         WaveBak_Pic = QImage(Now.size(), Now.format());
     // Into the memory that is there: a fresh image of this size costs more than the copy.
     std::memcpy(WaveBak_Pic.bits(), Now.constBits(), std::size_t(Now.sizeInBytes()));
+    InvertedFirst = InvertedPast = 0;
 }
 
 void WavePanel::ShowInverted(int First, int Past) {
-    QImage& Shown = Picture();
+    const QImage& Shown = Picture();
     if (WaveBak_Pic.size() != Shown.size())
         return;
-    constexpr QRgb Inverted = 0x00FFFFFF;
     First = std::clamp(First, 0, Shown.width());
     Past = std::clamp(Past, First, Shown.width());
+    const auto [LeftFrom, LeftTo] = std::minmax({InvertedFirst, First});
+    const auto [RightFrom, RightTo] = std::minmax({InvertedPast, Past});
+    InvertedFirst = First;
+    InvertedPast = Past;
+    // Every column that is in one of the two bands only lies between their left or right edges.
+    Invert(LeftFrom, LeftTo);
+    Invert(RightFrom, RightTo);
+}
+
+/// Draws columns as the band has them now.
+void WavePanel::Invert(int From, int To) {
+    if (From >= To)
+        return;
+    constexpr QRgb Inverted = 0x00FFFFFF;
+    QImage& Shown = Picture();
+    const int First = std::clamp(InvertedFirst, From, To);
+    const int Past = std::clamp(InvertedPast, First, To);
     for (int Row = 0; Row < Shown.height(); ++Row) {
-        auto* To = reinterpret_cast<QRgb*>(Shown.scanLine(Row));
-        std::memcpy(To, WaveBak_Pic.constScanLine(Row), std::size_t(Shown.width()) * sizeof(QRgb));
+        const auto* Finished = reinterpret_cast<const QRgb*>(WaveBak_Pic.constScanLine(Row));
+        auto* Line = reinterpret_cast<QRgb*>(Shown.scanLine(Row));
+        std::copy(Finished + From, Finished + To, Line + From);
         for (int Column = First; Column < Past; ++Column)
-            To[Column] ^= Inverted;
+            Line[Column] ^= Inverted;
     }
-    update();
+    const int Left = int(std::floor(From / PixelRatio()));
+    const int Right = int(std::ceil(To / PixelRatio()));
+    update(QRect(Left, InnerRect().top(), Right - Left, InnerRect().height()));
 }
 
 } // namespace quoril

@@ -14,7 +14,8 @@ class WavePanel final : public PicturePanel {
     /// Keeps the present picture as the finished one.
     void TakeSnapshot();
 
-    /// Shows the finished picture with the columns from `First` to before `Past` inverted.
+    /// Shows the finished picture with the columns from `First` to before `Past` inverted. Only
+    /// columns that change are drawn; whatever else was drawn since the last refresh stays.
     void ShowInverted(int First, int Past);
 
     /// The finished picture of the last refresh, without mouse feedback. Null before the first.
@@ -23,7 +24,11 @@ class WavePanel final : public PicturePanel {
     PanelLine* PlayPosShp; ///< shows the play position
 
   private:
+    void Invert(int From, int To);
+
     int ChannelIndex;
+    int InvertedFirst = 0; // the columns that are inverted now
+    int InvertedPast = 0;
 };
 
 } // namespace quoril
