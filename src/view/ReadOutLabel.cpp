@@ -3,7 +3,6 @@
 #include "view/PicturePanel.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -64,12 +63,15 @@ void ReadOutLabel::paintEvent(QPaintEvent*) {
     const double X = Inner.left() + (alignment() & Qt::AlignRight ? Room : 0);
     const double Y = Inner.top() + (Inner.height() - Metrics.height()) / 2.0 + Metrics.ascent();
     if (Contrast(Back, Front) < ReadableContrast) {
-        // In black or white, whichever stands out against the letters.
-        QPainterPath Path;
-        Path.addText(X, Y, font(), text());
+        // In black or white, whichever stands out against the letters. Letters around the letters:
+        // the curves that a font gives for a text are not the same to the last bit each time, and
+        // a value that is back must look as it did.
         const bool Dark = Contrast(Front, Qt::black) > Contrast(Front, Qt::white);
-        Painter.strokePath(Path, QPen(Dark ? Qt::black : Qt::white, 2.4, Qt::SolidLine,
-                                      Qt::RoundCap, Qt::RoundJoin));
+        Painter.setPen(Dark ? Qt::black : Qt::white);
+        for (const int Right : {-1, 0, 1})
+            for (const int Down : {-1, 0, 1})
+                if (Right != 0 || Down != 0)
+                    Painter.drawText(QPointF(X + Right, Y + Down), text());
     }
     Painter.setPen(Front);
     Painter.drawText(QPointF(X, Y), text());
