@@ -4,6 +4,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QRegion>
+#include <QSinglePointEvent>
 
 #include <cmath>
 
@@ -53,6 +54,13 @@ QRect PicturePanel::InnerRect() const {
 QPoint PicturePanel::PixelAt(const QPointF& MousePos) const {
     return {int(std::floor(MousePos.x() * PixelRatio())),
             int(std::floor((MousePos.y() - EdgeAbove) * PixelRatio()))};
+}
+
+QPointF PicturePanel::PlaceOf(const QSinglePointEvent& Event) const {
+    const QPointF Rounded = Event.position();
+    const QPointF Exact = mapFrom(window(), Event.scenePosition());
+    // An event that a program has made tells the place in the widget for that in the window, too.
+    return (Exact - Rounded).manhattanLength() <= 1 ? Exact : Rounded;
 }
 
 void PicturePanel::SetBackColor(std::int32_t Color) {

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cstdint>
 
+class QSinglePointEvent;
+
 namespace quoril {
 
 /// A widget that shows an image. One pixel of the image is one pixel of the screen at every scale
@@ -32,6 +34,9 @@ class PicturePanel : public QWidget {
     [[nodiscard]] double PixelRatio() const { return devicePixelRatioF(); }
     /// Where a mouse position lies in the picture.
     [[nodiscard]] QPoint PixelAt(const QPointF& MousePos) const;
+    /// Where an event of the mouse happened on the widget, to the pixel of the screen. The toolkit
+    /// rounds the place in a widget to whole pixels of the window system, but not that in a window.
+    [[nodiscard]] QPointF PlaceOf(const QSinglePointEvent& Event) const;
 
     /// The background, taken by the next Clear. 0x00BBGGRR.
     void SetBackColor(std::int32_t Color);

@@ -91,13 +91,12 @@ bool StripMouse::eventFilter(QObject* Watched, QEvent* Event) {
 void StripMouse::Turn(const QWidget& Strip, const QWheelEvent& Event) {
     if (Scroll.IsDragging())
         return;
-    const QPointF Place = Event.position();
-    if (&Strip == Window.ScalePic)
-        Wheel.Turn(Event, Window.ScalePic->PixelAt(Place).x() / Window.Wave_Pic[1]->ScaleSpan());
+    const PicturePanel& ScaleStrip = *Window.ScalePic;
+    if (&Strip == &ScaleStrip)
+        Wheel.Turn(Event, ScaleStrip.PixelAt(ScaleStrip.PlaceOf(Event)).x() /
+                              Window.Wave_Pic[1]->ScaleSpan());
     else
-        Wheel.Turn(Event,
-                   BarAcross(Bar(), BarPixel(&Strip == Window.HScrollPic ? Place.x()
-                                                                         : Place.x() + Strip.x())));
+        Wheel.Turn(Event, BarAcross(Bar(), BarPixel(Event)));
 }
 
 // ---- Time scale
@@ -120,7 +119,7 @@ void StripMouse::ScalePress(const QMouseEvent& Event) {
     const std::int32_t Total = Window.Facts().Total;
     if (Total < 1)
         return;
-    const std::int32_t Position = ScalePosition(Event.position());
+    const std::int32_t Position = ScalePosition(Window.ScalePic->PlaceOf(Event));
     if (Event.button() == Qt::LeftButton) {
         Scale.Press(Position);
         Scale.MoveWait = true;
@@ -139,8 +138,8 @@ void StripMouse::ScaleMove(const QMouseEvent& Event) {
     const std::int32_t Total = Window.Facts().Total;
     if (Scale.MoveWait || Total < 1)
         return;
-    const std::int32_t Position = ScalePosition(Event.position());
-    OnScaleAt = Event.position();
+    const std::int32_t Position = ScalePosition(Window.ScalePic->PlaceOf(Event));
+    OnScaleAt = Window.ScalePic->PlaceOf(Event);
     ShowScalePosition(Position);
     if (Scale.Drag(Position, Total))
         Window.RefreshPlayScale();
@@ -149,7 +148,8 @@ void StripMouse::ScaleMove(const QMouseEvent& Event) {
 void StripMouse::ScaleRelease(const QMouseEvent& Event) {
     if (!Scale.IsDown())
         return;
-    const ScaleDeed Deed = Scale.Release(ScalePosition(Event.position()), Window.Facts().Total);
+    const ScaleDeed Deed =
+        Scale.Release(ScalePosition(Window.ScalePic->PlaceOf(Event)), Window.Facts().Total);
     RefreshStrips();
     Follow(Deed);
 }
@@ -208,12 +208,12 @@ ScrollBar StripMouse::Bar() const {
     return {Window.ScrollEdge, Window.HScrollPic->ScaleWidth(), Window.Facts().Total};
 }
 
-double StripMouse::BarPixel(double X) const {
-    return Window.HScrollPic->PixelAt(QPointF(X, 0)).x();
+double StripMouse::BarPixel(const QSinglePointEvent& Event) const {
+    return Window.HScrollPic->PixelAt(Window.HScrollPic->PlaceOf(Event)).x();
 }
 
 bool StripMouse::OnBar(const QMouseEvent& Event) {
-    const double X = BarPixel(Event.position().x());
+    const double X = BarPixel(Event);
     if (Event.type() == QEvent::MouseMove) {
         BarMove(Event, X);
         return true;
@@ -250,7 +250,7 @@ void StripMouse::BarMove(const QMouseEvent& Event, double X) {
 bool StripMouse::OnArrow(const QMouseEvent& Event, const ArrowImage& Arrow, int Index) {
     const double X = Event.position().x();
     if (Event.type() == QEvent::MouseMove) {
-        BarMove(Event, BarPixel(X + Arrow.x()));
+        BarMove(Event, BarPixel(Event));
         Window.StatusGuide(ArrowHint);
     } else if (IsPress(Event) && Window.Facts().Total > 0) {
         ArrowShift(Index, std::floor(X), Arrow.width());

@@ -11,6 +11,7 @@
 #include <optional>
 
 class QMouseEvent;
+class QSinglePointEvent;
 class QTimer;
 class QWheelEvent;
 class QWidget;
@@ -47,7 +48,8 @@ class StripMouse final : public QObject {
 
     bool OnBar(const QMouseEvent& Event);
     void BarMove(const QMouseEvent& Event, double X);
-    [[nodiscard]] double BarPixel(double X) const;
+    /// The pixel of the bar under an event on it or on an arrow.
+    [[nodiscard]] double BarPixel(const QSinglePointEvent& Event) const;
     [[nodiscard]] ScrollBar Bar() const;
 
     bool OnArrow(const QMouseEvent& Event, const ArrowImage& Arrow, int Index);

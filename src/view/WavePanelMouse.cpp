@@ -110,9 +110,9 @@ bool WavePanelMouse::PanelEvent(WavePanel& Panel, QEvent* Event) {
 void WavePanelMouse::Press(WavePanel& Panel, const QMouseEvent& Event) {
     if (Mouse.Hold() == MouseHold::None) {
         Under = &Panel;
-        At = Event.position();
+        At = Panel.PlaceOf(Event);
     }
-    const double X = Panel.PixelAt(Event.position()).x();
+    const double X = Panel.PixelAt(Panel.PlaceOf(Event)).x();
     const std::int32_t Button = ButtonOf(Event.button());
     if (Event.type() == QEvent::MouseButtonDblClick)
         Mouse.DoubleClick(Panel.Channel(), X, Button);
@@ -131,7 +131,7 @@ void WavePanelMouse::Move(WavePanel& Panel, const QMouseEvent& Event) {
     if (Mouse.MoveWait)
         return;
     Under = &Panel;
-    At = Event.position();
+    At = Panel.PlaceOf(Event);
     ShowReadOut();
     ShowLines();
     ShowZoomTip();
@@ -140,7 +140,7 @@ void WavePanelMouse::Move(WavePanel& Panel, const QMouseEvent& Event) {
 }
 
 void WavePanelMouse::Release(WavePanel& Panel, const QMouseEvent& Event) {
-    Mouse.Release(Panel.PixelAt(Event.position()).x(), ButtonOf(Event.button()));
+    Mouse.Release(Panel.PixelAt(Panel.PlaceOf(Event)).x(), ButtonOf(Event.button()));
     if (Mouse.Hold() == MouseHold::None)
         MouseMoveWaitTimer->stop();
 }
@@ -171,7 +171,7 @@ void WavePanelMouse::Clear() {
 
 void WavePanelMouse::Turn(const WavePanel& Panel, const QWheelEvent& Event) {
     if (Mouse.Hold() != MouseHold::Pan)
-        Wheel.Turn(Event, Panel.PixelAt(Event.position()).x() / Panel.ScaleSpan());
+        Wheel.Turn(Event, Panel.PixelAt(Panel.PlaceOf(Event)).x() / Panel.ScaleSpan());
 }
 
 // ---- What follows the mouse

@@ -112,6 +112,13 @@ TEST_F(BandDisplayTest, PlacesBesideTheDocumentAreSilent) {
     EXPECT_EQ(Shown(), Expected(0, 1));
 }
 
+TEST_F(BandDisplayTest, SilenceIsAnEmptyPicture) {
+    Source.Left.assign(16000, 0);
+    Move(Panel(), 0.5);
+    EXPECT_EQ(Source.Stretches.size(), 1U);
+    EXPECT_TRUE(IsEmpty());
+}
+
 TEST_F(BandDisplayTest, ARunKeepsItBusyForATenthOfASecondAndThenShowsTheLastPlace) {
     EXPECT_EQ(Timer()->interval(), 100);
     EXPECT_TRUE(Timer()->isSingleShot());

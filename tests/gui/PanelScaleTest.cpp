@@ -4,10 +4,15 @@
 #include "view/WavePanel.h"
 
 #include <QApplication>
+#include <QBackingStore>
+#include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPixmap>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
 
 namespace quoril {
 namespace {
@@ -60,6 +65,22 @@ TEST(PanelScale, EdgesLieAboveAndBelowThePicture) {
     EXPECT_EQ(Panel.PixelAt(QPointF(10, 4)), QPoint(static_cast<int>(std::floor(10 * Scale)), 0));
 }
 
+TEST(PanelScale, APlaceOfTheMouseIsExactToThePixelOfTheScreen) {
+    QWidget Top;
+    PicturePanel Panel("panel", &Top);
+    Panel.setGeometry(7, 20, 100, 50);
+    Top.resize(200, 100);
+    Top.show();
+    // As the toolkit tells it: rounded in the widget, exact in the window.
+    const QPointF InWindow(7 + 41 / Scale, 20 + 13 / Scale);
+    const QPointF InPanel = (InWindow - QPointF(7, 20)).toPoint();
+    QMouseEvent Event(QEvent::MouseMove, InPanel, InWindow, InPanel, Qt::NoButton, {}, {});
+    EXPECT_EQ(Panel.PixelAt(Panel.PlaceOf(Event) + QPointF(1e-6, 1e-6)), QPoint(41, 13));
+    // An event that was made for the panel alone.
+    QMouseEvent Made(QEvent::MouseMove, QPointF(60, 30), QPointF(60, 30), Qt::NoButton, {}, {});
+    EXPECT_EQ(Panel.PlaceOf(Made), QPointF(60, 30));
+}
+
 TEST(PanelScale, ALineCoversItsColumnOfThePicture) {
     WavePanel Panel(2, nullptr);
     Panel.resize(120, 64);
@@ -86,6 +107,86 @@ TEST(PanelScale, ALineLeftOfThePanelIsOutOfSight) {
     const QImage Screen = Shown(Panel);
     for (int X = 0; X < Screen.width(); ++X)
         EXPECT_NE(QColor(Screen.pixel(X, 20)), QColor(Qt::green)) << X;
+}
+
+/// Widths of what is painted on a panel, in pixels of the window system.
+class PaintWatch final : public QObject {
+  public:
+    int Width = 0;
+
+  protected:
+    bool eventFilter(QObject* Watched, QEvent* Event) override {
+        if (Event->type() == QEvent::Paint)
+            Width += static_cast<QPaintEvent*>(Event)->rect().width();
+        return QObject::eventFilter(Watched, Event);
+    }
+};
+
+/// A panel on the screen with a picture of many colours.
+class BandTest : public ::testing::Test {
+  protected:
+    BandTest() {
+        Panel.resize(120, 64);
+        Draw(1);
+        Panel.show();
+        QApplication::processEvents();
+    }
+    void Draw(unsigned Seed) {
+        QImage& Picture = Panel.Picture();
+        for (int Y = 0; Y < Picture.height(); ++Y)
+            for (int X = 0; X < Picture.width(); ++X)
+                Picture.setPixel(X, Y, 0xFF000000 + Seed * unsigned(X) * 977 + unsigned(Y) * 3);
+        Panel.update();
+        Panel.TakeSnapshot();
+    }
+    /// What has been painted on the screen, with nothing painted for the question.
+    QImage OnScreen() {
+        QApplication::processEvents();
+        const auto* Screen = dynamic_cast<QImage*>(Panel.backingStore()->paintDevice());
+        return Screen == nullptr ? QImage() : Screen->convertToFormat(QImage::Format_RGB32);
+    }
+    /// The finished picture with one band in it.
+    QImage With(int First, int Past) const {
+        QImage Picture = Panel.WaveBak_Pic.copy();
+        for (int Y = 0; Y < Picture.height(); ++Y)
+            for (int X = std::max(First, 0); X < std::min(Past, Picture.width()); ++X)
+                Picture.setPixel(X, Y, Picture.pixel(X, Y) ^ 0x00FFFFFF);
+        return Picture;
+    }
+
+    WavePanel Panel{1, nullptr};
+};
+
+TEST_F(BandTest, IsOnTheScreenWhateverBandWasThereBefore) {
+    const int Width = Panel.ScaleWidth();
+    std::minstd_rand Random(5);
+    for (int Round = 0; Round < 60; ++Round) {
+        const int First = int(Random() % unsigned(Width + 20)) - 10;
+        const int Past = First + int(Random() % 3) * int(Random() % unsigned(Width));
+        SCOPED_TRACE(testing::Message() << "round " << Round << ": " << First << " to " << Past);
+        Panel.ShowInverted(First, Past);
+        ASSERT_EQ(Panel.Picture(), With(First, Past));
+        ASSERT_EQ(OnScreen(), With(First, Past));
+        if (Round % 20 == 19) {
+            Draw(unsigned(Round));
+            ASSERT_EQ(OnScreen(), With(0, 0));
+        }
+    }
+}
+
+TEST_F(BandTest, PaintsOnlyTheColumnsThatChange) {
+    Panel.ShowInverted(10, 60);
+    QApplication::processEvents();
+    PaintWatch Watch;
+    Panel.installEventFilter(&Watch);
+    Panel.ShowInverted(10, 64);
+    QApplication::processEvents();
+    EXPECT_GE(Watch.Width, 1);
+    EXPECT_LE(Watch.Width, 6);
+    Panel.ShowInverted(10, 64);
+    Watch.Width = 0;
+    QApplication::processEvents();
+    EXPECT_EQ(Watch.Width, 0);
 }
 
 TEST(PanelScale, AChangedSizeGivesAClearedPictureOfThatSize) {
