@@ -72,6 +72,7 @@ UserGuideFrm::UserGuideFrm(const GuideTip& Tip, QWidget* Parent)
     Bottom->addStretch();
     Bottom->addWidget(OkBtn);
     auto* Column = new QVBoxLayout(this);
+    Column->setContentsMargins(14, 12, 14, 12);
     Column->setSpacing(14);
     Column->addLayout(Top, 1);
     Column->addLayout(Bottom);
