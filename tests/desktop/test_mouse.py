@@ -1,114 +1,103 @@
-"""The mouse over the wave panels of the real window: select, adjust, zoom, scroll, pan. What is
-selected is told by the length of the part that is saved, what is in view by the picture."""
+"""Selecting with the mouse over the wave panels and the time scale of the real window."""
 
 import unittest
-import wave
 
-from desktop_test import DesktopTest
-from virtual_desktop import picture_digest, wait_until
-
-# A hand holds the button for a while before it moves; a quicker move counts as a shaky click.
-HOLD = ("sleep", "0.2")
-# In the upper wave panel, from the upper edge of the window.
-PANEL_Y = 230
-# Both wave panels and the scale between them: width, height, left and upper edge.
-PANELS = "1000x400+0+100"
-# Beside the buttons, from the right and the upper edge.
-AWAY = (30, 40)
+from gestures import HOLD, LABELS, SCALE, GestureTest
 
 
-class Mouse(DesktopTest):
-    def setUp(self):
-        super().setUp()
-        self.file = self.demonstration_sound()
-        with wave.open(str(self.file)) as sound:
-            self.frames = sound.getnframes()
-        self.editor, self.window = self.start_editor(self.file)
-        self.xdotool("windowactivate", "--sync", self.window.id)
-        shape = dict(line.split("=") for line in self.xdotool(
-            "getwindowgeometry", "--shell", self.window.id).split())
-        self.width = int(shape["WIDTH"])
+class Select(GestureTest):
+    def selects(self, name, first, last, gesture):
+        """A gesture leads to the labels and the picture of that selection, and to its sound."""
+        wanted = self.typed((first, last))
+        gesture()
+        self.shows(wanted)
+        self.assert_saved(name, first, last)
+        self.reset()
 
-    def xdotool(self, *words):
-        return self.desktop.run("xdotool", *map(str, words))
+    def test_drag(self):
+        self.selects("right", self.sample(200), self.sample(500), lambda: self.drag(200, 500))
+        self.selects("left", self.sample(300), self.sample(700), lambda: self.drag(700, 300))
 
-    def keys(self, *keys):
-        self.xdotool("key", "--clearmodifiers", *keys)
+    def test_two_clicks_and_adjust(self):
+        def clicks():
+            self.click(800)
+            self.click(600)
+        self.selects("clicks", self.sample(600), self.sample(800), clicks)
 
-    def to(self, share):
-        """The words that move the mouse to a share of the panel's width."""
-        return ["mousemove", "--window", self.window.id, round(share * (self.width - 1)), PANEL_Y]
+        def adjusted():
+            clicks()
+            self.click(710, 3) # nearer to the end
+            self.click(500, 3) # nearer to the start
+        self.selects("adjusted", self.sample(500), self.sample(710), adjusted)
 
-    def click(self, share, button=1):
-        self.xdotool(*self.to(share), "click", button)
+    def test_double_click_selects_all(self):
+        def twice():
+            self.xdotool(*self.to(400), "click", "--repeat", 2, "--delay", 40, 1)
+        self.keys("ctrl+a")
+        wanted = self.picture()
+        self.reset()
+        twice()
+        self.shows(wanted)
+        self.assert_saved("all", 1, self.total)
 
-    def drag(self, start, end):
-        self.xdotool(*self.to(start), "mousedown", 1, *HOLD, *self.to((start + end) / 2),
-                     *HOLD, *self.to(end), *HOLD, "mouseup", 1)
+    def test_the_tools_for_start_and_end(self):
+        def start():
+            self.drag(300, 600)
+            self.keys("alt+s", "t")
+            self.click(450)
+        self.selects("start", self.sample(450), self.sample(600), start)
 
-    def picture(self):
-        """What tells a steady picture of the panels, with the mouse away from them."""
-        self.xdotool("mousemove", "--window", self.window.id, self.width - AWAY[0], AWAY[1])
-        path = self.picture_of(self.window)
-        self.desktop.run("mogrify", "-crop", PANELS, "+repage", path)
-        return picture_digest(path)
+        def end():
+            self.keys("alt+s", "e")
+            self.click(250)
+        self.selects("end", 1, self.sample(250), end)
 
-    def after(self, deed, *words):
-        """What tells the picture after a deed that changes it."""
-        before = self.picture()
-        deed(*words)
-        return wait_until(lambda: (new := self.picture()) != before and new,
-                          "another picture of the window")
-
-    def selected(self, name):
-        """The selected part of the sound, 0 to 1."""
-        self.keys("alt+f", "p")
-        title = "Select file name to to save selected"
-        dialog = self.desktop.wait_for_window(self.editor, lambda window: title in window.title)
-        self.xdotool("windowactivate", "--sync", dialog.id)
-        self.xdotool("type", "--clearmodifiers", self.folder / name)
-        self.keys("Return")
-        wait_until(lambda: not any(title in window.title
-                                   for window in self.desktop.windows(self.editor)),
-                   f"the end of the window {title}")
-        saved = self.folder / f"{name}.wav"
-        wait_until(saved.exists, f"the file {saved.name}")
-        with wave.open(str(saved)) as part:
-            return part.getnframes() / self.frames
-
-    def test_select_by_drag_by_two_clicks_and_adjust(self):
-        self.after(self.drag, 0.2, 0.5)
-        self.assertAlmostEqual(self.selected("dragged"), 0.3, delta=0.01)
-        self.after(self.click, 0.6, 3)
-        self.assertAlmostEqual(self.selected("adjusted"), 0.4, delta=0.01)
-        self.after(self.click, 0.8)
-        self.after(self.click, 0.7)
-        self.assertAlmostEqual(self.selected("clicked"), 0.1, delta=0.01)
-        self.after(self.xdotool, *self.to(0.4), "click", "--repeat", 2, "--delay", 40, 1)
-        self.assertEqual(self.selected("all"), 1)
-
-    def turn(self, share, button, *modifiers):
-        """Turns the wheel by one notch over a share of the panel's width."""
-        held = [word for key in modifiers for word in ("keydown", key)]
-        released = [word for key in modifiers for word in ("keyup", key)]
-        self.xdotool(*self.to(share), *held, "click", button, *released)
-
-    def test_zoom_by_two_clicks_turn_the_wheel_pan_and_go_back(self):
-        whole = self.picture()
-        self.keys("z")
-        self.click(0.2)
-        part = self.after(self.click, 0.6)
-        on = self.after(self.turn, 0.5, 5)
-        self.assertEqual(self.after(self.turn, 0.5, 4), part)
-        self.after(self.turn, 0.5, 4, "ctrl")
-        self.after(self.turn, 0.5, 5, "ctrl")
-        # A whole view to the left is more than there is: the view ends at the start of the sound.
-        start = self.after(self.turn, 0.5, 4, "shift")
-        self.assertEqual(len({whole, part, on, start}), 4)
-        self.keys("alt+v", "p")
-        self.after(self.drag, 0.6, 0.3)
+    def test_esc_takes_the_selection_away_but_not_in_a_drag(self):
+        self.drag(300, 600)
+        self.shows_something_else(self.whole)
         self.keys("Escape")
-        self.assertEqual(self.after(self.keys, "F5"), whole)
+        self.shows(self.whole)
+
+        def drag_with_keys():
+            self.xdotool(*self.to(250), "mousedown", 1, *HOLD, *self.to(400), "key", "Escape",
+                         *self.to(650), *HOLD, "mouseup", 1)
+        self.selects("held", self.sample(250), self.sample(650), drag_with_keys)
+
+    def test_a_drag_goes_on_outside_of_the_window(self):
+        def far():
+            self.xdotool(*self.to(400), "mousedown", 1, *HOLD, *self.to(700),
+                         "mousemove", 1279, 5, *HOLD, "mouseup", 1)
+        self.selects("far", self.sample(400), self.total, far)
+
+    def test_a_drag_ends_when_another_window_takes_the_keyboard(self):
+        other, front = self.start_editor()
+        # Down to the corner, so that the labels of the first one stay in sight.
+        self.xdotool("windowmove", "--sync", front.id, 1100, 720,
+                     "windowactivate", "--sync", self.window.id)
+        labels = self.picture(LABELS)
+        self.xdotool(*self.to(300), "mousedown", 1, *HOLD, *self.to(600), *HOLD)
+        self.xdotool("windowactivate", "--sync", front.id)
+        self.shows(labels, LABELS)
+        self.xdotool("mouseup", 1)
+        self.desktop.close(front)
+        self.assertEqual(other.wait(10), 1)
+        self.xdotool("windowactivate", "--sync", self.window.id)
+        self.shows(self.whole)
+
+    def test_a_drag_ends_when_a_dialog_comes_up(self):
+        self.xdotool(*self.to(300), "mousedown", 1, *HOLD, *self.to(600), *HOLD, "key", "ctrl+o")
+        dialog = self.desktop.wait_for_window(
+            self.editor, lambda window: window.title == "Select a Wave file to Open")
+        self.xdotool("mouseup", 1, "windowactivate", "--sync", dialog.id, "key", "Escape")
+        self.shows(self.whole)
+
+    def test_a_drag_on_the_scale_makes_the_play_selection(self):
+        first, last = self.sample(250), self.sample(640)
+        wanted = self.typed((first, last), part=LABELS)
+        self.drag(640, 250, SCALE)
+        self.keys("alt+s", "p")
+        self.shows(wanted, LABELS)
+        self.assert_saved("play", first, last)
 
 
 if __name__ == "__main__":
