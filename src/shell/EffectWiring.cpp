@@ -1,3 +1,4 @@
+#include "effects/ChannelMix.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
 #include "shell/CommandWiring.h"
@@ -33,6 +34,7 @@ void WireEffectCommands(WaveEditor_Frm& Window) {
     Commands.Set("Wave_MoveUpDn_Mnu", &WaveMoveUpDown);
     Commands.Set("Wave_MoveFoBk_Mnu", &WaveMoveForwardBack);
     Commands.Set("Interchange_Mnu", &InterchangeChannels);
+    Commands.Set("ChannelMixMnu", &ChannelMix);
 }
 
 } // namespace quoril

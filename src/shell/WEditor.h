@@ -4,6 +4,7 @@
 #include "playback/PlayerComponent.h"
 #include "shell/BokMrkEdtFrm.h"
 #include "shell/ChkDskSpcFrm.h"
+#include "shell/ChnMixFrm.h"
 #include "shell/CommandWiring.h"
 #include "shell/CopyPasteWiring.h"
 #include "shell/DesktopClipboard.h"
@@ -124,6 +125,7 @@ class WEditorClass {
     ChkDskSpcAsker DiskSpaceQuestions;
     LapAsker LapQuestions;
     BokMrkEdtAsker BookmarkQuestions;
+    ChnMixAsker ChnMixQuestions;
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;
     std::unique_ptr<WaveEditor_Frm> Window;

@@ -12,6 +12,8 @@
 #include "settings/STD1.h"
 #include "storage/DiskSpaceGuardMod.h"
 #include "storage/FileMemoClass.h"
+#include "storage/StorageChecks.h"
+#include "support/FullDisk.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
 
@@ -32,7 +34,11 @@ class RecordingProgress final : public ProgressReport {
     RecordingProgress(const RecordingProgress&) = delete;
     RecordingProgress& operator=(const RecordingProgress&) = delete;
     void SetVisible(bool Visible) override { On = Visible; }
-    void SetBarColor1(std::uint32_t Color) override { BarColor = Color; }
+    void SetBarColor1(std::uint32_t Color) override {
+        BarColor = Color;
+        if (BarColor == 0x808000 && WhenComputing)
+            WhenComputing();
+    }
     void SetCurrentProgress(float Value) override {
         Current = Value;
         if (BarColor == 0x808000)
@@ -48,6 +54,7 @@ class RecordingProgress final : public ProgressReport {
     float Current = 0;
     float FailAt = -1;
     std::vector<float> Values;
+    std::function<void()> WhenComputing; ///< called when a command begins to compute
 };
 
 /// Counts the redraws.
@@ -157,15 +164,8 @@ class EffectTest : public ::testing::Test {
         SelStart = From;
         SelEnd = To;
     }
-    static Samples Channel(std::int32_t Number) {
-        Samples Result;
-        const std::int32_t Count = Number == 1 ? WaveStore->WaveNosL() : WaveStore->WaveNosR();
-        for (std::int32_t i = 1; i <= Count; ++i)
-            Result.push_back(Number == 1 ? WaveStore->WaveL(i) : WaveStore->WaveR(i));
-        return Result;
-    }
-    static Samples Left() { return Channel(1); }
-    static Samples Right() { return Channel(2); }
+    static Samples Left() { return ChannelSamples(*WaveStore, 1); }
+    static Samples Right() { return ChannelSamples(*WaveStore, 2); }
 
     /// Runs a command, expects what it makes of the channels under that undo name, and that one
     /// undo step takes it back to the sample.
@@ -205,6 +205,44 @@ class EffectTest : public ::testing::Test {
         EXPECT_FALSE(WaveChanged);
         ExpectQuiet();
         return Messages.TakeTexts();
+    }
+    /// Runs a command on a disk that is full from its computing on, each time with a little more
+    /// memory, until it gets through. Each time before, everything must be left as it was. Gives
+    /// the number of failures, which are all told under `Title`.
+    int FailuresOnAFullDisk(const std::function<void()>& Command, const std::string& Title) {
+        constexpr std::int32_t MoreMemory = 1000;
+        const FullDisk Work;
+        const std::int32_t GoodBudget = MemoryBudget;
+        int Failures = 0;
+        for (std::int32_t Spare = 0;; Spare += MoreMemory) {
+            Progress.WhenComputing = [&Work, Spare] {
+                Work.Fill();
+                MemoryBudget = MemoryUsed + Spare;
+            };
+            const Samples OldLeft = Left();
+            const Samples OldRight = Right();
+            const std::int32_t Records = WaveStore->UndoCount();
+            const std::string Caption = WaveStore->UndoMenu().Caption;
+            const int Redraws = View.Redraws;
+            WaveChanged = false;
+            (void)Messages.TakeTexts();
+            Command();
+            Progress.WhenComputing = nullptr;
+            Work.Empty();
+            MemoryBudget = GoodBudget;
+            ExpectQuiet();
+            EXPECT_EQ(BrokenRule(*WaveStore), "");
+            if (View.Redraws != Redraws || ::testing::Test::HasFailure())
+                return Failures;
+            ++Failures;
+            EXPECT_FALSE(WaveChanged) << "with " << Spare;
+            EXPECT_TRUE(Left() == OldLeft && Right() == OldRight) << "with " << Spare;
+            EXPECT_EQ(WaveStore->WavWaveINos, static_cast<std::int32_t>(OldLeft.size()));
+            EXPECT_EQ(WaveStore->UndoCount(), Records) << "with " << Spare;
+            EXPECT_EQ(WaveStore->UndoMenu().Caption, Caption);
+            const std::vector<std::string> Told = Messages.TakeTexts();
+            EXPECT_TRUE(!Told.empty() && Told.back().starts_with(Title)) << "with " << Spare;
+        }
     }
     /// What a command asks of the disk when there is no space; refused, it must change nothing.
     std::vector<std::int64_t> Refused(const std::function<void()>& Command) {

@@ -33,8 +33,9 @@ class EditorFixture : public ::testing::Test {
     [[nodiscard]] std::string Temp() const { return (Folder / "temp"); }
     [[nodiscard]] std::string Music() const { return (Folder / "music"); }
 
-    /// A mono file of 16 bits at 11025 Hz with rising samples.
-    std::string WriteWav(const std::string& Name, std::uint32_t Frames = 1000) const {
+    /// A file of 16 bits at 11025 Hz with rising samples; those of a second channel rise faster.
+    std::string WriteWav(const std::string& Name, std::uint32_t Frames = 1000,
+                         std::uint32_t Channels = 1) const {
         const std::string Path = Music() + "/" + Name;
         std::ofstream Out(Path, std::ios::binary);
         const auto Number = [&Out](std::uint32_t Value, int Bytes) {
@@ -42,19 +43,20 @@ class EditorFixture : public ::testing::Test {
                 Out.put(static_cast<char>(Value & 0xFFU));
         };
         Out << "RIFF";
-        Number(Frames * 2 + 36, 4);
+        Number(Frames * 2 * Channels + 36, 4);
         Out << "WAVEfmt ";
         Number(16, 4);
         Number(1, 2);
-        Number(1, 2);
+        Number(Channels, 2);
         Number(11025, 4);
-        Number(22050, 4);
-        Number(2, 2);
+        Number(22050 * Channels, 4);
+        Number(2 * Channels, 2);
         Number(16, 2);
         Out << "data";
-        Number(Frames * 2, 4);
+        Number(Frames * 2 * Channels, 4);
         for (std::uint32_t Frame = 0; Frame < Frames; ++Frame)
-            Number(Frame, 2);
+            for (std::uint32_t Channel = 1; Channel <= Channels; ++Channel)
+                Number(Frame * (1 + 12 * (Channel - 1)), 2);
         return Path;
     }
 

@@ -160,11 +160,11 @@ TEST_F(HelpViewerTest, F1_with_another_key_is_left_alone) {
 TEST_F(HelpViewerTest, controls_named_in_the_table_are_in_the_main_window) {
     // Windows of their own, and what the playing brings along.
     const std::vector<std::string> Others = {
-        "ChkDskSpcFrm",  "CopiedFrm",     "LapFrm",      "SpeedBoxPic", "CheckDx7Frm",
-        "ColorDialog",   "FolderDialog",  "OptionsFrm",  "TabFrame_0",  "TabFrame_1",
-        "TabFrame_2",    "TabFrame_3",    "TabFrame_4",  "EntDurFrm",   "FileDialog",
-        "HelpViewerFrm", "MsgBox",        "ProgressFrm", "SelConfFrm",  "UndoClearFrm",
-        "UserGuideFrm",  "WaveEditor_Frm"};
+        "ChkDskSpcFrm", "ChnMixFrm",     "CopiedFrm",     "LapFrm",      "SpeedBoxPic",
+        "CheckDx7Frm",  "ColorDialog",   "FolderDialog",  "OptionsFrm",  "TabFrame_0",
+        "TabFrame_1",   "TabFrame_2",    "TabFrame_3",    "TabFrame_4",  "EntDurFrm",
+        "FileDialog",   "HelpViewerFrm", "MsgBox",        "ProgressFrm", "SelConfFrm",
+        "UndoClearFrm", "UserGuideFrm",  "WaveEditor_Frm"};
     for (const HelpPlace& Place : HelpPlaces()) {
         const QString Name = QLatin1String(Place.Control);
         if (std::ranges::find(Others, Place.Control) != Others.end())
