@@ -84,7 +84,7 @@ bool RunEffect(EffectClass& Effect) {
             const BusyPointer Busy;
             const ProgressScope Progress(BarColorEffect);
             Effect.Compute(Work);
-            Effect.GiveBack(Work);
+            WaveStore->EditAsOne([&] { Effect.GiveBack(Work); });
         }
         Refresh_Wave_View();
         Done = true;

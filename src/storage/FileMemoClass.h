@@ -90,6 +90,10 @@ class FileMemoClass {
     bool WaveDataChangeFmt(std::int32_t NewChn, std::int32_t NewBits, std::int32_t NewFreq,
                            const std::string& UndoName);
 
+    /// Runs the edits of a command as one. If it fails, what was done so far is taken back and
+    /// leaves no record, whether undo is on or off, and the failure goes on.
+    void EditAsOne(const std::function<void()>& Edits);
+
     // ---- Undo
 
     /// Takes the last step back.
@@ -146,6 +150,10 @@ class FileMemoClass {
     void EditEnd(const std::string& UndoName, bool IsLastOperation);
     void PadChannels(const std::string& UndoName);
     [[nodiscard]] bool JournalOn() const noexcept;
+    /// Takes back the records above a number, without a step and its view.
+    void EditsTakeBack(std::int32_t UpToNo);
+    /// Gives up the records above a number; their edits stay.
+    void RecordsDrop(std::int32_t UpToNo);
     UndoRec& JournalAdd(std::int32_t Kind, std::int32_t Pos, std::int32_t Chn, std::int32_t Len,
                         const std::string& UndoName, bool IsLastOperation);
     [[nodiscard]] std::int32_t UndoStepFirst() const;
@@ -165,6 +173,7 @@ class FileMemoClass {
     BlockListClass ListR;
     std::vector<UndoRec> Journal;
     std::int32_t Released = 0;
+    bool EditingAsOne = false; ///< records are made even while undo is off
 };
 
 /// The document of the process.

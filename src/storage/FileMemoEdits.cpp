@@ -227,7 +227,7 @@ bool FileMemoClass::WaveDataChangeFmt(std::int32_t NewChn, std::int32_t NewBits,
 }
 
 bool FileMemoClass::JournalOn() const noexcept {
-    return UndoOptionON && !SwitchUndoOff;
+    return (UndoOptionON || EditingAsOne) && !SwitchUndoOff;
 }
 
 UndoRec& FileMemoClass::JournalAdd(std::int32_t Kind, std::int32_t Pos, std::int32_t Chn,

@@ -109,6 +109,44 @@ void FileMemoClass::UndoOne(UndoRec& Record) {
     }
 }
 
+void FileMemoClass::EditAsOne(const std::function<void()>& Edits) {
+    const std::int32_t Before = UndoCount();
+    const bool WasChanged = WaveChanged;
+    const bool WithinAnother = std::exchange(EditingAsOne, true);
+    try {
+        Edits();
+    } catch (...) {
+        EditingAsOne = WithinAnother;
+        EditsTakeBack(Before);
+        WaveChanged = WasChanged;
+        throw;
+    }
+    EditingAsOne = WithinAnother;
+    if (!JournalOn())
+        RecordsDrop(Before);
+}
+
+void FileMemoClass::EditsTakeBack(std::int32_t UpToNo) {
+    // All that is done here is to put blocks back that are still there, at borders that are still
+    // there: it needs neither memory nor disk.
+    try {
+        for (std::int32_t No = UndoCount(); No > UpToNo; --No)
+            UndoOne(Journal[static_cast<std::size_t>(No)]);
+        RecordsDrop(UpToNo);
+    } catch (const std::exception& Error) {
+        MsgBox(Error.what(), "Undo Error");
+        UndoInfoReset();
+    }
+    UndoInfoUpdateMenu();
+}
+
+void FileMemoClass::RecordsDrop(std::int32_t UpToNo) {
+    for (std::int32_t No = UndoCount(); No > UpToNo; --No)
+        UndoRecordFree(Journal[static_cast<std::size_t>(No)]);
+    Journal.resize(static_cast<std::size_t>(UpToNo) + 1);
+    FilesSweep();
+}
+
 void FileMemoClass::BlocksReturn(BlockListClass& List, std::int32_t& Length, const UndoRec& Record,
                                  BlockSet& Removed) {
     // The removed blocks themselves go back: unlike clones of them this needs no room.

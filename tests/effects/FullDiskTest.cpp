@@ -1,0 +1,130 @@
+// Every command that computes samples, on a disk that fills up at any place of its work.
+#include "effects/ChannelMix.h"
+#include "effects/EffectFixture.h"
+#include "effects/TransformCommands.h"
+#include "effects/VolumeCommands.h"
+
+#include <random>
+
+namespace quoril::test {
+
+namespace {
+
+struct DiskRow {
+    const char* Name;
+    std::function<void()> Command;
+    const char* Title; ///< what the message of a failure begins with
+    int Failures;      ///< as many at least: the work has places to fail
+};
+
+/// Answers with two sources that make the most work.
+class MixAnswer final : public ChnMixDialog {
+  public:
+    MixAnswer() { SetChnMixDialog(this); }
+    ~MixAnswer() override { SetChnMixDialog(nullptr); }
+    MixAnswer(const MixAnswer&) = delete;
+    MixAnswer& operator=(const MixAnswer&) = delete;
+    ChnMixAnswer ShowChnMix(const ChnMixChoice&) override {
+        return {true, {MixSum, MixLeftLessRight}};
+    }
+};
+
+class FullDiskTest : public EffectTest {
+  protected:
+    static Samples Noise(std::size_t Count, unsigned Seed) {
+        std::mt19937 Random(Seed);
+        Samples Made(Count);
+        for (std::int16_t& Value : Made)
+            Value = static_cast<std::int16_t>(Random());
+        return Made;
+    }
+    /// Blocks of 1000 samples, and a selection that begins and ends inside a block.
+    static void ManyBlocks() {
+        Document(Noise(9000, 1), Noise(9000, 2), 16, 1000);
+        Select(1501, 6500);
+    }
+    std::vector<DiskRow> Rows() {
+        const auto Move = [this](const char* Distance) {
+            return [this, Distance] {
+                Duration.Answer = {true, Distance};
+                WaveMoveForwardBack();
+            };
+        };
+        const auto Height = [this] {
+            Messages.AnswerInput("5");
+            WaveMoveUpDown();
+        };
+        return {
+            {"change", [] { AdjustVolume(16); }, "", 15},
+            {"fade", [] { AdjustVolume(5); }, "", 15},
+            {"silence", [] { AdjustVolume(21); }, "", 15},
+            {"maximize", [] { OptimizeVolume(3); }, "", 15},
+            {"reverse", WaveReverse, "Reverse Error|", 15},
+            {"invert", WaveInvert, "Invert Error|", 15},
+            {"up", Height, "Move Up Error|", 15},
+            {"forward", Move("1200"), "Move Forward Error|", 15},
+            {"back", Move("-1200"), "Move Back Error|", 15},
+            {"beyond the end", Move("7000"), "Move Forward Error|", 15},
+            {"interchange", InterchangeChannels, "Interchange Left-Right Error|", 15},
+            {"mix", ChannelMix, "Interchange Left-Right Error|", 15},
+        };
+    }
+
+    MixAnswer Mix;
+};
+
+TEST_F(FullDiskTest, wherever_it_fills_up_the_document_stays_as_it_was) {
+    for (const DiskRow& Row : Rows()) {
+        ManyBlocks();
+        const Samples OldLeft = Left();
+        const Samples OldRight = Right();
+        const int Failures = FailuresOnAFullDisk(Row.Command, Row.Title);
+        ASSERT_FALSE(HasFailure()) << Row.Name;
+        EXPECT_GE(Failures, Row.Failures) << Row.Name;
+        // With room it is done, and is one step.
+        WaveStore->Undo();
+        EXPECT_TRUE(Left() == OldLeft && Right() == OldRight) << Row.Name;
+        EXPECT_EQ(WaveStore->UndoCount(), 0) << Row.Name;
+    }
+}
+
+TEST_F(FullDiskTest, without_undo_the_document_stays_as_it_was_just_the_same) {
+    for (const DiskRow& Row : Rows()) {
+        ManyBlocks();
+        UndoOptionON = false;
+        const int Failures = FailuresOnAFullDisk(Row.Command, Row.Title);
+        ASSERT_FALSE(HasFailure()) << Row.Name;
+        EXPECT_GE(Failures, Row.Failures) << Row.Name;
+        EXPECT_EQ(WaveStore->UndoCount(), 0) << Row.Name;
+        EXPECT_EQ(WaveStore->UndoMenu().Caption, "Undo [Off]");
+        UndoOptionON = true;
+    }
+}
+
+TEST_F(FullDiskTest, one_channel_alone_stays_as_it_was_too) {
+    for (const DiskRow& Row : Rows()) {
+        if (std::string(Row.Name) == "mix" || std::string(Row.Name) == "interchange")
+            continue; // they work on both
+        ManyBlocks();
+        SelBoth = false;
+        SelSingle = 2;
+        EXPECT_GE(FailuresOnAFullDisk(Row.Command, Row.Title), 8) << Row.Name;
+        ASSERT_FALSE(HasFailure()) << Row.Name;
+    }
+}
+
+TEST_F(FullDiskTest, what_was_done_before_can_still_be_undone_after_a_failure) {
+    ManyBlocks();
+    const Samples OldLeft = Left();
+    WaveInvert();
+    Duration.Answer = {true, "1200"};
+    EXPECT_GE(FailuresOnAFullDisk(WaveMoveForwardBack, "Move Forward Error|"), 15);
+    WaveStore->Undo();
+    WaveStore->Undo();
+    EXPECT_EQ(Left(), OldLeft);
+    EXPECT_EQ(WaveStore->UndoCount(), 0);
+}
+
+} // namespace
+
+} // namespace quoril::test
