@@ -1,0 +1,171 @@
+"""Commands that compute samples, chosen by keys from the menus of the real window. What each must
+make of a file is worked out here, and compared with the bytes that the editor saves."""
+
+import random
+import struct
+import unittest
+
+from desktop_test import QUIET, DesktopTest
+from virtual_desktop import wait_until
+
+FRAMES = 3001
+RATE = 8000
+
+
+def single(value):
+    """The nearest number of single precision."""
+    return struct.unpack("<f", struct.pack("<f", value))[0]
+
+
+class Sound:
+    """Two channels of whole numbers in the range of a depth."""
+
+    def __init__(self, bits, left, right):
+        self.bits = bits
+        self.top = 127 if bits == 8 else 32767
+        self.left = left
+        self.right = right
+
+    @classmethod
+    def noise(cls, bits):
+        choice = random.Random(bits)
+        top = 127 if bits == 8 else 32767
+        some = lambda: [choice.randint(-top - 1, top) for _ in range(FRAMES)]
+        return cls(bits, some(), some())
+
+    def limited(self, value):
+        return max(-self.top - 1, min(self.top, value))
+
+    def each(self, change):
+        """The sound with `change(channel)` in the place of each channel."""
+        return Sound(self.bits, change(self.left), change(self.right))
+
+    def wav_bytes(self):
+        frames = [sample for frame in zip(self.left, self.right) for sample in frame]
+        data = (bytes(sample + 128 for sample in frames) if self.bits == 8 else
+                struct.pack(f"<{len(frames)}h", *frames))
+        size = self.bits // 8
+        return (b"RIFF" + struct.pack("<I", 36 + len(data)) + b"WAVEfmt " +
+                struct.pack("<IHHIIHH", 16, 1, 2, RATE, RATE * 2 * size, 2 * size, self.bits) +
+                b"data" + struct.pack("<I", len(data)) + data)
+
+    # ---- What the commands make of it
+
+    def ramp(self, start, end):
+        """`round` takes the nearest whole number, and of two the even one."""
+        step = (end - start) / FRAMES
+        return self.each(lambda channel: [self.limited(round((start + step * i) * sample))
+                                          for i, sample in enumerate(channel)])
+
+    def maximized(self):
+        def change(channel):
+            factor = single(1 / (max(map(abs, channel)) / self.top))
+            return [self.limited(round(factor * sample)) for sample in channel]
+        return self.each(change)
+
+    def raised(self, percent):
+        offset = round(percent / 100 * self.top)
+        return self.each(lambda channel: [self.limited(sample + offset) for sample in channel])
+
+    def mixed(self, left, right):
+        pairs = list(zip(self.left, self.right))
+        return Sound(self.bits, [self.limited(left(*pair)) for pair in pairs],
+                     [self.limited(right(*pair)) for pair in pairs])
+
+
+class Effects(DesktopTest):
+    def keys(self, *keys):
+        self.desktop.run("xdotool", "key", "--clearmodifiers", *keys)
+
+    def windows_and_menus(self):
+        return len(self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
+                                    str(self.editor.pid)).split())
+
+    def menu(self, *keys):
+        """Chooses from a menu. The next key waits until the menu of the last one is there."""
+        self.desktop.run("xdotool", "windowactivate", "--sync", self.window.id)
+        shown = self.windows_and_menus()
+        for count, key in enumerate(keys):
+            wait_until(lambda: self.windows_and_menus() == shown + count, "the menu")
+            self.keys(key)
+
+    def answer(self, title, *keys):
+        """Presses keys in a dialog and closes it with the return key."""
+        def dialogs():
+            return [window for window in self.desktop.windows(self.editor)
+                    if window.title == title]
+        dialog, = wait_until(dialogs, f'the window "{title}"')
+        self.desktop.run("xdotool", "windowactivate", "--sync", dialog.id)
+        self.keys(*keys, "Return")
+        wait_until(lambda: not dialogs(), f'the end of the window "{title}"')
+
+    def saved(self, sound):
+        """Saves, and waits until the file holds that sound."""
+        self.desktop.run("xdotool", "windowactivate", "--sync", self.window.id)
+        self.keys("ctrl+s")
+        expected = sound.wav_bytes()
+        wait_until(lambda: self.file.exists() and self.file.read_bytes() == expected,
+                   f"the right bytes in {self.file.name}")
+
+    def step(self, sound, expected, command):
+        """Runs a command, and undo takes it back."""
+        command()
+        self.saved(expected)
+        self.keys("ctrl+z")
+        self.saved(sound)
+
+    def open(self, bits):
+        self.write_settings(QUIET) # as if there had been no last time
+        sound = Sound.noise(bits)
+        self.file = self.folder / f"noise{bits}.wav"
+        self.file.write_bytes(sound.wav_bytes())
+        self.editor, self.window = self.start_editor(self.file)
+        self.desktop.run("xdotool", "windowactivate", "--sync", self.window.id)
+        self.keys("ctrl+a")
+        return sound
+
+    def end(self):
+        self.desktop.close(self.window)
+        self.assertEqual(self.editor.wait(10), 1)
+        self.assertEqual(self.session_folders(), [])
+
+    def test_fade_undo_mix_and_save(self):
+        for bits in (16, 8):
+            with self.subTest(bits=bits):
+                sound = self.open(bits)
+                self.step(sound, sound.ramp(0.0, 1.0), lambda: self.menu("alt+c", "v", "i"))
+                # Both boxes begin with the average, the third of seven sources.
+                def mix():
+                    self.menu("alt+t", "c")
+                    self.answer("Channel Mix", "Down", "alt+r", "End", "Up")
+                mixed = sound.mixed(lambda l, r: l + r, lambda l, r: r - l)
+                self.step(sound, mixed, mix)
+                # The next time it comes up with the last sources.
+                def mix_again():
+                    self.menu("alt+t", "c")
+                    self.answer("Channel Mix", "alt+l", "Up", "alt+r", "Home")
+                average = sound.mixed(lambda l, r: round((l + r) / 2), lambda l, r: l)
+                self.step(sound, average, mix_again)
+                self.end()
+
+    def test_the_commands_that_ask_for_numbers(self):
+        sound = self.open(16)
+        def volume():
+            self.menu("alt+c", "v", "c", "e")
+            self.answer("Quoril Wave Editor", *"120", "asciitilde", *"10")
+        self.step(sound, sound.ramp(single(1.2), single(0.1)), volume)
+        self.step(sound, sound.maximized(), lambda: self.menu("alt+c", "v", "m"))
+        def raise_it():
+            self.menu("alt+t", "u")
+            self.answer("Quoril Wave Editor", *"33")
+        self.step(sound, sound.raised(33), raise_it)
+        self.step(sound, sound.each(lambda channel: channel[::-1]),
+                  lambda: self.menu("alt+t", "r"))
+        self.step(sound, sound.each(lambda channel: [sound.limited(-sample) for sample in channel]),
+                  lambda: self.menu("alt+t", "i"))
+        self.step(sound, Sound(16, sound.right, sound.left), lambda: self.menu("alt+t", "l"))
+        self.end()
+
+
+if __name__ == "__main__":
+    unittest.main()
