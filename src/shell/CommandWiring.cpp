@@ -10,6 +10,7 @@
 #include "base/QtText.h"
 #include "base/ViewState.h"
 #include "bookmarks/BookmarkEditMod.h"
+#include "bookmarks/BookmarkFileMod.h"
 #include "bookmarks/BookmarkRec.h"
 #include "edit/LapMod.h"
 #include "edit/LengthCommands.h"
@@ -79,6 +80,14 @@ void FileCommandsWindow::ReleasePlayingFiles(bool OnlyOriginal) {
 
 void FileCommandsWindow::EmptyBookmarks() {
     Bookmarks.resize(1);
+}
+
+void FileCommandsWindow::LoadBookmarks(const std::string& FileName) {
+    quoril::LoadBookmarks(FileName);
+}
+
+void FileCommandsWindow::SaveBookmarks(const std::string& FileName) {
+    quoril::SaveBookmarks(FileName);
 }
 
 void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files) {

@@ -21,6 +21,8 @@ class FileCommandsWindow final : public FileCommandsView {
     void StartProgram(const std::vector<std::string>& Arguments) override;
     void ReleasePlayingFiles(bool OnlyOriginal) override;
     void EmptyBookmarks() override;
+    void LoadBookmarks(const std::string& FileName) override;
+    void SaveBookmarks(const std::string& FileName) override;
 
   private:
     WaveEditor_Frm& Window;

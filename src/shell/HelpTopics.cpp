@@ -224,6 +224,7 @@ const std::vector<HelpPlace>& HelpPlaces() {
         {"Bookmark_Menu", 700},
         {"Bookmark_Add_Mnu", 701},
         {"BokMrkEdtFrm", 702},
+        {"BokMrkChosFrm", 700},
         {"Options_Mnu", 850},
         {"OptionsFrm", 850},
         {"TabFrame_0", 851},

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "playback/PlayerComponent.h"
+#include "shell/BokMrkChosFrm.h"
 #include "shell/BokMrkEdtFrm.h"
 #include "shell/ChkDskSpcFrm.h"
 #include "shell/ChnMixFrm.h"
@@ -126,6 +127,7 @@ class WEditorClass {
     LapAsker LapQuestions;
     BokMrkEdtAsker BookmarkQuestions;
     ChnMixAsker ChnMixQuestions;
+    BokMrkChosAsker BookmarkChoices;
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;
     std::unique_ptr<WaveEditor_Frm> Window;

@@ -9,6 +9,7 @@
 #include "storage/BlockCarrBuffClass.h"
 #include "storage/BlockTableInner.h"
 #include "storage/FileCarrBuffClass.h"
+#include "storage/PackedText.h"
 #include "storage/PortableBlock.h"
 
 #include <algorithm>
@@ -17,20 +18,6 @@
 namespace quoril {
 
 namespace {
-
-/// A name: how many numbers follow, its length in bytes, then four bytes to a number, the lowest
-/// first. The count is length / 4 + 2 rounded to nearest, ties to even; 1 for an empty name.
-void NamePut(const std::string& Name, std::vector<std::int32_t>& Longs) {
-    const auto Bytes = static_cast<std::int32_t>(Name.size());
-    const std::int32_t Count = Bytes == 0 ? 1 : RoundToLong(Bytes / 4.0 + 2);
-    Longs.push_back(Count);
-    Longs.push_back(Bytes);
-    std::vector<std::uint32_t> Packed(static_cast<std::size_t>(Count) - 1, 0);
-    for (std::size_t i = 0; i < Name.size(); ++i)
-        Packed[i / 4] |= std::uint32_t{static_cast<unsigned char>(Name[i])} << (8 * (i % 4));
-    for (const std::uint32_t Word : Packed)
-        Longs.push_back(static_cast<std::int32_t>(Word));
-}
 
 /// The number of the file of that name that is in use, without regard to case; 0 without one.
 template <typename Table, typename Name, typename Use>
@@ -221,7 +208,7 @@ void BlockSetToLongs(const BlockSet& BlkSet, std::vector<std::int32_t>& Longs) {
         } else {
             MsgBox("Error - Block should be written to file before converting");
         }
-        NamePut(Entry.Name, Longs);
+        PackedTextPut(Entry.Name, Longs);
         Longs.insert(Longs.end(), {Block.BlockLen, Entry.Kind, Block.BlockStart, Block.FilePos,
                                    Entry.Channels, Entry.Bits});
     }

@@ -1,7 +1,10 @@
 #include "storage/PortableBlock.h"
 
 #include "base/Failure.h"
+#include "storage/PackedText.h"
 #include "storage/WoroFileBlockMod.h"
+
+#include <utility>
 
 namespace quoril {
 
@@ -27,19 +30,10 @@ std::int32_t PortableBlockReader::Next() {
 }
 
 std::string PortableBlockReader::NextName() {
-    const std::int32_t Count = Next();
-    if (Count < 1 || static_cast<std::size_t>(Count) > Longs.size() - At)
+    auto Name = PackedTextTake(Longs, At);
+    if (!Name)
         FailDamaged();
-    const std::int32_t Bytes = Next();
-    if (Bytes < 0 || Bytes > (std::int64_t{Count} - 1) * 4)
-        FailDamaged();
-    std::string Name;
-    for (std::int32_t i = 0; i < Bytes; ++i)
-        Name.push_back(static_cast<char>(
-            static_cast<std::uint32_t>(Longs[At + static_cast<std::size_t>(i) / 4]) >>
-            (8 * (i % 4))));
-    At += static_cast<std::size_t>(Count) - 1;
-    return Name;
+    return std::move(*Name);
 }
 
 PortableBlock PortableBlockReader::NextBlock() {
