@@ -55,7 +55,7 @@ class ClipImportTest : public CopyPasteFixture {
     }
     /// A document of 4500 samples that lie in the opened file; the file's name.
     std::string OpenedFile(std::int32_t Channels) {
-        const std::string Path = Session.WriteFile(
+        std::string Path = Session.WriteFile(
             "a.wav", WavFile{.Channels = Channels,
                              .Rate = 1000,
                              .Data = AudioBytes(Noise(4500 * Channels, 16, 3), 16)}

@@ -15,7 +15,6 @@ namespace quoril::test {
 
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::SizeIs;
 
