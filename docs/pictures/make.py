@@ -117,6 +117,13 @@ def main():
         camera.keys("alt+e")
         camera.keys("l")
         camera.dialog(editor, "lap")
+        for menu, keys, name in (("alt+c", ("v", "c", "e"), "enter-volume"),
+                                 ("alt+t", ("u",), "enter-height"),
+                                 ("alt+t", ("f",), "enter-distance"),
+                                 ("alt+t", ("c",), "channel-mix")):
+            camera.keys(menu)
+            camera.keys(*keys)
+            camera.dialog(editor, name)
         camera.disk_space(editor)
         camera.keys("ctrl+d", "ctrl+v")
         camera.dialog(editor, "confirm-paste")

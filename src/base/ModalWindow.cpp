@@ -5,8 +5,10 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QDialog>
+#include <QGridLayout>
 #include <QPointer>
 #include <QStyle>
+#include <algorithm>
 
 namespace quoril {
 
@@ -17,19 +19,22 @@ QPointer<QWidget>& KnownMainWindow() {
     return Window;
 }
 
-/// Makes a dialog that is one column wide enough for its title, which the window manager would cut
-/// off otherwise.
+/// Makes a dialog wide enough for its title, which the window manager would cut off otherwise.
 void MakeRoomForTitle(QDialog& Dialog) {
-    auto* const Column = qobject_cast<QBoxLayout*>(Dialog.layout());
-    if (Column == nullptr || Column->direction() != QBoxLayout::TopToBottom)
-        return;
     QFont TitleFont = Dialog.font();
     TitleFont.setBold(true);
     constexpr int FrameButtons = 5; // each about as wide as the title is high
     const int Frame = FrameButtons * Dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const QMargins Margins = Column->contentsMargins();
-    Column->addStrut(QFontMetrics(TitleFont).horizontalAdvance(Dialog.windowTitle()) + Frame -
-                     Margins.left() - Margins.right());
+    const int Width = QFontMetrics(TitleFont).horizontalAdvance(Dialog.windowTitle()) + Frame;
+    if (auto* const Column = qobject_cast<QBoxLayout*>(Dialog.layout());
+        Column != nullptr && Column->direction() == QBoxLayout::TopToBottom) {
+        const QMargins Margins = Column->contentsMargins();
+        Column->addStrut(Width - Margins.left() - Margins.right());
+    } else if (auto* const Grid = qobject_cast<QGridLayout*>(Dialog.layout())) {
+        const QMargins Margins = Grid->contentsMargins();
+        auto* const Strut = new QSpacerItem(Width - Margins.left() - Margins.right(), 0);
+        Grid->addItem(Strut, Grid->rowCount(), 0, 1, std::max(Grid->columnCount(), 1));
+    }
 }
 
 } // namespace

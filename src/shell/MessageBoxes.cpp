@@ -6,7 +6,9 @@
 
 #include <QAbstractButton>
 #include <QInputDialog>
+#include <QLayout>
 #include <QMessageBox>
+#include <QPushButton>
 #include <array>
 
 namespace quoril {
@@ -70,6 +72,7 @@ MsgBoxAnswer MessageBoxesClass::MsgBox(const MsgBoxRequest& Request) {
     for (const AnswerRow& Each : Answers)
         if (QAbstractButton* Button = Box.button(Each.Button)) {
             Button->setObjectName(QString::fromLatin1(Each.ObjectName));
+            Button->setIcon({}); // the buttons of the other windows have none
             if (Each.Answer == Request.Default)
                 Box.setDefaultButton(Each.Button);
         }
@@ -90,6 +93,11 @@ InputBoxAnswer MessageBoxesClass::InputBox(const std::string& Prompt, const std:
     constexpr int LettersOfTitle = 40;
     Box.setMinimumWidth(Box.fontMetrics().averageCharWidth() * LettersOfTitle);
     Box.setTextValue(ShownText(Proposed));
+    (void)Box.sizeHint(); // makes the layout and its buttons
+    Box.layout()->setContentsMargins(14, 12, 14, 12);
+    Box.layout()->setSpacing(10);
+    for (QPushButton* Button : Box.findChildren<QPushButton*>())
+        Button->setIcon({});
     if (RunModal(Box) != QDialog::Accepted)
         return {};
     return {true, CoreText(Box.textValue())};

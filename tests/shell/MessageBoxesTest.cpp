@@ -50,6 +50,35 @@ TEST(MessageBoxes, ShowTheTitleThatTheyAreGiven) {
     MsgBox("Text", "Save Error");
 }
 
+TEST(MessageBoxes, AreAsWideAsTheirTitle) {
+    MessageBoxesClass Boxes;
+    for (const char* Title : {"Adjust Volume Failed", "Could not make what was asked for, again"}) {
+        const WithDialog Act([Title](QWidget* Window) {
+            EXPECT_GT(Window->width(), Window->fontMetrics().horizontalAdvance(Title) + 60)
+                << Title;
+            Press(Window, "OkBtn");
+        });
+        MsgBox("No", Title);
+    }
+}
+
+TEST(MessageBoxes, HaveButtonsLikeThoseOfTheOtherWindows) {
+    MessageBoxesClass Boxes;
+    const auto ExpectPlain = [](QWidget* Window, int Count) {
+        const QList<QPushButton*> Buttons = Window->findChildren<QPushButton*>();
+        EXPECT_EQ(Buttons.size(), Count);
+        for (const QPushButton* Button : Buttons)
+            EXPECT_TRUE(Button->icon().isNull()) << Button->text().toStdString();
+        QTest::keyClick(Window, Qt::Key_Escape);
+    };
+    {
+        const WithDialog Act([&](QWidget* Window) { ExpectPlain(Window, 3); });
+        MsgBox("Question", {}, MsgBoxButtons::YesNoCancel);
+    }
+    const WithDialog Act([&](QWidget* Window) { ExpectPlain(Window, 2); });
+    (void)InputBox("New rate:", "Rate", "22050");
+}
+
 struct ButtonCase {
     MsgBoxButtons Buttons;
     const char* Button;
