@@ -76,8 +76,15 @@ class Editor:
                                         self.test.desktop.windows(self.process)),
                         f'the end of the window "{title}"')
 
-    def windows_and_menus(self):
-        return len(self.test.xdotool("search", "--onlyvisible", "--pid", self.process.pid).split())
+    def shows(self, count):
+        """Waits until so many windows and menus of this editor are on the screen."""
+        def state():
+            try:
+                return count == len(self.test.xdotool(
+                    "search", "--onlyvisible", "--pid", self.process.pid).split())
+            except DesktopError:
+                return False # one of them went while it was looked at
+        self.test.until(state, f"{count} windows and menus")
 
     def click(self, place, up=True):
         x, y = place
@@ -110,9 +117,9 @@ class Editor:
 
     def choose_paste(self, mode, way):
         if way == "menu":
-            shown = self.windows_and_menus()
+            self.shows(1)
             self.keys("alt+e", "p")
-            self.test.until(lambda: self.windows_and_menus() == shown + 2, "the menu Paste")
+            self.shows(3) # the list of the menu comes up after a moment
             self.test.xdotool("key", MODES[mode])
         elif way == "list":
             self.click(PASTE_LIST, up=False)
