@@ -5,6 +5,7 @@
 #include "base/MsgBoxMod.h"
 #include "base/ProgressReport.h"
 #include "base/ViewState.h"
+#include "effects/ChannelMix.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
 #include "storage/FileMemoClass.h"
@@ -24,6 +25,24 @@ namespace {
 using namespace quoril;
 using namespace quoril::bench;
 
+/// The answer to the question for the sources.
+class ChosenMix final : public ChnMixDialog {
+  public:
+    explicit ChosenMix(const ChnMixChoice& Sources) : Choice(Sources) { SetChnMixDialog(this); }
+    ~ChosenMix() override { SetChnMixDialog(nullptr); }
+    ChosenMix(const ChosenMix&) = delete;
+    ChosenMix& operator=(const ChosenMix&) = delete;
+    ChnMixAnswer ShowChnMix(const ChnMixChoice&) override { return {true, Choice}; }
+
+  private:
+    ChnMixChoice Choice;
+};
+
+void Mix(std::int32_t LeftSrc, std::int32_t RightSrc) {
+    const ChosenMix Answer({LeftSrc, RightSrc});
+    ChannelMix();
+}
+
 struct NamedCommand {
     const char* Name;
     void (*Run)();
@@ -35,6 +54,8 @@ constexpr std::array Commands = {
     NamedCommand{"maximize", [] { OptimizeVolume(3); }},
     NamedCommand{"reverse", [] { WaveReverse(); }},
     NamedCommand{"invert", [] { WaveInvert(); }},
+    NamedCommand{"mix-average", [] { Mix(MixAverage, MixAverage); }},
+    NamedCommand{"mix-sums", [] { Mix(MixSum, MixLeftLessRight); }},
     NamedCommand{"nothing", [] {}},
 };
 

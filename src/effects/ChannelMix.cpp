@@ -54,6 +54,24 @@ std::int32_t LastOf(std::int32_t First, std::size_t Count) {
     return First + static_cast<std::int32_t>(Count) - 1;
 }
 
+/// Blocks of both channels that are one stretch of an interleaved file are then read in one pass.
+void JoinInterleaved(const BlockCarrBuffClass& L, const BlockCarrBuffClass& R) {
+    const BlockSet& NumbersL = L.Blocks().Numbers();
+    const BlockSet& NumbersR = R.Blocks().Numbers();
+    for (std::size_t i = 0; i < std::min(NumbersL.size(), NumbersR.size()); ++i) {
+        const BlockRec& One = BlockTable[static_cast<std::size_t>(NumbersL[i])];
+        const BlockRec& Other = BlockTable[static_cast<std::size_t>(NumbersR[i])];
+        if (One.BlockKind != BlockOrgFile || Other.BlockKind != BlockOrgFile ||
+            One.FileNo != Other.FileNo || One.BlockStart != Other.BlockStart ||
+            One.BlockLen != Other.BlockLen)
+            continue;
+        const OrgFileRec& File = OrgFileTable[static_cast<std::size_t>(One.FileNo)];
+        if (File.OrgFileChannels == 2 &&
+            std::int64_t{Other.FilePos} - One.FilePos == OrgFileStep(File) / 2)
+            OrgPairAdd(NumbersL[i], NumbersR[i]);
+    }
+}
+
 class ChannelMixEffect final : public EffectClass {
   public:
     // The name is that of the exchange of channels, also in the undo list.
@@ -146,6 +164,8 @@ void ChannelMixEffect::Compute(EffectWork& Work) {
             Each->ReDimSize(Work.Length()); // a channel that ends early is silent there
     const bool ComputeL = Computed(Choice.LeftSrc);
     const bool ComputeR = Computed(Choice.RightSrc);
+    if (ComputeL || ComputeR)
+        JoinInterleaved(*Work.CarrierL, *Work.CarrierR);
     if (ComputeL && ComputeR && Choice.LeftSrc != Choice.RightSrc) {
         EffectProgress BothHalves(1.0, ProgressStep);
         MixBoth(Work, BothHalves);

@@ -5,6 +5,7 @@
 #include "audiofile/WavMaker.h"
 #include "effects/EffectFixture.h"
 #include "effects/TransformCommands.h"
+#include "support/LargeFile.h"
 
 #include <algorithm>
 #include <cmath>
@@ -196,6 +197,46 @@ TEST_F(ChannelMixTest, every_pair_of_sources_comes_out_of_an_opened_file) {
         Open(5000, Bits);
         ExpectAllPairs();
     }
+}
+
+TEST_F(ChannelMixTest, an_opened_file_is_read_once_for_both_channels) {
+    constexpr std::int32_t Frames = 2000000;
+    MakeLongWav(Session.Path("long.wav"), Frames);
+    for (const auto& [A, B] :
+         {std::pair(MixSum, MixLeftLessRight), std::pair(MixAverage, MixAverage),
+          std::pair(MixLeft, MixSum), std::pair(MixRightLessLeft, MixSilence)}) {
+        OpenAsDocument(Session.Path("long.wav"));
+        Select(1, Frames);
+        Choose(A, B);
+        const std::int64_t Before = BytesReadSoFar();
+        ChannelMix();
+        EXPECT_EQ(WaveStore->UndoMenu().Caption, "Undo [Interchange Left-Right]");
+        EXPECT_LT(BytesReadSoFar() - Before, std::int64_t{Frames} * 4 + 10000) << A << B;
+    }
+}
+
+TEST_F(ChannelMixTest, channels_of_an_opened_file_that_have_changed_places_come_out) {
+    Open(5000, 16);
+    InterchangeChannels();
+    WaveStore->UndoInfoReset();
+    WaveChanged = false;
+    ExpectAllPairs();
+    // One channel a whole block earlier than the other: blocks of the same length and the same file
+    // then stand side by side, and are no stretch of it.
+    const std::int32_t BlockLen = DefaultBlockLen();
+    Open(3 * BlockLen, 16);
+    WaveStore->WaveDataDelete(1, 1, BlockLen, "Cut", true);
+    InterchangeChannels();
+    WaveStore->UndoInfoReset();
+    WaveChanged = false;
+    ASSERT_EQ(Block(WaveStore->BlocksL().At(0)).BlockKind, BlockOrgFile);
+    ASSERT_EQ(Block(WaveStore->BlocksR().At(0)).BlockKind, BlockOrgFile);
+    const Samples L = Left();
+    const Samples R = Right();
+    Choose(MixSum, MixLeftLessRight);
+    ChannelMix();
+    EXPECT_TRUE(Left() == Mixed(MixSum, L, R, 16));
+    EXPECT_TRUE(Right() == Mixed(MixLeftLessRight, L, R, 16));
 }
 
 TEST_F(ChannelMixTest, a_range_larger_than_memory_comes_out_the_same) {

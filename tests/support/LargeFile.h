@@ -34,10 +34,10 @@ inline void OpenAsDocument(const std::string& FileName) {
 inline std::int64_t BytesReadSoFar() {
     std::ifstream In("/proc/self/io");
     std::string Key;
-    std::int64_t Bytes = -1;
-    In >> Key >> Bytes;
+    std::int64_t Count = -1;
+    In >> Key >> Count;
     EXPECT_EQ(Key, "rchar:");
-    return Bytes;
+    return Count;
 }
 
 } // namespace quoril::test
