@@ -50,9 +50,11 @@ class FullDiskTest : public EffectTest {
                 WaveMoveForwardBack();
             };
         };
-        const auto Height = [this] {
-            Messages.AnswerInput("5");
-            WaveMoveUpDown();
+        const auto Height = [this](const char* Percent) {
+            return [this, Percent] {
+                Messages.AnswerInput(Percent);
+                WaveMoveUpDown();
+            };
         };
         return {
             {"change", [] { AdjustVolume(16); }, "", 15},
@@ -61,7 +63,8 @@ class FullDiskTest : public EffectTest {
             {"maximize", [] { OptimizeVolume(3); }, "", 15},
             {"reverse", WaveReverse, "Reverse Error|", 15},
             {"invert", WaveInvert, "Invert Error|", 15},
-            {"up", Height, "Move Up Error|", 15},
+            {"up", Height("5"), "Move Up Error|", 15},
+            {"down", Height("-5"), "Move Down Error|", 15},
             {"forward", Move("1200"), "Move Forward Error|", 15},
             {"back", Move("-1200"), "Move Back Error|", 15},
             {"beyond the end", Move("7000"), "Move Forward Error|", 15},

@@ -122,6 +122,55 @@ class EffectMenuTest : public EditorFixture {
     }
 };
 
+TEST_F(EffectMenuTest, EveryEntryRunsItsOwnCommand) {
+    Open(2);
+    const std::pair<const char*, const char*> Rows[] = {
+        {"Edit_VolFadeIn_Mnu", "Fade In"},
+        {"Edit_VolFadeOut_Mnu", "Fade Out"},
+        {"Edit_VolMaximize_Mnu", "Maximize"},
+        {"Edit_AdjVol_Mnu_11", "Chg. Vol. 200%"},
+        {"Edit_AdjVol_Mnu_12", "Chg. Vol. 160%"},
+        {"Edit_AdjVol_Mnu_13", "Chg. Vol. 120%"},
+        {"Edit_AdjVol_Mnu_14", "Chg. Vol. 85%"},
+        {"Edit_AdjVol_Mnu_15", "Chg. Vol. 70%"},
+        {"Edit_AdjVol_Mnu_16", "Chg. Vol. 50%"},
+        {"Edit_AdjVol_Mnu_17", "Chg. Vol. 25%"},
+        {"Edit_VolOpt_Mnu_11", "Opti.Vol.200%"},
+        {"Edit_VolOpt_Mnu_12", "Opti.Vol.160%"},
+        {"Edit_VolOpt_Mnu_13", "Opti.Vol.120%"},
+        {"Edit_VolOpt_Mnu_14", "Opti.Vol.85%"},
+        {"Edit_VolOpt_Mnu_15", "Opti.Vol.70%"},
+        {"Edit_VolOpt_Mnu_16", "Opti.Vol.50%"},
+        {"Edit_VolOpt_Mnu_17", "Opti.Vol.25%"},
+        {"Edit_VolOpt_Mnu_21", "Opti.Vol.100%"},
+        {"Edit_VolSilence_Mnu", "Silence"},
+        {"Silence_Mnu", "Silence"},
+        {"Wave_Reverse_Mnu", "Reverse"},
+        {"Wave_Invert_Mnu", "Invert"},
+        {"Interchange_Mnu", "Interchange Left-Right"}};
+    const Samples L = ChannelSamples(*WaveStore, 1);
+    for (const auto& [Entry, Name] : Rows) {
+        Menu(Entry);
+        EXPECT_EQ(WaveStore->UndoMenu().Caption, std::string("Undo [") + Name + "]") << Entry;
+        EXPECT_NE(ChannelSamples(*WaveStore, 1), L) << Entry;
+        Menu("Undo_Mnu_1");
+        EXPECT_EQ(ChannelSamples(*WaveStore, 1), L) << Entry;
+    }
+    const std::tuple<const char*, const char*, const char*> Asking[] = {
+        {"Edit_AdjVol_Mnu_0", "30", "Adj. Vol. Enter"},
+        {"Edit_VolOpt_Mnu_0", "30", "Opti.Vol.Enter"},
+        {"Wave_MoveUpDn_Mnu", "30", "Move Up"},
+        {"Wave_MoveUpDn_Mnu", "-30", "Move Down"}};
+    for (const auto& [Entry, Text, Name] : Asking) {
+        Messages->AnswerInput(Text);
+        Menu(Entry);
+        EXPECT_EQ(WaveStore->UndoMenu().Caption, std::string("Undo [") + Name + "]") << Entry;
+        Menu("Undo_Mnu_1");
+        EXPECT_EQ(ChannelSamples(*WaveStore, 1), L) << Entry;
+    }
+    EXPECT_FALSE(WaveStore->UndoMenu().Enabled);
+}
+
 TEST_F(EffectMenuTest, ChannelMixChangesBothChannelsInOneStep) {
     Open(2);
     const Samples L = ChannelSamples(*WaveStore, 1);
