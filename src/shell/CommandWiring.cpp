@@ -11,6 +11,7 @@
 #include "base/ViewState.h"
 #include "bookmarks/BookmarkEditMod.h"
 #include "bookmarks/BookmarkFileMod.h"
+#include "bookmarks/BookmarkListMod.h"
 #include "bookmarks/BookmarkRec.h"
 #include "edit/LapMod.h"
 #include "edit/LengthCommands.h"
@@ -144,6 +145,16 @@ void WireBookmarkCommands(WaveEditor_Frm& Window) {
     for (const std::int32_t Index : {0, 1, 2, 3})
         Window.Commands.Set("Bookmark_Add_Mnu_" + std::to_string(Index),
                             [Index] { RunCommand({}, [Index] { BookmarkAdd(Index); }); });
+    for (const std::int32_t Index : {0, 1})
+        Window.Commands.Set("Bookmark_Delete_Mnu_" + std::to_string(Index),
+                            [Index] { RunCommand({}, [Index] { BookmarkDelete(Index); }); });
+    const auto Register = [&Window](const char* Name, void (*Command)()) {
+        Window.Commands.Set(Name, [Command] { RunCommand({}, Command); });
+    };
+    Register("Bookmark_Goto_Mnu", BookmarkGoto);
+    Register("ViewBookmark_Mnu", BookmarkGoto);
+    Register("Bookmark_Manage_Mnu", BookmarkManage);
+    Register("SelectBookmark_Mnu", BookmarkSelect);
 }
 
 void WireToolCommands(WaveEditor_Frm& Window) {

@@ -32,7 +32,7 @@ class FileCommandsWindow final : public FileCommandsView {
 void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files);
 /// Registers the entries of `Undo_Mnu`.
 void WireUndoCommands(WaveEditor_Frm& Window);
-/// Registers the commands that add bookmarks.
+/// Registers the commands on bookmarks.
 void WireBookmarkCommands(WaveEditor_Frm& Window);
 /// Registers trim, lap, silence and size.
 void WireLengthCommands(WaveEditor_Frm& Window);

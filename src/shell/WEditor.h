@@ -4,6 +4,7 @@
 #include "playback/PlayerComponent.h"
 #include "shell/BokMrkChosFrm.h"
 #include "shell/BokMrkEdtFrm.h"
+#include "shell/BokMrkFrm.h"
 #include "shell/ChkDskSpcFrm.h"
 #include "shell/ChnMixFrm.h"
 #include "shell/CommandWiring.h"
@@ -130,6 +131,7 @@ class WEditorClass {
     BokMrkChosAsker BookmarkChoices;
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;
+    BokMrkAsker BookmarkLists{Dialogs};
     std::unique_ptr<WaveEditor_Frm> Window;
     std::unique_ptr<WindowPlaceKeeper> PlaceKeeper;
     std::unique_ptr<FileCommandsWindow> FilesView;

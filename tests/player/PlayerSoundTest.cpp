@@ -262,6 +262,34 @@ TEST_F(PlayerSoundTest, AnotherSpeedKeepsThePlace) {
     EXPECT_LT(Took.count(), 0.75);
 }
 
+TEST_F(PlayerSoundTest, EverySpeedLastsAsLongAsItShould) {
+    Begin();
+    struct SpeedCase {
+        float Speed;
+        bool Reverse;
+        double Seconds;
+    };
+    for (const SpeedCase& Case :
+         {SpeedCase{0.1F, false, 0.2}, SpeedCase{0.5F, true, 0.8}, SpeedCase{1.0F, false, 0.5},
+          SpeedCase{1.3F, true, 1.3}, SpeedCase{2.0F, false, 2.0}}) {
+        Load(Sound(static_cast<std::size_t>(Case.Seconds * Rate)));
+        Player->TempoForward(Case.Speed);
+        Player->TempoReverse(Case.Speed);
+        const std::size_t Before = Heard->Count();
+        Case.Reverse ? Player->PlayReverse() : Player->PlayForward();
+        ASSERT_TRUE(WaitFor([&] { return Player->PlayStatus() == 0; }));
+        const std::size_t Now = Heard->Count();
+        ASSERT_TRUE(WaitFor([&] { return Heard->Count() > Now + Rate / 5; }));
+        const std::size_t First = Heard->FirstSound(Before);
+        Samples Got = Heard->Samples();
+        while (Got.size() > First && Got.back() == 0)
+            Got.pop_back();
+        const double Expected = Case.Seconds / static_cast<double>(Case.Speed);
+        EXPECT_NEAR(static_cast<double>(Got.size() - First) / Rate, Expected, 0.01 * Expected)
+            << Case.Speed;
+    }
+}
+
 TEST_F(PlayerSoundTest, PauseIsSilentAndContinueLosesNothing) {
     Begin();
     Load(Sound(2 * Rate));

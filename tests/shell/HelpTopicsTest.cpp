@@ -75,7 +75,7 @@ TEST(HelpTopicsTest, a_button_has_the_topic_of_its_command) {
 }
 
 TEST(HelpTopicsTest, an_entry_without_a_row_has_the_topic_of_its_menu) {
-    EXPECT_EQ(HelpPageOf(HelpContextOf("ViewBookmark_Mnu")), "view.html");
+    EXPECT_EQ(HelpPageOf(HelpContextOf("Save_Bookmark_Mnu")), "files.html");
     EXPECT_EQ(HelpPageOf(HelpContextOf("File_OtherItem_Mnu_1")), "files.html");
 }
 
