@@ -205,6 +205,25 @@ TEST_F(PanelMouseTest, KeysDuringADragKeepPictureAndLabelsTogether) {
     EXPECT_EQ(ViewMouseMode, 4);
 }
 
+TEST_F(PanelMouseTest, AShorterDocumentTakesAwayTheSelectionBeyondIt) {
+    Press(First());
+    Move(Second(), Qt::LeftButton);
+    Release(Second());
+    Move(At(0.9));
+    EXPECT_NEAR(SelEnd, 601, 2);
+    Document(300, 2);
+    Source.Document.Total = 300;
+    Window->Refresh_Wave_View();
+    EXPECT_EQ(SelStart, 0);
+    EXPECT_EQ(SelEnd, 0);
+    EXPECT_EQ(Text(Window->SelectLbl[2]), "0");
+    EXPECT_EQ(Text(Window->ViewLbl[0]), "300");
+    // The read-out stands for the place under the mouse as it is now.
+    EXPECT_NE(Text(Window->DisplayPosLbl[1]).find("/271"), std::string::npos)
+        << Text(Window->DisplayPosLbl[1]);
+    EXPECT_TRUE(PanelsAreClean());
+}
+
 TEST_F(PanelMouseTest, AShorterDocumentEndsADrag) {
     Press(First());
     Move(Second(), Qt::LeftButton);
@@ -274,6 +293,11 @@ TEST_F(PanelMouseTest, TheWheelScrollsZoomsAndPages) {
     EXPECT_EQ(ViewTotal, 1000);
     EXPECT_TRUE(ViewAll);
     EXPECT_EQ(Text(Window->ViewLbl[0]), "1000");
+    // All in view is no state that holds the wheel.
+    Wheel(At(0), 1, Qt::ControlModifier);
+    EXPECT_FALSE(ViewAll);
+    EXPECT_EQ(ViewTotal, 600);
+    EXPECT_EQ(Text(Window->ViewLbl[0]), "600");
 }
 
 TEST_F(PanelMouseTest, FingersMoveThePictureAndAWheelWithPixelsDoesNot) {

@@ -244,6 +244,13 @@ TEST_F(WaveMouseTest, ADoubleClickSelectsAllWithTheLeftButtonOnly) {
     Click(550, R);
     Mouse.DoubleClick(1, At(550), R);
     ExpectSelection(400, 550);
+
+    // The button of the press before counts, too: a left click right after a right one is a click.
+    Click(580, R);
+    Mouse.DoubleClick(1, At(580), L);
+    Release(580);
+    ExpectSelection(580, 580);
+    ExpectModes(1, 0);
 }
 
 TEST_F(WaveMouseTest, QuickClicksWithAToolOfTheViewAreClicks) {
