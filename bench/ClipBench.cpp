@@ -10,6 +10,7 @@
 #include "edit/SystemClipboard.h"
 #include "effects/GainKernel.h"
 #include "platform/SampleMemory.h"
+#include "selection/SelectionMod.h"
 #include "settings/STD1.h"
 #include "storage/FileMemoClass.h"
 
@@ -87,6 +88,14 @@ struct Cost {
     }
 };
 
+/// Has the selection recorded before a command asks for it.
+void Record(const char* Operation) {
+    std::int32_t From = 0;
+    std::int32_t To = 0;
+    std::int32_t WorkChn = 0;
+    (void)ConfirmSelection(From, To, WorkChn, NeedOnePoint, Operation);
+}
+
 /// A fresh document each round, as a border stays once it is made.
 void LargeClip(const std::function<void()>& Open, std::int32_t Frames, std::int32_t Clip,
                const std::string& Where) {
@@ -98,29 +107,33 @@ void LargeClip(const std::function<void()>& Open, std::int32_t Frames, std::int3
     Cost Insert;
     Cost Replace;
     Cost Undo;
+    Cost Recorded;
     for (int Round = 0; Round < 5; ++Round) {
         Open();
         Select(From, From + Clip - 1);
+        // A selection that is new goes to the settings file, and that waits for the disk.
+        Recorded.Of([&] { Commands.Copy(); });
         Copy.Of([&] { Commands.Copy(); });
         Cut.Of([&] { Commands.Cut(); });
-        if (Shown.Copies != 2 * (Round + 1) || WaveStore->WavWaveINos != Frames - Clip)
-            Fail("the cut did nothing");
+        if (Shown.Copies != 3 * (Round + 1) || WaveStore->WavWaveINos != Frames - Clip)
+            throw std::runtime_error("the cut did nothing");
         Undo.Of([] { WaveStore->Undo(); });
-        Select(From / 2, From / 2);
-        Insert.Of([&] { Commands.Paste(PasteInsert); });
-        if (WaveStore->WavWaveINos != Frames + Clip)
-            Fail("the paste did nothing");
-        Undo.Of([] { WaveStore->Undo(); });
-        Select(From / 2 + 54321, From / 2 + 54321);
-        Replace.Of([&] { Commands.Paste(PasteReplace); });
-        if (WaveStore->UndoCount() == 0)
-            Fail("the paste did nothing");
-        Undo.Of([] { WaveStore->Undo(); });
+        const auto Paste = [&](std::int32_t Mode, std::int32_t Position, Cost& Taken) {
+            Select(Position, Position);
+            Record(Mode == PasteInsert ? "Paste Insert" : "Paste Replace");
+            Taken.Of([&] { Commands.Paste(Mode); });
+            if (WaveStore->UndoCount() == 0)
+                throw std::runtime_error("the paste did nothing");
+            Undo.Of([] { WaveStore->Undo(); });
+        };
+        Paste(PasteInsert, From / 2, Insert);
+        Paste(PasteReplace, From / 2 + 54321, Replace);
         if (WaveStore->WavWaveINos != Frames)
-            Fail("the undo did nothing");
+            throw std::runtime_error("the undo did nothing");
         ClearClipboard();
         WaveStore.reset();
     }
+    Recorded.Tell("copy " + Where + ", with a new selection");
     Copy.Tell("copy " + Where);
     Cut.Tell("cut " + Where);
     Insert.Tell("paste insert " + Where);
@@ -145,6 +158,7 @@ void Imported(const BenchFolder& Folder, const std::string& File) {
         Load(File);
         Select(FileFrames / 8, FileFrames / 8 + FileClip - 1);
         Cost Copy;
+        Copy.Of([&] { Commands.Copy(); });
         Copy.Of([&] { Commands.Copy(); });
         Copy.Tell("copy 450 MB for another process");
         const std::string Line = CurrentSystemClipboard().Text();
@@ -220,7 +234,7 @@ void DocumentInMemory(const BlockCarrBuffClass& From) {
 }
 
 void Computing() {
-    constexpr int Rounds = 21;
+    constexpr int Rounds = 61;
     BlockCarrBuffClass Clip;
     BlockCarrBuffClass Doc;
     FillCarrier(Clip, 1);

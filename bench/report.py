@@ -127,9 +127,11 @@ def main():
     program = os.path.join(build, "bench", "quoril_")
     rows = store_rows(program + "store_bench", given.work)
     for command in ([program + "file_bench", "speed"], [program + "file_bench", "memory"],
-                    [program + "draw_bench"], [program + "drag_bench"]):
-        rows += [(name, value, unit, limit or None, "at most")
-                 for name, value, unit, limit in lines_of(command, given.work)]
+                    [program + "clip_bench", "clip"], [program + "clip_bench", "computing"],
+                    [program + "draw_bench"], [program + "drag_bench"], [program + "redraw_bench"]):
+        for name, value, unit, limit in lines_of(command, given.work):
+            kind = "at least" if limit < 0 else "at most"
+            rows.append((name, value, unit, abs(limit) or None, kind))
     rows += start_rows(build, given.work)
     print("| measured | value | limit | |\n|---|---|---|---|")
     missed = 0

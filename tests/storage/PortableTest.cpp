@@ -87,7 +87,7 @@ TEST_F(PortableTest, OwnBlocksComeBackSharingTheirFiles) {
     EXPECT_EQ(BrokenRule({&Mine, &Back}), "");
 }
 
-TEST_F(PortableTest, TheChannelsOfAForeignFileAreReadTogether) {
+TEST_F(PortableTest, BothChannelsOfAForeignFileComeBackAndNothingElseStays) {
     const std::string Org = RawFile(Session, "org.raw", 100, 2, 16);
     std::vector<std::int32_t> Left;
     std::vector<std::int32_t> Right;
