@@ -16,6 +16,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
+#include <sys/resource.h>
 
 namespace quoril::test {
 namespace {
@@ -219,6 +220,9 @@ TEST_F(BookmarkFileTest, ADamagedFileLeavesTheListAsItWas) {
             Bookmarks.assign(1, {});
         }
     }
+    rusage Used{};
+    ::getrusage(RUSAGE_SELF, &Used);
+    EXPECT_LT(Used.ru_maxrss, 500000) << "kilobytes: no memory for words that are not there";
     EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
 }
 
