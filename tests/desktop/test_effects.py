@@ -6,7 +6,7 @@ import struct
 import unittest
 
 from desktop_test import QUIET, DesktopTest
-from virtual_desktop import wait_until
+from virtual_desktop import DesktopError, wait_until
 
 FRAMES = 3001
 RATE = 8000
@@ -77,16 +77,21 @@ class Effects(DesktopTest):
     def keys(self, *keys):
         self.desktop.run("xdotool", "key", "--clearmodifiers", *keys)
 
-    def windows_and_menus(self):
-        return len(self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
-                                    str(self.editor.pid)).split())
+    def shows(self, count):
+        """Waits until so many windows and menus are on the screen."""
+        def state():
+            try:
+                return count == len(self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
+                                                     str(self.editor.pid)).split())
+            except DesktopError:
+                return False # one of them went while it was looked at
+        wait_until(state, f"{count} windows and menus")
 
     def menu(self, *keys):
         """Chooses from a menu. The next key waits until the menu of the last one is there."""
         self.desktop.run("xdotool", "windowactivate", "--sync", self.window.id)
-        shown = self.windows_and_menus()
-        for count, key in enumerate(keys):
-            wait_until(lambda: self.windows_and_menus() == shown + count, "the menu")
+        for before, key in enumerate(keys):
+            self.shows(1 + before)
             self.keys(key)
 
     def answer(self, title, *keys):
@@ -104,8 +109,12 @@ class Effects(DesktopTest):
         self.desktop.run("xdotool", "windowactivate", "--sync", self.window.id)
         self.keys("ctrl+s")
         expected = sound.wav_bytes()
-        wait_until(lambda: self.file.exists() and self.file.read_bytes() == expected,
-                   f"the right bytes in {self.file.name}")
+        def is_written():
+            try:
+                return self.file.read_bytes() == expected
+            except FileNotFoundError:
+                return False # it is just being made new
+        wait_until(is_written, f"the right bytes in {self.file.name}")
 
     def step(self, sound, expected, command):
         """Runs a command, and undo takes it back."""
