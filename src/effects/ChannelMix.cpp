@@ -61,13 +61,7 @@ void JoinInterleaved(const BlockCarrBuffClass& L, const BlockCarrBuffClass& R) {
     for (std::size_t i = 0; i < std::min(NumbersL.size(), NumbersR.size()); ++i) {
         const BlockRec& One = BlockTable[static_cast<std::size_t>(NumbersL[i])];
         const BlockRec& Other = BlockTable[static_cast<std::size_t>(NumbersR[i])];
-        if (One.BlockKind != BlockOrgFile || Other.BlockKind != BlockOrgFile ||
-            One.FileNo != Other.FileNo || One.BlockStart != Other.BlockStart ||
-            One.BlockLen != Other.BlockLen)
-            continue;
-        const OrgFileRec& File = OrgFileTable[static_cast<std::size_t>(One.FileNo)];
-        if (File.OrgFileChannels == 2 &&
-            std::int64_t{Other.FilePos} - One.FilePos == OrgFileStep(File) / 2)
+        if (BlocksInterleave(One, Other))
             OrgPairAdd(NumbersL[i], NumbersR[i]);
     }
 }

@@ -115,6 +115,15 @@ void OrgPairAdd(std::int32_t LeftNo, std::int32_t RightNo) {
     BlockPairTable.push_back({LeftNo, RightNo});
 }
 
+bool BlocksInterleave(const BlockRec& Left, const BlockRec& Right) noexcept {
+    if (Left.BlockKind != BlockOrgFile || Right.BlockKind != BlockOrgFile ||
+        Left.FileNo != Right.FileNo || Left.BlockLen != Right.BlockLen)
+        return false;
+    const OrgFileRec& File = OrgFileAt(Left.FileNo);
+    return File.OrgFileChannels == 2 &&
+           std::int64_t{Right.FilePos} - Left.FilePos == File.OrgFileBits / 8;
+}
+
 std::vector<BlockPairRec>::const_iterator BlockPairOf(std::int32_t BlockNo) noexcept {
     return std::find_if(BlockPairTable.cbegin(), BlockPairTable.cend(),
                         [BlockNo](const BlockPairRec& Pair) {

@@ -131,12 +131,7 @@ void PairUp(const BlockSet& Left, const BlockSet& Right, const ForeignFiles& For
     for (std::size_t i = 0; i < std::min(Left.size(), Right.size()); ++i) {
         const BlockRec& L = BlockAt(Left[i]);
         const BlockRec& R = BlockAt(Right[i]);
-        if (L.BlockKind != BlockOrgFile || R.BlockKind != BlockOrgFile || !Foreign.Hold(L) ||
-            L.FileNo != R.FileNo || L.BlockLen != R.BlockLen)
-            continue;
-        const OrgFileRec& File = OrgFileAt(L.FileNo);
-        if (File.OrgFileChannels == 2 &&
-            std::int64_t{L.FilePos} + File.OrgFileBits / 8 == R.FilePos)
+        if (Foreign.Hold(L) && BlocksInterleave(L, R))
             OrgPairAdd(Left[i], Right[i]);
     }
 }

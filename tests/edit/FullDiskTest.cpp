@@ -144,7 +144,7 @@ TEST_F(FullDiskTest, in_the_middle_of_a_lap) {
     for (const std::int32_t Style : {LapSmooth, LapSimple}) {
         Chosen.Choice.TransOpn = Style;
         FailsAndThenWorks(
-            [this] {
+            [] {
                 Select(1001, Count - 1000);
                 RunCommand({}, EditLap);
             },
