@@ -202,15 +202,11 @@ void BookmarkAdd(std::int32_t Index) {
         MsgBox("No play selection exists", Title);
         return;
     }
-    BookmarkRec Bookmark;
-    Bookmark.Name = "New-" + std::to_string(BookmarkNos() + 1);
+    BookmarkRec Bookmark = NewBookmark();
     bool Ok = false;
     BookmarkEdit(Mode, Bookmark, Ok);
-    if (Ok) {
-        if (Bookmarks.empty())
-            Bookmarks.emplace_back();
-        Bookmarks.push_back(std::move(Bookmark));
-    }
+    if (Ok)
+        BookmarkAppend(std::move(Bookmark));
     Refresh_Wave_View();
 }
 

@@ -160,10 +160,10 @@ void Merge(std::vector<BookmarkRec> Found) {
     const BokMrkChoices Choice = Choose(Found.size(), Invalid);
     if (Choice == BokMrkNothing)
         return;
-    if (Choice == BokMrkReplace || Bookmarks.empty())
+    if (Choice == BokMrkReplace)
         Bookmarks.assign(1, {});
     for (BookmarkRec& Bookmark : Found)
-        Bookmarks.push_back(std::move(Bookmark));
+        BookmarkAppend(std::move(Bookmark));
 }
 
 } // namespace

@@ -101,15 +101,12 @@ void SetBokMrkDialog(BokMrkDialog* Receiver) noexcept {
 }
 
 void BookmarkListAdd() {
-    BookmarkRec Bookmark;
-    Bookmark.Name = "New-" + std::to_string(BookmarkNos() + 1);
+    BookmarkRec Bookmark = NewBookmark();
     bool Ok = false;
     BookmarkEdit(BookmarkTyped, Bookmark, Ok);
     if (!Ok)
         return;
-    if (Bookmarks.empty())
-        Bookmarks.emplace_back();
-    Bookmarks.push_back(std::move(Bookmark));
+    BookmarkAppend(std::move(Bookmark));
     BookmarkChanged = true;
 }
 

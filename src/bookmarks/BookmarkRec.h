@@ -22,5 +22,9 @@ struct BookmarkRec {
 extern std::vector<BookmarkRec> Bookmarks;
 /// How many there are; 0 when the list is empty.
 [[nodiscard]] std::int32_t BookmarkNos() noexcept;
+/// A bookmark with the name that the next new one has.
+[[nodiscard]] BookmarkRec NewBookmark();
+/// Puts a bookmark at the end of the list.
+void BookmarkAppend(BookmarkRec Bookmark);
 
 } // namespace quoril

@@ -4,14 +4,14 @@
 #include "base/ModalWindow.h"
 #include "base/OkCancelRow.h"
 #include "base/QtText.h"
+#include "base/RadioFrame.h"
 
+#include <QAbstractButton>
 #include <QButtonGroup>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
@@ -27,9 +27,9 @@ BokMrkEdtFrm::BokMrkEdtFrm(BookmarkEditing& Shown, QWidget* Parent)
     Column->setSizeConstraint(QLayout::SetFixedSize);
     AddTexts(*Column);
     auto* Options = new QHBoxLayout;
-    TypOption = AddOptions(*Options, "Type:", "TypOption", BookmarkTypeCaptions);
-    SrcOption = AddOptions(*Options, "Source:", "SrcOption", BookmarkSourceCaptions);
-    AddOptions(*Options, "Positioning:", "PosOption", BookmarkPositioningCaptions)
+    TypOption = AddRadioFrame(*this, *Options, "Type:", "TypOption", BookmarkTypeCaptions, 1);
+    SrcOption = AddRadioFrame(*this, *Options, "Source:", "SrcOption", BookmarkSourceCaptions, 1);
+    AddRadioFrame(*this, *Options, "Positioning:", "PosOption", BookmarkPositioningCaptions, 1)
         ->button(1)
         ->setChecked(true);
     Column->addLayout(Options);
@@ -72,26 +72,6 @@ void BokMrkEdtFrm::AddTexts(QVBoxLayout& Column) {
             [this](const QString& Text) { Editing.Name = CoreText(Text); });
     connect(RemarkTxt, &QLineEdit::textChanged, this,
             [this](const QString& Text) { Editing.Remark = CoreText(Text); });
-}
-
-template <std::size_t Count>
-QButtonGroup* BokMrkEdtFrm::AddOptions(QLayout& Row, const char* Heading, const char* Name,
-                                       const std::array<const char*, Count>& Captions) {
-    auto* Frame = new QGroupBox(QLatin1String(Heading), this);
-    Frame->setAccessibleName(QLatin1String(Heading));
-    auto* Rows = new QVBoxLayout(Frame);
-    auto* Group = new QButtonGroup(Frame);
-    int Index = 0;
-    for (const char* Caption : Captions) {
-        auto* Button = new QRadioButton(QLatin1String(Caption), Frame);
-        Button->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(Name)).arg(++Index));
-        Button->setAccessibleName(QLatin1String(Caption));
-        Group->addButton(Button, Index);
-        Rows->addWidget(Button);
-    }
-    Rows->addStretch(1);
-    Row.addWidget(Frame);
-    return Group;
 }
 
 void BokMrkEdtFrm::AddPositions(QVBoxLayout& Column) {

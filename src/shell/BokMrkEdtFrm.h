@@ -8,7 +8,6 @@
 #include <array>
 
 class QButtonGroup;
-class QLayout;
 class QLineEdit;
 class QVBoxLayout;
 
@@ -23,9 +22,6 @@ class BokMrkEdtFrm final : public QDialog {
     QLineEdit* AddBox(const QString& Name, const QString& Accessible);
     void AddTexts(QVBoxLayout& Column);
     void AddPositions(QVBoxLayout& Column);
-    template <std::size_t Count>
-    QButtonGroup* AddOptions(QLayout& Row, const char* Heading, const char* Name,
-                             const std::array<const char*, Count>& Captions);
     /// Brings the controls into line with what they show.
     void UpdateFromTo();
     template <class ChangeType>

@@ -3,10 +3,10 @@
 #include "base/CommandFailure.h"
 #include "base/ModalWindow.h"
 #include "base/OkCancelRow.h"
+#include "base/RadioFrame.h"
 
+#include <QAbstractButton>
 #include <QButtonGroup>
-#include <QGroupBox>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 namespace quoril {
@@ -20,8 +20,10 @@ LapFrm::LapFrm(QWidget* Parent) : QDialog(Parent) {
     Column->setSizeConstraint(QLayout::SetFixedSize);
     const LapChoice Last = LapSettingsRead();
     SelcOpn =
-        AddOptions(*Column, "Current Selection type:", "SelcOpn", LapSelcCaptions, Last.SelcOpn);
-    TransOpn = AddOptions(*Column, "Transition style", "TransOpn", LapTransCaptions, Last.TransOpn);
+        AddRadioFrame(*this, *Column, "Current Selection type:", "SelcOpn", LapSelcCaptions, 0);
+    TransOpn = AddRadioFrame(*this, *Column, "Transition style", "TransOpn", LapTransCaptions, 0);
+    SelcOpn->button(Last.SelcOpn)->setChecked(true);
+    TransOpn->button(Last.TransOpn)->setChecked(true);
     SelcOpn->checkedButton()->setFocus();
 
     AddOkCancelRow(*this, *Column, OkClicked);
@@ -29,25 +31,6 @@ LapFrm::LapFrm(QWidget* Parent) : QDialog(Parent) {
 
 LapFrm::~LapFrm() {
     RunCommand({}, [this] { LapSettingsWrite(Choice()); });
-}
-
-QButtonGroup* LapFrm::AddOptions(QLayout& Column, const char* Heading, const char* Name,
-                                 std::span<const char* const> Captions, std::int32_t Chosen) {
-    auto* Frame = new QGroupBox(QLatin1String(Heading), this);
-    Frame->setAccessibleName(QLatin1String(Heading));
-    auto* Rows = new QVBoxLayout(Frame);
-    auto* Group = new QButtonGroup(Frame);
-    int Index = 0;
-    for (const char* Caption : Captions) {
-        auto* Button = new QRadioButton(QLatin1String(Caption), Frame);
-        Button->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(Name)).arg(Index));
-        Button->setAccessibleName(QLatin1String(Caption));
-        Button->setChecked(Index == Chosen);
-        Group->addButton(Button, Index++);
-        Rows->addWidget(Button);
-    }
-    Column.addWidget(Frame);
-    return Group;
 }
 
 LapChoice LapFrm::Choice() const {

@@ -5,10 +5,7 @@
 
 #include <QDialog>
 
-#include <span>
-
 class QButtonGroup;
-class QLayout;
 
 namespace quoril {
 
@@ -25,9 +22,6 @@ class LapFrm final : public QDialog {
     [[nodiscard]] LapChoice Choice() const;
 
   private:
-    QButtonGroup* AddOptions(QLayout& Column, const char* Heading, const char* Name,
-                             std::span<const char* const> Captions, std::int32_t Chosen);
-
     QButtonGroup* SelcOpn;
     QButtonGroup* TransOpn;
 };

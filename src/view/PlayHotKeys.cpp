@@ -43,13 +43,10 @@ void OrderEnds(BookmarkRec& Bookmark) {
 }
 
 void AddPoint(std::int32_t Position) {
-    BookmarkRec Bookmark;
-    Bookmark.Name = "New-" + std::to_string(BookmarkNos() + 1);
+    BookmarkRec Bookmark = NewBookmark();
     Bookmark.Text = CommentPoint;
     Bookmark.From = Bookmark.To = Position;
-    if (Bookmarks.empty())
-        Bookmarks.emplace_back();
-    Bookmarks.push_back(std::move(Bookmark));
+    BookmarkAppend(std::move(Bookmark));
 }
 
 void Backslash(std::int32_t Position) {

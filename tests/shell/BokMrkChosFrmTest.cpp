@@ -11,13 +11,6 @@
 namespace quoril::test {
 namespace {
 
-template <class Kind>
-Kind* Part(const QWidget* Window, const char* Name) {
-    auto* Found = Window->findChild<Kind*>(QLatin1String(Name));
-    EXPECT_NE(Found, nullptr) << Name;
-    return Found;
-}
-
 TEST(BokMrkChosFrmTest, GivesTheChosenOptionAndNothingWhenItIsCancelled) {
     BokMrkChosAsker Asker;
     const auto Ask = [&](const char* Option, const char* Button) {

@@ -15,13 +15,6 @@
 namespace quoril::test {
 namespace {
 
-template <class Kind>
-Kind* Part(const QWidget* Window, const char* Name) {
-    auto* Found = Window->findChild<Kind*>(QLatin1String(Name));
-    EXPECT_NE(Found, nullptr) << Name;
-    return Found;
-}
-
 class BokMrkEdtFrmTest : public ::testing::Test {
   protected:
     BokMrkEdtFrmTest() {

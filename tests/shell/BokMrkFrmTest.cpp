@@ -18,16 +18,6 @@ namespace {
 
 using ::testing::ElementsAre;
 
-template <class Kind>
-Kind* Part(const QWidget* Window, const char* Name) {
-    auto* Found = Window->findChild<Kind*>(QLatin1String(Name));
-    EXPECT_NE(Found, nullptr) << Name;
-    return Found;
-}
-void Press(const QWidget* Window, const char* Name) {
-    QTest::mouseClick(Part<QPushButton>(Window, Name), Qt::LeftButton);
-}
-
 class BokMrkFrmTest : public ::testing::Test, public FileDialogs, public BokMrkEdtDialog {
   protected:
     BokMrkFrmTest() {

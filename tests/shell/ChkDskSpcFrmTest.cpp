@@ -17,22 +17,12 @@ namespace {
 
 constexpr std::int64_t Megabyte = 1048576;
 
-template <class Kind>
-Kind* Part(const QWidget* Window, const char* Name) {
-    auto* Found = Window->findChild<Kind*>(QLatin1String(Name));
-    EXPECT_NE(Found, nullptr) << Name;
-    return Found;
-}
-
 class ChkDskSpcTest : public ::testing::Test {
   protected:
     /// 10 megabytes to transfer, 4 for the command.
     std::int32_t Ask() {
         return Asker.ShowChkDskSpc({10 * Megabyte, 4 * Megabyte, 14 * Megabyte, Free},
                                    [this] { return Free; });
-    }
-    static void Press(const QWidget* Window, const char* Name) {
-        QTest::mouseClick(Part<QPushButton>(Window, Name), Qt::LeftButton);
     }
     static QString Message(const QWidget* Window) {
         return Part<QLabel>(Window, "Msg1Lbl")->text();

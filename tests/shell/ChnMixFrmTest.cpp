@@ -18,16 +18,6 @@
 namespace quoril::test {
 namespace {
 
-template <class Kind>
-Kind* Part(const QWidget* Window, const char* Name) {
-    auto* Found = Window->findChild<Kind*>(QLatin1String(Name));
-    EXPECT_NE(Found, nullptr) << Name;
-    return Found;
-}
-void Press(const QWidget* Window, const char* Name) {
-    QTest::mouseClick(Part<QPushButton>(Window, Name), Qt::LeftButton);
-}
-
 TEST(ChnMixFrm, ShowsItsWordsAndTheGivenSources) {
     ChnMixAsker Asker;
     const WithDialog Act([](QWidget* Window) {

@@ -4,12 +4,26 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <gtest/gtest.h>
 
 namespace quoril::test {
+
+/// A control of a window by its name.
+template <class Kind>
+Kind* Part(const QWidget* Window, const char* Name) {
+    auto* Found = Window->findChild<Kind*>(QLatin1String(Name));
+    EXPECT_NE(Found, nullptr) << Name;
+    return Found;
+}
+/// Clicks a button of a window.
+inline void Press(const QWidget* Window, const char* Name) {
+    QTest::mouseClick(Part<QPushButton>(Window, Name), Qt::LeftButton);
+}
 
 /// Runs `Do` on the next modal window that comes up. A window that is still open afterwards is
 /// closed, so that a broken test ends.

@@ -1,0 +1,30 @@
+#include "base/RadioFrame.h"
+
+#include <QButtonGroup>
+#include <QDialog>
+#include <QGroupBox>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace quoril {
+
+QButtonGroup* AddRadioFrame(QDialog& Dialog, QLayout& Place, const char* Heading, const char* Name,
+                            std::span<const char* const> Captions, int First) {
+    auto* Frame = new QGroupBox(QLatin1String(Heading), &Dialog);
+    Frame->setAccessibleName(QLatin1String(Heading));
+    auto* Rows = new QVBoxLayout(Frame);
+    auto* Group = new QButtonGroup(Frame);
+    int Index = First;
+    for (const char* Caption : Captions) {
+        auto* Button = new QRadioButton(QLatin1String(Caption), Frame);
+        Button->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(Name)).arg(Index));
+        Button->setAccessibleName(QLatin1String(Caption));
+        Group->addButton(Button, Index++);
+        Rows->addWidget(Button);
+    }
+    Rows->addStretch(1);
+    Place.addWidget(Frame);
+    return Group;
+}
+
+} // namespace quoril
