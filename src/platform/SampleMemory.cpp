@@ -43,15 +43,34 @@ std::size_t BytesFor(std::int32_t Count) {
     throw Failure("Out of memory");
 }
 
+/// The smallest spare that is large enough, the newest of equal ones. What is too much stays spare.
 void* SpareTake(std::size_t Bytes) {
-    const auto Found = std::find_if(Spares.rbegin(), Spares.rend(),
-                                    [&](const Spare& One) { return One.Bytes == Bytes; });
-    if (Found == Spares.rend())
+    auto Best = Spares.end();
+    for (auto One = Spares.begin(); One != Spares.end(); ++One)
+        if (One->Bytes >= Bytes && (Best == Spares.end() || One->Bytes <= Best->Bytes))
+            Best = One;
+    if (Best == Spares.end())
         return nullptr;
-    void* const Place = Found->Place;
+    void* const Place = Best->Place;
     SpareBytes -= Bytes;
-    Spares.erase(std::next(Found).base());
+    if (Best->Bytes == Bytes)
+        Spares.erase(Best);
+    else
+        *Best = {static_cast<char*>(Place) + Bytes, Best->Bytes - Bytes};
     return Place;
+}
+
+/// Gives the oldest spares back to the system, the last of them only as far as it must be.
+void SparesKeepAtMost(std::size_t Bytes) noexcept {
+    while (SpareBytes > Bytes) {
+        Spare& Oldest = Spares.front();
+        const std::size_t Given = std::min(Oldest.Bytes, SpareBytes - Bytes);
+        Oldest.Bytes -= Given;
+        SpareBytes -= Given;
+        ::munmap(static_cast<char*>(Oldest.Place) + Oldest.Bytes, Given);
+        if (Oldest.Bytes == 0)
+            Spares.erase(Spares.begin());
+    }
 }
 
 void* MapZeroed(std::size_t Bytes) {
@@ -105,15 +124,11 @@ void SampleMemoryGive(std::int16_t* Samples, std::int32_t Count) noexcept {
         std::free(Samples);
         return;
     }
-    while (!Spares.empty() && SpareBytes + Bytes > MostSpareBytes) {
-        ::munmap(Spares.front().Place, Spares.front().Bytes);
-        SpareBytes -= Spares.front().Bytes;
-        Spares.erase(Spares.begin());
-    }
     if (Bytes > MostSpareBytes) {
         ::munmap(Samples, Bytes);
         return;
     }
+    SparesKeepAtMost(MostSpareBytes - Bytes);
     Spares.push_back({Samples, Bytes});
     SpareBytes += Bytes;
 }
@@ -123,10 +138,7 @@ std::int64_t SampleMemoryInUse() noexcept {
 }
 
 void SampleMemoryTrim() noexcept {
-    for (const Spare& One : Spares)
-        ::munmap(One.Place, One.Bytes);
-    Spares.clear();
-    SpareBytes = 0;
+    SparesKeepAtMost(0);
 }
 
 } // namespace quoril

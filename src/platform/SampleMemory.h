@@ -1,5 +1,6 @@
 // Memory for runs of samples. Large runs come straight from the system in large pages and go back
-// to it; a few are kept for the next use, since fresh pages cost more than copying into them.
+// to it; a few are kept for the next use, whole or in parts, since fresh pages cost more than
+// copying into them.
 #pragma once
 
 #include <cstddef>
