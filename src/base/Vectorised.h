@@ -5,5 +5,5 @@
 #if defined(QUORIL_NO_CLONES)
 #define QUORIL_VECTORISED
 #else
-#define QUORIL_VECTORISED __attribute__((target_clones("avx2", "default")))
+#define QUORIL_VECTORISED __attribute__((target_clones("arch=x86-64-v4", "avx2", "default")))
 #endif

@@ -1,7 +1,7 @@
 #include "edit/LapKernel.h"
 
+#include "base/RunSteps.h"
 #include "base/Vectorised.h"
-#include "edit/RunSteps.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -17,7 +17,7 @@ void SmoothLoop(const std::int16_t* A, const std::int16_t* B, std::int16_t* Out,
     for (std::size_t k = 0; k < Length; ++k) {
         const double T = (First + RunSteps[k]) / Count;
         const double U = 1.0 - T;
-        const double FromA = (static_cast<double>(A[k]) * U + RoundingShift) - RoundingShift;
+        const double FromA = RoundedWhole(static_cast<double>(A[k]) * U);
         Out[k] = LimitedSample(RoundedLow(static_cast<double>(B[k]) * T + FromA), Max);
     }
 }

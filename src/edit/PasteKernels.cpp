@@ -1,8 +1,8 @@
 #include "edit/PasteKernels.h"
 
 #include "base/Arithmetic.h"
+#include "base/RunSteps.h"
 #include "base/Vectorised.h"
-#include "edit/RunSteps.h"
 
 #include <algorithm>
 #include <cmath>

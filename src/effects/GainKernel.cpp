@@ -1,6 +1,7 @@
 #include "effects/GainKernel.h"
 
 #include "base/Arithmetic.h"
+#include "base/RunSteps.h"
 #include "base/Vectorised.h"
 
 #include <cstddef>
@@ -9,11 +10,7 @@ namespace quoril {
 
 namespace {
 
-/// Adding and taking off 1.5 x 2^52 rounds a double of less than 2^51 to the nearest whole number,
-/// ties to even: the sum has no room for a fraction. The loop has no call in it, so it is
-/// vectorised on every instruction set.
-constexpr double RoundingShift = 6755399441055744.0;
-
+// The loop has no call in it, so it is vectorised on every instruction set.
 QUORIL_VECTORISED
 void GainLoop(const std::int16_t* In, std::int16_t* Out, std::size_t Count, double Factor,
               double Low, double High) noexcept {
@@ -21,8 +18,7 @@ void GainLoop(const std::int16_t* In, std::int16_t* Out, std::size_t Count, doub
         double Value = static_cast<double>(In[i]) * Factor;
         Value = Value < Low ? Low : Value;
         Value = Value > High ? High : Value;
-        Value = (Value + RoundingShift) - RoundingShift;
-        Out[i] = static_cast<std::int16_t>(static_cast<std::int32_t>(Value));
+        Out[i] = static_cast<std::int16_t>(static_cast<std::int32_t>(RoundedWhole(Value)));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "effects/SampleKernels.h"
 
 #include "base/Arithmetic.h"
+#include "base/RunSteps.h"
 #include "base/Vectorised.h"
 
 #include <algorithm>
@@ -9,9 +10,6 @@
 namespace quoril {
 
 namespace {
-
-/// Added and taken off, it rounds a double to the nearest whole number, ties to even.
-constexpr double RoundingShift = 6755399441055744.0;
 
 // The loops take plain pointers and limits and call nothing, so that they are vectorised.
 
@@ -23,8 +21,7 @@ void RampLoop(const std::int16_t* In, std::int16_t* Out, std::int32_t Count, dou
             (Start + Step * static_cast<double>(Before + k)) * static_cast<double>(In[k]);
         Value = Value < Low ? Low : Value;
         Value = Value > High ? High : Value;
-        Value = (Value + RoundingShift) - RoundingShift;
-        Out[k] = static_cast<std::int16_t>(static_cast<std::int32_t>(Value));
+        Out[k] = static_cast<std::int16_t>(static_cast<std::int32_t>(RoundedWhole(Value)));
     }
 }
 

@@ -22,6 +22,10 @@ inline constexpr std::array<double, MostRunSteps> RunSteps = [] {
 /// ties to even: the sum has no room for a fraction.
 inline constexpr double RoundingShift = 6755399441055744.0;
 
+[[gnu::always_inline]] inline double RoundedWhole(double Value) noexcept {
+    return (Value + RoundingShift) - RoundingShift;
+}
+
 /// A double of less than 2^31 to the nearest whole number, ties to even: the low bits of its sum
 /// with 1.5 x 2^52 are that number.
 [[gnu::always_inline]] inline std::int32_t RoundedLow(double Value) noexcept {
