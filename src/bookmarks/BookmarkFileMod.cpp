@@ -6,6 +6,7 @@
 #include "base/ProgramTitle.h"
 #include "bookmarks/BookmarkRec.h"
 #include "platform/FileHandle.h"
+#include "platform/PrivateProfile.h"
 #include "platform/Text.h"
 #include "settings/STD1.h"
 #include "storage/FileMemoClass.h"
@@ -98,17 +99,17 @@ std::vector<BookmarkRec> ReadOwnFormat(const std::string& FileName) {
 
 // ---- The text format
 
-std::string TextValue(const std::string& Key, const std::string& Default,
-                      const std::string& FileName) {
-    return ProfileGet(Section, Key, Default, FileName).substr(0, TextValueBytes);
+std::string TextValue(const PrivateProfileContents& File, const std::string& Key,
+                      const std::string& Default) {
+    return File.Get(Section, Key, Default, TextValueBytes);
 }
 
-BookmarkRec ReadTextRecord(std::int32_t Number, const std::string& FileName) {
+BookmarkRec ReadTextRecord(const PrivateProfileContents& File, std::int32_t Number) {
     const std::string Digits = std::to_string(Number);
     BookmarkRec Bookmark;
-    Bookmark.Name = TextValue("Name" + Digits, Digits + "No Name", FileName);
-    Bookmark.Text = TextValue("Text" + Digits, "", FileName);
-    const std::string Samples = TextValue("Samples" + Digits, "0~0", FileName);
+    Bookmark.Name = TextValue(File, "Name" + Digits, Digits + "No Name");
+    Bookmark.Text = TextValue(File, "Text" + Digits, "");
+    const std::string Samples = TextValue(File, "Samples" + Digits, "0~0");
     const std::size_t Mark = std::min(Samples.find('~'), Samples.size());
     Bookmark.From = RoundToLong(LeadingNumber(Samples.substr(0, Mark)));
     Bookmark.To = RoundToLong(LeadingNumber(Samples.substr(std::min(Mark + 1, Samples.size()))));
@@ -117,7 +118,8 @@ BookmarkRec ReadTextRecord(std::int32_t Number, const std::string& FileName) {
 
 /// False when there are none, which has been told then.
 bool ReadTextFormat(const std::string& FileName, std::vector<BookmarkRec>& Found) {
-    const std::int32_t Count = RoundToLong(LeadingNumber(TextValue("Total Nos", "-1", FileName)));
+    const PrivateProfileContents File(FileName);
+    const std::int32_t Count = RoundToLong(LeadingNumber(TextValue(File, "Total Nos", "-1")));
     if (Count <= 0) {
         MsgBox("Loading Bookmark failed");
         return false;
@@ -125,7 +127,7 @@ bool ReadTextFormat(const std::string& FileName, std::vector<BookmarkRec>& Found
     if (Count > IdentityOfFile(FileName).Bytes / TextRecordBytes)
         throw Failure("This file of bookmarks is damaged");
     for (std::int32_t Number = 1; Number <= Count; ++Number)
-        Found.push_back(ReadTextRecord(Number, FileName));
+        Found.push_back(ReadTextRecord(File, Number));
     return true;
 }
 

@@ -252,22 +252,36 @@ bool ChangeProfile(const std::string& NameGiven, const Change& Apply) {
 
 } // namespace
 
-std::string GetPrivateProfileStringA(const std::string& Section, const std::string& Key,
-                                     const std::string& Default, const std::string& FileName,
-                                     std::size_t MostCharacters) {
+struct PrivateProfileContents::Inner {
+    Profile Lines;
+};
+
+PrivateProfileContents::PrivateProfileContents(const std::string& FileName) {
+    if (FileName.find('\0') != std::string::npos)
+        return;
+    if (const std::optional<std::string> Bytes = ContentsOf(FileName); Bytes && !Bytes->empty())
+        Parsed.reset(new Inner{Profile(*Bytes)});
+}
+
+PrivateProfileContents::~PrivateProfileContents() = default;
+
+std::string PrivateProfileContents::Get(const std::string& Section, const std::string& Key,
+                                        const std::string& Default,
+                                        std::size_t MostCharacters) const {
     std::string Result = Default;
     const std::string Name = KeyName(Key);
-    const bool PossibleName = FileName.find('\0') == std::string::npos;
-    if (!Name.empty() && PossibleName) {
-        if (std::optional<std::string> Bytes = ContentsOf(FileName); Bytes && !Bytes->empty()) {
-            const Profile Parsed(*Bytes);
-            if (const char* Value = Parsed.Find(SectionName(Section), Name))
-                Result = WithoutQuotes(Value);
-        }
-    }
+    if (Parsed != nullptr && !Name.empty())
+        if (const char* Value = Parsed->Lines.Find(SectionName(Section), Name))
+            Result = WithoutQuotes(Value);
     if (MostCharacters > 0 && Result.size() > MostCharacters)
         Result.resize(MostCharacters);
     return Result;
+}
+
+std::string GetPrivateProfileStringA(const std::string& Section, const std::string& Key,
+                                     const std::string& Default, const std::string& FileName,
+                                     std::size_t MostCharacters) {
+    return PrivateProfileContents(FileName).Get(Section, Key, Default, MostCharacters);
 }
 
 bool WritePrivateProfileStringA(const std::string& Section, const std::string& Key,

@@ -6,6 +6,7 @@
 // one pair of quotes around it are taken off. Order, comments and unknown keys are kept.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,6 +20,23 @@ namespace quoril {
                                                    const std::string& Default,
                                                    const std::string& FileName,
                                                    std::size_t MostCharacters = 0);
+
+/// What a settings file holds at one moment, for those who read many values of one file.
+class PrivateProfileContents {
+  public:
+    /// Never fails: of a file that cannot be read every key is missing.
+    explicit PrivateProfileContents(const std::string& FileName);
+    ~PrivateProfileContents();
+    PrivateProfileContents(const PrivateProfileContents&) = delete;
+    PrivateProfileContents& operator=(const PrivateProfileContents&) = delete;
+    /// As GetPrivateProfileStringA.
+    [[nodiscard]] std::string Get(const std::string& Section, const std::string& Key,
+                                  const std::string& Default, std::size_t MostCharacters = 0) const;
+
+  private:
+    struct Inner;
+    std::unique_ptr<const Inner> Parsed; ///< null when there is nothing to read
+};
 
 /// Stores a value; the file and its section are made when missing. False when the file cannot be
 /// written: then it is as it was.

@@ -184,6 +184,18 @@ TEST_F(BookmarkFileTest, TextFilesAreReadWithTheirDefaultsAndCutValues) {
                             "3No Name||1|0|0|false"));
 }
 
+// Each value is looked up in the file as it was read once. Read anew for each one, a file as large
+// as settings may be would take minutes.
+TEST_F(BookmarkFileTest, ATextFileOfManyBookmarksIsReadOnce) {
+    constexpr int Count = 20000;
+    std::string Lines = fmt::format("[Bookmarks]\nTotal Nos={}\n", Count);
+    for (int No = 1; No <= Count; ++No)
+        Lines += fmt::format("Name{0}=n{0}\nSamples{0}={0}~{1}\n", No, No + 1);
+    LoadBookmarks(Folder.Write("many.txt", Lines));
+    ASSERT_EQ(BookmarkNos(), Count);
+    EXPECT_EQ(List().back(), "n20000||2|20000|20001|false");
+}
+
 TEST_F(BookmarkFileTest, ATextFileWithoutACountSaysThatItFailed) {
     LoadBookmarks(Folder.Write("a.txt", "[Bookmarks]\nName1=a\n"));
     LoadBookmarks(Folder.Write("b.txt", "[Bookmarks]\nTotal Nos=0\n"));
