@@ -1,5 +1,6 @@
 #include "BenchSupport.h"
 
+#include "audiofile/OpenSaveClass.h"
 #include "platform/FileHandle.h"
 #include "settings/STD1.h"
 #include "storage/FileMemoClass.h"
@@ -102,6 +103,18 @@ void MakeWav(const std::string& FileName, std::int32_t Channels, std::int64_t Fr
         Done += static_cast<std::int64_t>(Bytes);
     }
     File.Close();
+}
+
+void OpenWav(FileMemoClass& Store, const std::string& FileName) {
+    bool Result = false;
+    OpenSaveClass().FileLoadWave(Store, FileName, Result);
+    if (!Result)
+        throw std::runtime_error(FileName + " could not be opened");
+}
+
+void DocumentOf(const std::string& FileName) {
+    WaveStore = std::make_unique<FileMemoClass>();
+    OpenWav(*WaveStore, FileName);
 }
 
 void DocumentInWorkFiles(const std::string& Samples, std::int32_t Frames) {

@@ -5,6 +5,10 @@
 #include <functional>
 #include <string>
 
+namespace quoril {
+class FileMemoClass;
+}
+
 namespace quoril::bench {
 
 /// A folder for one run on the disk of the current folder, with session and settings places set;
@@ -31,6 +35,10 @@ class BenchFolder {
 [[nodiscard]] std::int64_t PeakMemory();
 /// A canonical 16-bit WAV file at 44100 Hz. `Real`: with samples; otherwise one large hole.
 void MakeWav(const std::string& FileName, std::int32_t Channels, std::int64_t Frames, bool Real);
+/// Opens a file into `Store`. Throws when it cannot be opened.
+void OpenWav(FileMemoClass& Store, const std::string& FileName);
+/// Makes `WaveStore` a new document with that file opened.
+void DocumentOf(const std::string& FileName);
 /// Makes `WaveStore` a stereo document of 44100 Hz whose samples lie in two work files. Both are
 /// second names of the file `Samples`, which holds `Frames` 16-bit samples and more.
 void DocumentInWorkFiles(const std::string& Samples, std::int32_t Frames);

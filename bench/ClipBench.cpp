@@ -1,7 +1,6 @@
 // Copy, cut, paste and undo of a clip that lies in a file: what each takes in time, in bytes
 // read, and in memory. Then the pastes that compute and the laps, beside the walk of a gain.
 #include "BenchSupport.h"
-#include "audiofile/OpenSaveClass.h"
 #include "base/ViewState.h"
 #include "edit/CopyPasteCommands.h"
 #include "edit/LapMod.h"
@@ -52,14 +51,6 @@ struct Windows final : FileDialogs, CopyPasteView, LapDialog {
     int Copies = 0;
     std::int32_t LapTransition = LapSmooth;
 };
-
-void Load(const std::string& FileName) {
-    WaveStore = std::make_unique<FileMemoClass>();
-    bool Result = false;
-    OpenSaveClass().FileLoadWave(*WaveStore, FileName, Result);
-    if (!Result)
-        Fail("a file could not be opened");
-}
 
 void Select(std::int32_t From, std::int32_t To) {
     SelBoth = true;
@@ -155,7 +146,7 @@ void Imported(const BenchFolder& Folder, const std::string& File) {
             std::_Exit(1);
         Windows Shown;
         CopyPasteClass Commands(Shown, Shown);
-        Load(File);
+        DocumentOf(File);
         Select(FileFrames / 8, FileFrames / 8 + FileClip - 1);
         Cost Copy;
         Copy.Of([&] { Commands.Copy(); });
@@ -182,7 +173,7 @@ void Imported(const BenchFolder& Folder, const std::string& File) {
     CopyPasteClass Commands(Shown, Shown);
     const std::string Small = Folder.Path("small.wav");
     MakeWav(Small, 2, 44100, true);
-    Load(Small);
+    DocumentOf(Small);
     Select(100, 100);
     const std::int64_t Before = BytesRead();
     const double Seconds = SecondsOf([&] { Commands.Paste(PasteInsert); });
@@ -297,7 +288,7 @@ int Run(const std::string& What) {
         MakeWav(Large, 2, FileFrames, true);
         ::sync(); // what waits to be written would be waited for by the settings file
         Imported(Folder, Large);
-        LargeClip([&] { Load(Large); }, FileFrames, FileClip, "450 MB of an original file");
+        LargeClip([&] { DocumentOf(Large); }, FileFrames, FileClip, "450 MB of an original file");
         MakeWav(Folder.Path("samples"), 1, WorkFrames, true);
         ::sync();
         LargeClip([&] { DocumentInWorkFiles(Folder.Path("samples"), WorkFrames); }, WorkFrames,

@@ -113,11 +113,7 @@ void Open(const BenchFolder& Folder, const std::string& In) {
         DocumentInWorkFiles(Folder.Path("samples"), WorkFileFrames);
         return;
     }
-    WaveStore = std::make_unique<FileMemoClass>();
-    bool Result = false;
-    OpenSaveClass().FileLoadWave(*WaveStore, In, Result);
-    if (!Result)
-        throw std::runtime_error("the file could not be opened");
+    DocumentOf(In);
 }
 
 int RunOne(const NamedCommand& Command, const std::string& In, const std::string& Out) {

@@ -2,7 +2,6 @@
 // thirty pictures a second are 33 ms each; and a selection in a window as wide as a large screen,
 // where the rubber band is held against a copy of the pictures behind it.
 #include "BenchSupport.h"
-#include "audiofile/OpenSaveClass.h"
 #include "base/ViewState.h"
 #include "storage/FileMemoClass.h"
 #include "view/PicturePanel.h"
@@ -157,11 +156,7 @@ int main(int argc, char** argv) {
     MemoryBudget = 536870912;
     const std::string Large = Folder.Path("large.wav");
     MakeWav(Large, 2, Frames, true);
-    WaveStore = std::make_unique<FileMemoClass>();
-    bool Result = false;
-    OpenSaveClass().FileLoadWave(*WaveStore, Large, Result);
-    if (!Result)
-        return 1;
+    DocumentOf(Large);
     {
         WaveEditor_Frm Window;
         Window.resize(1920, 1080);

@@ -1,6 +1,5 @@
 // Drawing a 2 GB stereo file at the width of a large screen, beside copying a picture of that size.
 #include "BenchSupport.h"
-#include "audiofile/OpenSaveClass.h"
 #include "base/ViewState.h"
 #include "storage/FileMemoClass.h"
 #include "view/ColorSettings.h"
@@ -52,11 +51,7 @@ int main(int argc, char** argv) {
     const std::string Large = Folder.Path("large.wav");
     constexpr std::int32_t Frames = 500000000;
     MakeWav(Large, 2, Frames, true);
-    WaveStore = std::make_unique<FileMemoClass>();
-    bool Result = false;
-    OpenSaveClass().FileLoadWave(*WaveStore, Large, Result);
-    if (!Result)
-        return 1;
+    DocumentOf(Large);
     ViewFrom = 1;
     ViewTotal = Frames;
     constexpr int Width = 3840;

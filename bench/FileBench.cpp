@@ -20,15 +20,6 @@ using namespace quoril::bench;
 constexpr std::int64_t TwoGigabytes = 2000000000;
 constexpr double Megabyte = 1000000;
 
-void Load(FileMemoClass& Store, const std::string& FileName) {
-    bool Result = false;
-    OpenSaveClass().FileLoadWave(Store, FileName, Result);
-    if (!Result) {
-        std::fprintf(stderr, "%s could not be opened\n", FileName.c_str());
-        std::exit(1);
-    }
-}
-
 void Write(FileMemoClass& Store, const std::string& FileName) {
     if (!OpenSaveClass().FileWriteWave(Store, FileName))
         std::exit(1);
@@ -38,11 +29,11 @@ void Opening(const BenchFolder& Folder) {
     FileMemoClass Store;
     const std::string Large = Folder.Path("large.wav");
     MakeWav(Large, 2, TwoGigabytes / 4, false);
-    Load(Store, Large);
+    OpenWav(Store, Large);
     const std::int64_t Before = BytesRead();
-    Load(Store, Large);
+    OpenWav(Store, Large);
     Report("open 2 GB: bytes read", static_cast<double>(BytesRead() - Before) / 1024, "KiB", 128);
-    Report("open 2 GB: time", 1000 * BestSecondsOf(5, [&] { Load(Store, Large); }), "ms", 5);
+    Report("open 2 GB: time", 1000 * BestSecondsOf(5, [&] { OpenWav(Store, Large); }), "ms", 5);
 }
 
 /// The times of many runs of one operation.
@@ -66,7 +57,7 @@ class Times {
 /// what was read is pushed out to work files again.
 void Editing(const BenchFolder& Folder, bool AtBorders) {
     FileMemoClass Store;
-    Load(Store, Folder.Path("large.wav"));
+    OpenWav(Store, Folder.Path("large.wav"));
     BlockCarrBuffClass Clip;
     Clip.ReDimSize(1000);
     Clip.WaveLR(1, 1);
@@ -128,11 +119,11 @@ void Saving(const BenchFolder& Folder) {
     FileMemoClass Store;
     double Untouched = 1e9;
     for (int i = 0; i < 3; ++i) {
-        Load(Store, In);
+        OpenWav(Store, In);
         Untouched = std::min(Untouched, SecondsOf([&] { Write(Store, Out); }));
     }
     Report("save 300 MB untouched / cp", Untouched / CopyTime, "times", 3);
-    Load(Store, In);
+    OpenWav(Store, In);
     std::unique_ptr<BlockCarrBuffClass> L;
     std::unique_ptr<BlockCarrBuffClass> R;
     Store.WaveCollectData(1, static_cast<std::int32_t>(Frames), 0, L, R);
@@ -155,7 +146,7 @@ void Memory(const BenchFolder& Folder) {
     const std::string Large = Folder.Path("large.wav");
     MakeWav(Large, 2, TwoGigabytes / 4, true);
     FileMemoClass Store;
-    Load(Store, Large);
+    OpenWav(Store, Large);
     SampleArray L;
     SampleArray R;
     for (std::int32_t From = 1; From <= Store.WavWaveINos; From += 1000000)

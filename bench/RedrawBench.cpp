@@ -1,7 +1,6 @@
 // A command over a 30-minute file from its call to the painted window, with the real progress
 // window, and what that window costs.
 #include "BenchSupport.h"
-#include "audiofile/OpenSaveClass.h"
 #include "base/ProgressReport.h"
 #include "base/ViewState.h"
 #include "effects/TransformCommands.h"
@@ -59,10 +58,7 @@ struct Case {
 };
 
 void Measure(Case& Each, TimedProgress& Progress, const std::string& File) {
-    bool Result = false;
-    OpenSaveClass().FileLoadWave(*WaveStore, File, Result);
-    if (!Result)
-        std::exit(1);
+    OpenWav(*WaveStore, File);
     SelBoth = true;
     SelStart = 1;
     SelEnd = WaveStore->WavWaveINos;

@@ -139,6 +139,10 @@ class FileMemoClass {
     static void EditPrepare(BlockListClass& List, std::int32_t Length, std::int32_t PosStart,
                             std::int32_t DeleteLen, const BlockCarrBuffClass* Carrier,
                             BlockSet& Clones);
+    /// The same in the channels that are worked on; without carriers nothing is put in.
+    void EditPrepareChannels(std::int32_t PosStart, std::int32_t WorkChn, std::int32_t DeleteLen,
+                             const BlockCarrBuffClass* FileObL, const BlockCarrBuffClass* FileObR,
+                             EditClones& Clones);
     /// What has been prepared.
     void DeletePrepared(std::int32_t PosStart, std::int32_t WorkChn, std::int32_t DeleteLen,
                         const std::string& UndoName, bool IsLastOperation);

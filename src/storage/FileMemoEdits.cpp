@@ -46,15 +46,21 @@ void FileMemoClass::EditPrepare(BlockListClass& List, std::int32_t Length, std::
         Carrier->BuffBlocksGetCopy(Clones);
 }
 
+void FileMemoClass::EditPrepareChannels(std::int32_t PosStart, std::int32_t WorkChn,
+                                        std::int32_t DeleteLen, const BlockCarrBuffClass* FileObL,
+                                        const BlockCarrBuffClass* FileObR, EditClones& Clones) {
+    if (WorkChn == 0 || WorkChn == 1)
+        EditPrepare(ListL, LengthL, PosStart, DeleteLen, FileObL, Clones.L);
+    if (WorkChn == 0 || WorkChn == 2)
+        EditPrepare(ListR, LengthR, PosStart, DeleteLen, FileObR, Clones.R);
+}
+
 bool FileMemoClass::WaveDataInsert(std::int32_t PosStart, std::int32_t WorkChn,
                                    const BlockCarrBuffClass* FileObL,
                                    const BlockCarrBuffClass* FileObR, const std::string& UndoName,
                                    bool IsLastOperation) {
     EditClones Clones;
-    if (WorkChn == 0 || WorkChn == 1)
-        EditPrepare(ListL, LengthL, PosStart, 0, FileObL, Clones.L);
-    if (WorkChn == 0 || WorkChn == 2)
-        EditPrepare(ListR, LengthR, PosStart, 0, FileObR, Clones.R);
+    EditPrepareChannels(PosStart, WorkChn, 0, FileObL, FileObR, Clones);
     InsertPrepared(PosStart, WorkChn, FileObL, FileObR, Clones, UndoName, IsLastOperation);
     return true;
 }
@@ -106,10 +112,7 @@ bool FileMemoClass::WaveDataDelete(std::int32_t PosStart, std::int32_t WorkChn,
                                    std::int32_t DeleteLen, const std::string& UndoName,
                                    bool IsLastOperation) {
     EditClones None;
-    if (WorkChn == 0 || WorkChn == 1)
-        EditPrepare(ListL, LengthL, PosStart, DeleteLen, nullptr, None.L);
-    if (WorkChn == 0 || WorkChn == 2)
-        EditPrepare(ListR, LengthR, PosStart, DeleteLen, nullptr, None.R);
+    EditPrepareChannels(PosStart, WorkChn, DeleteLen, nullptr, nullptr, None);
     DeletePrepared(PosStart, WorkChn, DeleteLen, UndoName, IsLastOperation);
     return true;
 }
@@ -166,10 +169,7 @@ void FileMemoClass::WaveDataExchange(std::int32_t PosStart, std::int32_t WorkChn
                                      const BlockCarrBuffClass* FileObR, const std::string& UndoName,
                                      bool IsLastOperation) {
     EditClones Clones;
-    if (WorkChn == 0 || WorkChn == 1)
-        EditPrepare(ListL, LengthL, PosStart, DeleteLen, FileObL, Clones.L);
-    if (WorkChn == 0 || WorkChn == 2)
-        EditPrepare(ListR, LengthR, PosStart, DeleteLen, FileObR, Clones.R);
+    EditPrepareChannels(PosStart, WorkChn, DeleteLen, FileObL, FileObR, Clones);
     DeletePrepared(PosStart, WorkChn, DeleteLen, UndoName, false);
     InsertPrepared(PosStart, WorkChn, FileObL, FileObR, Clones, UndoName, IsLastOperation);
 }

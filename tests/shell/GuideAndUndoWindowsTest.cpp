@@ -20,21 +20,13 @@
 namespace quoril {
 namespace {
 
+using test::Part;
+using test::Press;
 using test::ScriptedMessages;
 using test::TestSession;
 using test::WithDialog;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-template <class Control>
-Control* Find(QWidget* Window, const char* Name) {
-    auto* Found = Window->findChild<Control*>(QString::fromLatin1(Name));
-    EXPECT_NE(Found, nullptr) << Name;
-    return Found;
-}
-void Press(QWidget* Window, const char* Name) {
-    QTest::mouseClick(Find<QPushButton>(Window, Name), Qt::LeftButton);
-}
 
 // ---- Guide tips
 
@@ -50,8 +42,8 @@ TEST_F(GuideWindow, ShowsTheTipAndRemembersTheTick) {
     {
         const WithDialog Act([](QWidget* Window) {
             EXPECT_EQ(Window->objectName(), "UserGuideFrm");
-            EXPECT_EQ(Find<QLabel>(Window, "GuideLbl")->text(), "A <b>tip</b>");
-            auto* IKnow = Find<QCheckBox>(Window, "IKnowChk");
+            EXPECT_EQ(Part<QLabel>(Window, "GuideLbl")->text(), "A <b>tip</b>");
+            auto* IKnow = Part<QCheckBox>(Window, "IKnowChk");
             EXPECT_FALSE(IKnow->isChecked());
             EXPECT_TRUE(IKnow->isEnabled());
             IKnow->setChecked(true);
@@ -66,7 +58,7 @@ TEST_F(GuideWindow, ShowsTheTipAndRemembersTheTick) {
 TEST_F(GuideWindow, ATickedTipThatIsForcedHasItsBoxOnAndLocked) {
     ProfilePut("I Know", "Tip", "Yes", UserGuideFileName());
     const WithDialog Act([](QWidget* Window) {
-        auto* IKnow = Find<QCheckBox>(Window, "IKnowChk");
+        auto* IKnow = Part<QCheckBox>(Window, "IKnowChk");
         EXPECT_TRUE(IKnow->isChecked());
         EXPECT_FALSE(IKnow->isEnabled());
         Press(Window, "OkBtn");
@@ -77,7 +69,7 @@ TEST_F(GuideWindow, ATickedTipThatIsForcedHasItsBoxOnAndLocked) {
 TEST_F(GuideWindow, EscAndEnterCloseIt) {
     for (const Qt::Key Key : {Qt::Key_Escape, Qt::Key_Return}) {
         const WithDialog Act(
-            [Key](QWidget* Window) { QTest::keyClick(Find<QPushButton>(Window, "OkBtn"), Key); });
+            [Key](QWidget* Window) { QTest::keyClick(Part<QPushButton>(Window, "OkBtn"), Key); });
         UserGuide("Tip");
     }
     EXPECT_EQ(ProfileGet("I Know", "Tip", "No", UserGuideFileName()), "No");
@@ -85,7 +77,7 @@ TEST_F(GuideWindow, EscAndEnterCloseIt) {
 
 TEST_F(GuideWindow, TheLinkTellsHowToStopTips) {
     const WithDialog Act([this](QWidget* Window) {
-        emit Find<QLabel>(Window, "StopThisLbl")->linkActivated("#stop");
+        emit Part<QLabel>(Window, "StopThisLbl")->linkActivated("#stop");
         EXPECT_THAT(Messages.Texts(),
                     ElementsAre("If you dont want to see these user-guide-tips any more\n"
                                 "you can put it off, see Menu-Tools-Option-UserGuide"));
@@ -99,7 +91,7 @@ TEST_F(GuideWindow, HelpLinesFollowThePointerWhileTheMainWindowIsOpen) {
     SetMainWindow(&Main);
     const auto Enter = [](QWidget* Window, const char* Name) {
         QEnterEvent Event(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
-        QApplication::sendEvent(Find<QWidget>(Window, Name), &Event);
+        QApplication::sendEvent(Part<QWidget>(Window, Name), &Event);
     };
     {
         const WithDialog Act([&](QWidget* Window) {
@@ -151,11 +143,11 @@ TEST_F(UndoClearDialogTest, ShowsItsWordsAndTheStepsInOrder) {
     const WithDialog Act([](QWidget* Window) {
         EXPECT_EQ(Window->windowTitle(), "Clear Undo Data");
         EXPECT_EQ(Window->findChild<QLabel*>()->text(), "Undo backup data items:");
-        EXPECT_EQ(Find<QPushButton>(Window, "ClearBtn_1")->text(), "Clear first one");
-        EXPECT_EQ(Find<QPushButton>(Window, "ClearBtn_2")->text(), "Clear up to selected item");
-        EXPECT_EQ(Find<QPushButton>(Window, "ClearBtn_3")->text(), "Clear all");
-        EXPECT_EQ(Find<QPushButton>(Window, "CloseBtn")->text(), "Close");
-        auto* List = Find<QListWidget>(Window, "AvailList");
+        EXPECT_EQ(Part<QPushButton>(Window, "ClearBtn_1")->text(), "Clear first one");
+        EXPECT_EQ(Part<QPushButton>(Window, "ClearBtn_2")->text(), "Clear up to selected item");
+        EXPECT_EQ(Part<QPushButton>(Window, "ClearBtn_3")->text(), "Clear all");
+        EXPECT_EQ(Part<QPushButton>(Window, "CloseBtn")->text(), "Close");
+        auto* List = Part<QListWidget>(Window, "AvailList");
         ASSERT_EQ(List->count(), 2);
         EXPECT_EQ(List->item(0)->text(), "Cut");
         EXPECT_EQ(List->item(1)->text(), "gr\u00FC\u00DF");
@@ -180,7 +172,7 @@ TEST_F(UndoClearDialogTest, UpToTheSelectedItemNeedsOne) {
         EXPECT_THAT(Messages.Texts(), ElementsAre("Please select an item in the list and\n"
                                                   "click \"Clear up to selected item\""));
         EXPECT_TRUE(Window->isVisible());
-        Find<QListWidget>(Window, "AvailList")->setCurrentRow(1);
+        Part<QListWidget>(Window, "AvailList")->setCurrentRow(1);
         Press(Window, "ClearBtn_2");
     });
     const UndoClearAnswer Answer = Questions.ShowUndoClear({"A", "B", "C"});
@@ -199,10 +191,10 @@ TEST(SoundCheckWindow, TellsWhatIsWrongAndWhereToGo) {
     const TestSession Session;
     const WithDialog Act([](QWidget* Window) {
         EXPECT_EQ(Window->objectName(), "CheckDx7Frm");
-        EXPECT_EQ(Find<QLabel>(Window, "Msg1Lbl")->text(),
+        EXPECT_EQ(Part<QLabel>(Window, "Msg1Lbl")->text(),
                   "This software requires DirectX7 or higher to run.\n"
                   "Please install DirectX7 (or higher) before running it");
-        EXPECT_TRUE(Find<QTextBrowser>(Window, "Dx7LinksTxt")->toHtml().contains("href="));
+        EXPECT_TRUE(Part<QTextBrowser>(Window, "Dx7LinksTxt")->toHtml().contains("href="));
         Press(Window, "OkBtn");
     });
     SoundDriverState = 2;

@@ -15,13 +15,8 @@
 namespace quoril {
 namespace {
 
+using test::Press;
 using test::WithDialog;
-
-void Press(QWidget* Box, const char* Button) {
-    auto* Found = Box->findChild<QPushButton*>(QString::fromLatin1(Button));
-    ASSERT_NE(Found, nullptr) << Button;
-    QTest::mouseClick(Found, Qt::LeftButton);
-}
 
 QMessageBox* AsBox(QWidget* Window) {
     return qobject_cast<QMessageBox*>(Window);
