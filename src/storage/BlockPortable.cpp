@@ -19,14 +19,33 @@ namespace quoril {
 
 namespace {
 
-/// The number of the file of that name that is in use, without regard to case; 0 without one.
-template <typename Table, typename Name, typename Use>
-std::int32_t FileInUse(const Table& Files, const std::string& Wanted, Name NameField,
-                       Use UseField) {
+/// The number of the file in use that `IsWanted` says is the one; 0 without one.
+template <typename Table, typename Use, typename Question>
+std::int32_t FileInUse(const Table& Files, Use UseField, const Question& IsWanted) {
     for (std::size_t No = 1; No < Files.size(); ++No)
-        if (Files[No].*UseField > 0 && EqualIgnoringCase(Files[No].*NameField, Wanted))
+        if (Files[No].*UseField > 0 && IsWanted(Files[No]))
             return static_cast<std::int32_t>(No);
     return 0;
+}
+
+/// Whether two names lead to one file. Names that differ in the case of letters can do so, and on
+/// most disks they do not.
+bool SameFile(const std::string& A, const std::string& B) {
+    if (A == B)
+        return true;
+    if (!EqualIgnoringCase(A, B))
+        return false;
+    const FileIdentity OfA = IdentityOfFile(A);
+    const FileIdentity OfB = IdentityOfFile(B);
+    return OfA.Device == OfB.Device && OfA.Inode == OfB.Inode;
+}
+
+/// Whether a file in use is, as it was opened here, the one that a block of another process names:
+/// its samples are then the same.
+bool HoldsSamplesOf(const OrgFileRec& File, const PortableBlock& Block) {
+    return EqualIgnoringCase(File.OrgFileName, Block.Name) &&
+           File.OrgFileChannels == Block.Channels && File.OrgFileBits == Block.Bits &&
+           File.OrgFileIdentity == IdentityOfFile(Block.Name);
 }
 
 void FileTie(std::int32_t BlockNo, const PortableBlock& From, std::int32_t FileNo) {
@@ -79,7 +98,9 @@ class ForeignFiles {
 /// Ties a block to a work file. `Foreign` holds one that is new here; with null it is our own.
 void WorkFileTie(std::int32_t BlockNo, const PortableBlock& From, ForeignFiles* Foreign) {
     std::int32_t FileNo =
-        FileInUse(WorkFileTable, From.Name, &WorkFileRec::WorkFileName, &WorkFileRec::WorkFileUse);
+        FileInUse(WorkFileTable, &WorkFileRec::WorkFileUse, [&From](const WorkFileRec& File) {
+            return SameFile(File.WorkFileName, From.Name);
+        });
     if (FileNo == 0) {
         FileNo = WorkFileNew();
         WorkFileAt(FileNo) = {From.Name, 0};
@@ -93,7 +114,8 @@ void WorkFileTie(std::int32_t BlockNo, const PortableBlock& From, ForeignFiles* 
 /// The same for an original file.
 void OrgFileTie(std::int32_t BlockNo, const PortableBlock& From, ForeignFiles* Foreign) {
     std::int32_t FileNo =
-        FileInUse(OrgFileTable, From.Name, &OrgFileRec::OrgFileName, &OrgFileRec::OrgFileUse);
+        FileInUse(OrgFileTable, &OrgFileRec::OrgFileUse,
+                  [&From](const OrgFileRec& File) { return HoldsSamplesOf(File, From); });
     if (FileNo == 0) {
         FileNo = OrgFileAdd(From.Name, From.Channels, From.Bits);
         if (Foreign != nullptr)

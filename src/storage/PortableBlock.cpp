@@ -42,6 +42,9 @@ PortableBlock PortableBlockReader::NextBlock() {
     for (std::int32_t* const Field :
          {&Block.Length, &Block.Kind, &Block.Start, &Block.FilePos, &Block.Channels, &Block.Bits})
         *Field = Next();
+    // The system would end the name there, and open another file.
+    if (Block.Name.find('\0') != std::string::npos)
+        FailDamaged();
     const bool InFile = Block.Kind == BlockWorkFile || Block.Kind == BlockOrgFile;
     if (Block.Length < 0 || Block.Start < 1 ||
         std::int64_t{Block.Start} + Block.Length > 2147483647 || (InFile && Block.FilePos < 1))
