@@ -3,7 +3,7 @@
 #include "base/Arithmetic.h"
 #include "base/Failure.h"
 #include "platform/FileHandle.h"
-#include "settings/STD1.h"
+#include "platform/FileSystem.h"
 #include "storage/PortableBlock.h"
 
 #include <algorithm>
@@ -79,8 +79,8 @@ std::string ClipDescriptionName(const std::string& Folder, std::int32_t Channel)
 
 void ClipDescriptionWrite(const std::string& FileName, const std::vector<std::int32_t>& Words) {
     // Emptying a file that was just written can wait for the disk; making another one does not, and
-    // whoever still reads the old one reads it to its end.
-    (void)FileDelete(FileName);
+    // whoever still reads the old one reads it to its end. A link is not followed.
+    (void)DeleteFileAnyway(FileName);
     FileForWriting File(FileName, FileForWriting::Mode::CreateNew);
     File.Write(0, Words.data(), Words.size() * WordBytes);
     File.Close();

@@ -12,6 +12,8 @@ namespace quoril {
 namespace {
 
 constexpr std::size_t FieldCount = 7;
+/// Bytes; more than a line with the longest name of a folder has.
+constexpr std::size_t MostLength = 8192;
 
 /// At most one part more than asked for: a text of any length costs no more.
 std::vector<std::string> SplitAt(std::string_view Text, char Mark, std::size_t Most) {
@@ -38,6 +40,8 @@ std::string ClipMarkerLine(const ClipMarker& Marker) {
 }
 
 std::optional<ClipMarker> ClipMarkerRead(const std::string& Line) {
+    if (Line.size() > MostLength || Line.find('\0') != std::string::npos)
+        return std::nullopt;
     const std::vector<std::string> Fields = SplitAt(Line, ',', FieldCount);
     if (Fields.size() != FieldCount || Fields[0] != ClipMarkerWord)
         return std::nullopt;

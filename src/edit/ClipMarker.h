@@ -23,8 +23,8 @@ struct ClipMarker {
 
 [[nodiscard]] std::string ClipMarkerLine(const ClipMarker& Marker);
 /// The way back: nothing for any other text, for a line that has not seven fields (a folder with a
-/// comma makes eight), for a length below 1, and for other channels than 1 and 2. Numbers that pass
-/// 32 bits count as 0.
+/// comma makes eight), for a length below 1, for other channels than 1 and 2, and for texts with a
+/// zero byte or longer than any such line. Numbers that pass 32 bits count as 0.
 [[nodiscard]] std::optional<ClipMarker> ClipMarkerRead(const std::string& Line);
 
 } // namespace quoril

@@ -10,6 +10,7 @@
 #include "edit/ClipDescription.h"
 #include "edit/ClipMarker.h"
 #include "edit/SystemClipboard.h"
+#include "platform/FileHandle.h"
 #include "settings/STD1.h"
 #include "storage/DiskSpaceGuardMod.h"
 #include "storage/FileMemoClass.h"
@@ -51,11 +52,26 @@ std::int32_t NewClipPointer() {
     return Drawn;
 }
 
-/// Writes what is only in memory to files.
+const BlockRec& BlockOf(std::int32_t BlockNo) {
+    return BlockTable[static_cast<std::size_t>(BlockNo)];
+}
+
+/// Whether the name of an original file still leads to the file that was opened.
+bool OrgFileIsThere(std::int32_t FileNo) {
+    const OrgFileRec& File = OrgFileTable[static_cast<std::size_t>(FileNo)];
+    return FileThere(File.OrgFileName) && IdentityOfFile(File.OrgFileName) == File.OrgFileIdentity;
+}
+
+/// Writes what other processes would not find to files: what is only in memory, and what lies in a
+/// file that has been replaced or deleted while it was open here. Fails where that cannot be read
+/// here either.
 void BlocksToFiles(const BlockCarrBuffClass& Carrier) {
-    for (const std::int32_t BlockNo : Carrier.Blocks().Numbers())
-        if (BlockTable[static_cast<std::size_t>(BlockNo)].BlockKind == BlockMemory)
+    for (const std::int32_t BlockNo : Carrier.Blocks().Numbers()) {
+        if (BlockOf(BlockNo).BlockKind == BlockOrgFile && !OrgFileIsThere(BlockOf(BlockNo).FileNo))
+            BlockToPrivateMemory(BlockNo);
+        if (BlockOf(BlockNo).BlockKind == BlockMemory)
             BlockToFile(BlockNo);
+    }
 }
 
 /// A carrier of copies whose samples all lie in files, or are silent and need none.
@@ -82,21 +98,34 @@ void DescriptionsDelete() {
     FileDelete(ClipDescriptionName(AppPath, 2));
 }
 
+/// Describes the clip whole or not at all.
+void DescribeClip() {
+    try {
+        Describe(ClipCarrL.get(), 1);
+        Describe(ClipCarrR.get(), 2);
+    } catch (...) {
+        DescriptionsDelete();
+        throw;
+    }
+}
+
+/// Whether the line on the desktop's clipboard leads to the clip of that number. Otherwise the
+/// descriptions may be those of a later copy elsewhere.
+bool LineLeadsTo(std::int32_t Pointer) {
+    const auto Marker = ClipMarkerRead(CurrentSystemClipboard().Text());
+    return Marker && Marker->ClipPointer == Pointer;
+}
+
 /// A file is about to be overwritten, and samples of the clip that lay in it lie elsewhere now:
 /// other processes must not look for them there.
 void DescribeAgain() {
-    if (!ClipIsOwn || ClipCarrL == nullptr)
-        return;
-    // The descriptions may be those of a later copy elsewhere.
-    const auto Marker = ClipMarkerRead(CurrentSystemClipboard().Text());
-    if (!Marker || Marker->ClipPointer != ClipPointer)
+    if (!ClipIsOwn || ClipCarrL == nullptr || !LineLeadsTo(ClipPointer))
         return;
     try {
         BlocksToFiles(*ClipCarrL);
         if (ClipCarrR != nullptr)
             BlocksToFiles(*ClipCarrR);
-        Describe(ClipCarrL.get(), 1);
-        Describe(ClipCarrR.get(), 2);
+        DescribeClip();
     } catch (const Failure&) {
         // The file can be written all the same. A paste elsewhere finds no clip and says so.
         DescriptionsDelete();
@@ -108,8 +137,7 @@ void PutClip(std::int32_t WorkChn, std::int32_t Bits, std::int32_t Freq,
     ClipCarrL = CarrierInFiles(WorkChn == 2 ? *CarrR : *CarrL);
     if (WorkChn == 0)
         ClipCarrR = CarrierInFiles(*CarrR);
-    Describe(ClipCarrL.get(), 1);
-    Describe(ClipCarrR.get(), 2);
+    DescribeClip();
     ClipMarker Marker;
     Marker.Channels = WorkChn == 0 ? 2 : 1;
     Marker.Length = ClipCarrL->WaveINos;
@@ -188,11 +216,13 @@ bool PutClipboard(std::int32_t WorkChn, std::int32_t Bits, std::int32_t Freq,
     });
     if (!Room)
         return false;
+    const std::int32_t Before = ClipIsOwn ? ClipPointer : 0;
     DropClip();
     if (RunCommand({}, [&] { PutClip(WorkChn, Bits, Freq, CarrL, CarrR); }))
         return true;
     DropClip();
-    DescriptionsDelete();
+    if (Before != 0 && LineLeadsTo(Before))
+        DescriptionsDelete();
     return false;
 }
 
@@ -205,8 +235,8 @@ bool GetClipboard(std::unique_ptr<BlockCarrBuffClass>& CarrL,
         const auto Marker = ClipMarkerRead(CurrentSystemClipboard().Text());
         if (!Marker || !RateMayDiffer(*Marker))
             return;
-        Refused = (ClipPointer == 0 || Marker->ClipPointer != ClipPointer) && !ImportClip(*Marker);
-        if (Refused)
+        Refused = Marker->ClipPointer != ClipPointer && !ImportClip(*Marker);
+        if (Refused || ClipCarrL == nullptr) // a line without a number leads to no clip
             return;
         const BlockCarrBuffClass& Second = ClipCarrR != nullptr ? *ClipCarrR : *ClipCarrL;
         if (Marker->Channels == 2 || WorkChn != 2)

@@ -1,11 +1,6 @@
 // Clips of other processes, and descriptions that somebody damaged.
-#include "audiofile/OpenSaveClass.h"
-#include "audiofile/WavMaker.h"
-#include "edit/ClipDescription.h"
-#include "edit/ClipMarker.h"
-#include "edit/CopyPasteFixture.h"
+#include "edit/ClipImportFixture.h"
 
-#include <cstring>
 #include <filesystem>
 
 namespace quoril::test {
@@ -14,71 +9,8 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::SizeIs;
 
-class ClipImportTest : public CopyPasteFixture {
-  protected:
-    using Words = std::vector<std::int32_t>;
-
-    void Offer(std::int32_t Channels, std::int32_t Length) {
-        ClipMarker Marker;
-        Marker.Channels = Channels;
-        Marker.Length = Length;
-        Marker.Freq = 1000;
-        Marker.ClipPointer = 4711;
-        Marker.Folder = AppPath;
-        Slot.Held = ClipMarkerLine(Marker);
-    }
-    static void Describe(const Words& Longs) {
-        ClipDescriptionWrite(ClipDescriptionName(AppPath, 1), Longs);
-    }
-    /// One block; the name packed as it must be.
-    static Words OneBlock(const std::string& Name, std::int32_t Length, std::int32_t Kind,
-                          std::int32_t Start, std::int32_t FilePos) {
-        Words Longs = {0, 1};
-        const auto NameWords = static_cast<std::int32_t>((Name.size() + 3) / 4);
-        Longs.push_back(NameWords + 1);
-        Longs.push_back(static_cast<std::int32_t>(Name.size()));
-        Longs.resize(Longs.size() + static_cast<std::size_t>(NameWords));
-        std::memcpy(&Longs[4], Name.data(), Name.size());
-        Longs.insert(Longs.end(), {Length, Kind, Start, FilePos, 1, 16});
-        Longs[0] = static_cast<std::int32_t>(Longs.size()) - 1;
-        return Longs;
-    }
-    [[nodiscard]] std::string ForeignFile(std::int32_t Samples) const {
-        std::vector<std::uint8_t> Bytes;
-        for (std::int32_t i = 1; i <= Samples; ++i) {
-            Bytes.push_back(static_cast<std::uint8_t>(i));
-            Bytes.push_back(0);
-        }
-        return Session.WriteFile("foreign.tmp", Bytes);
-    }
-    /// A document of 4500 samples that lie in the opened file; the file's name.
-    std::string OpenedFile(std::int32_t Channels) {
-        std::string Path = Session.WriteFile(
-            "a.wav", WavFile{.Channels = Channels,
-                             .Rate = 1000,
-                             .Data = AudioBytes(Noise(4500 * Channels, 16, 3), 16)}
-                         .Whole());
-        bool Loaded = false;
-        OpenSaveClass().FileLoadWave(*WaveStore, Path, Loaded);
-        EXPECT_TRUE(Loaded);
-        WaveStore->UndoInfoReset();
-        return Path;
-    }
-    void ExpectRefused(const char* Why) {
-        Document({1, 2});
-        const std::int32_t Used = MemoryUsed;
-        PasteAt(PasteInsert, 1);
-        EXPECT_THAT(Messages.Texts(), SizeIs(1)) << Why;
-        for (const std::string& Text : Messages.TakeTexts())
-            EXPECT_TRUE(Text.starts_with("Get Wave Form from Clipboard Failed|")) << Text;
-        EXPECT_THAT(Left(), ElementsAre(1, 2)) << Why;
-        EXPECT_EQ(WaveStore->UndoCount(), 0) << Why;
-        EXPECT_EQ(MemoryUsed, Used) << Why;
-        EXPECT_EQ(BrokenRule(*WaveStore), "") << Why;
-    }
-};
+using ClipImportTest = ClipImportFixture;
 
 TEST_F(ClipImportTest, a_foreign_work_file_is_read_at_once_and_never_deleted) {
     const std::string Foreign = ForeignFile(5);
@@ -287,6 +219,9 @@ TEST_F(ClipImportTest, a_failed_import_leaves_no_clip_to_paste_from) {
     EXPECT_EQ(ClipCarrL, nullptr);
     Slot.Held = "QuorilWaveEditorClip,1,3,16,1000,ClipPointer:0,/no/such/folder";
     ExpectRefused("the number of no clip");
+    Describe(OneBlock(" ", 3, BlockSilence, 1, 0));
+    Slot.Held = "QuorilWaveEditorClip,1,3,16,1000,ClipPointer:," + AppPath;
+    ExpectRefused("no number, which is that of no clip");
 }
 
 } // namespace

@@ -53,6 +53,16 @@ TEST(ClipMarkerTest, other_texts_and_wrong_fields_are_no_marker) {
         EXPECT_FALSE(ClipMarkerRead(Text).has_value()) << Text;
 }
 
+TEST(ClipMarkerTest, a_text_of_any_length_and_of_any_bytes_is_no_marker) {
+    std::string Line = ClipMarkerLine(Example());
+    EXPECT_FALSE(ClipMarkerRead(Line + '\0').has_value());
+    EXPECT_FALSE(ClipMarkerRead(Line + std::string(100000000, 'x')).has_value());
+    EXPECT_FALSE(ClipMarkerRead(std::string(1000000, ',')).has_value());
+    ClipMarker Marker = Example();
+    Marker.Folder = std::string(4095, 'x'); // the longest that the system takes
+    EXPECT_TRUE(ClipMarkerRead(ClipMarkerLine(Marker)).has_value());
+}
+
 TEST(ClipMarkerTest, a_field_without_a_number_of_the_clip_gives_0) {
     for (const char* Field :
          {"", "ClipPointer", "ClipPointer:", "ClipPointer:abc", "ClipPointer:99999999999"}) {

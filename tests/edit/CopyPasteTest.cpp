@@ -3,9 +3,11 @@
 #include "audiofile/WavMaker.h"
 #include "edit/ClipMarker.h"
 #include "edit/CopyPasteFixture.h"
+#include "support/OrderLog.h"
 
 #include <chrono>
 #include <filesystem>
+#include <set>
 
 namespace quoril::test {
 
@@ -183,6 +185,114 @@ TEST_F(CopyPasteTest, a_channel_takes_its_own_of_a_stereo_clip) {
     EXPECT_THAT(Right(), ElementsAre(30, 40));
 }
 
+/// The samples of a carrier; nothing for none.
+std::vector<std::int16_t> SamplesOf(const std::unique_ptr<BlockCarrBuffClass>& Carrier) {
+    std::vector<std::int16_t> Samples;
+    for (std::int32_t i = 1; Carrier != nullptr && i <= Carrier->WaveINos; ++i)
+        Samples.push_back(Carrier->WaveLR(i));
+    return Samples;
+}
+
+TEST_F(CopyPasteTest, a_channel_that_is_not_wanted_gets_none_of_a_mono_clip_and_its_own_of_stereo) {
+    const std::vector<std::int16_t> None;
+    struct Row {
+        std::vector<std::int16_t> ClipR;
+        std::int32_t WorkChn;
+        std::vector<std::int16_t> GotL;
+        std::vector<std::int16_t> GotR;
+    };
+    const Row Rows[] = {{None, 0, {1, 2}, {1, 2}},   {None, 1, {1, 2}, None},
+                        {None, 2, None, {1, 2}},     {{3, 4}, 0, {1, 2}, {3, 4}},
+                        {{3, 4}, 1, {1, 2}, {3, 4}}, {{3, 4}, 2, {1, 2}, {3, 4}}};
+    for (const Row& Each : Rows) {
+        SCOPED_TRACE(Each.WorkChn + static_cast<int>(Each.ClipR.size()) * 10);
+        Clip({1, 2}, Each.ClipR);
+        std::unique_ptr<BlockCarrBuffClass> L;
+        std::unique_ptr<BlockCarrBuffClass> R;
+        ASSERT_TRUE(GetClipboard(L, R, Each.WorkChn));
+        EXPECT_EQ(SamplesOf(L), Each.GotL);
+        EXPECT_EQ(SamplesOf(R), Each.GotR);
+    }
+}
+
+TEST_F(CopyPasteTest, only_the_channels_in_use_change_their_bits) {
+    for (const std::int32_t WorkChn : {0, 1, 2}) {
+        Clip({256, 512}, {768, 1024});
+        Document({5, 5}, {6, 6}, 8);
+        std::unique_ptr<BlockCarrBuffClass> L;
+        std::unique_ptr<BlockCarrBuffClass> R;
+        ASSERT_TRUE(GetClipboard(L, R, WorkChn));
+        if (WorkChn == 2)
+            EXPECT_THAT(SamplesOf(L), ElementsAre(256, 512));
+        else
+            EXPECT_THAT(SamplesOf(L), ElementsAre(1, 2));
+        if (WorkChn == 1)
+            EXPECT_THAT(SamplesOf(R), ElementsAre(768, 1024));
+        else
+            EXPECT_THAT(SamplesOf(R), ElementsAre(3, 4));
+    }
+}
+
+TEST_F(CopyPasteTest, a_mono_document_takes_the_left_channel_of_a_stereo_clip) {
+    Clip({10, 20}, {30, 40});
+    for (const std::int32_t Mode : {PasteInsert, PasteReplace, PasteMix}) {
+        Document({1, 2, 3});
+        PasteAt(Mode, 1);
+        EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+        EXPECT_EQ(WaveStore->WaveNosR(), 0);
+        WaveStore->Undo();
+        EXPECT_THAT(Left(), ElementsAre(1, 2, 3));
+        EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get(), ClipCarrR.get()}), "");
+    }
+    PasteAt(PasteReplace, 2);
+    EXPECT_THAT(Left(), ElementsAre(1, 10, 20));
+}
+
+TEST_F(CopyPasteTest, a_clip_outlives_the_undo_data_and_the_samples_that_it_was_taken_from) {
+    Document({1, 2, 3, 4, 5}, {6, 7, 8, 9, 10});
+    Select(2, 4);
+    Commands.Cut();
+    WaveStore->UndoInfoReset();
+    FilesSweep();
+    PasteAt(PasteInsert, 2);
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4, 5));
+    EXPECT_THAT(Right(), ElementsAre(6, 7, 8, 9, 10));
+    WaveStore->UndoInfoReset();
+    WaveStore->StorageReset();
+    FilesSweep();
+    Document({50}, {60});
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Left(), ElementsAre(2, 3, 4, 50));
+    EXPECT_THAT(Right(), ElementsAre(7, 8, 9, 60));
+    EXPECT_THAT(Messages.Texts(), IsEmpty());
+    EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get(), ClipCarrR.get()}), "");
+}
+
+TEST_F(CopyPasteTest, a_paste_shows_dark_green_progress_from_0_and_hides_it_before_it_says_a_word) {
+    Clip({1, 2});
+    Document({3});
+    std::vector<std::string> Lines;
+    for (const char* Text : {Slot.Held.c_str(), "some words"}) {
+        Slot.Held = std::string(Text);
+        OrderLog Log;
+        PasteAt(PasteInsert, 1);
+        Lines.insert(Lines.end(), Log.Lines.begin(), Log.Lines.end());
+    }
+    EXPECT_THAT(Lines, ElementsAre("show", "color 25600", "0.000", "hide", "show", "color 25600",
+                                   "0.000", "hide", std::string("message ") + NoClip));
+}
+
+TEST_F(CopyPasteTest, the_number_of_a_clip_is_drawn_new_for_every_copy) {
+    std::set<std::int32_t> Numbers;
+    for (int Round = 0; Round < 20; ++Round) {
+        Clip({1, 2});
+        EXPECT_GE(ClipPointer, 1);
+        EXPECT_LE(ClipPointer, 16000000);
+        Numbers.insert(ClipPointer);
+    }
+    EXPECT_GE(Numbers.size(), 18U);
+}
+
 TEST_F(CopyPasteTest, other_texts_on_the_clipboard_are_no_clip) {
     Document({1, 2, 3});
     for (const char* Text :
@@ -294,6 +404,7 @@ TEST_F(CopyPasteTest, what_another_program_put_there_since_stays) {
     ClearClipboard();
     EXPECT_NE(Slot.Held, "");
     EXPECT_EQ(ClipPointer, 0);
+    EXPECT_EQ(ClipCarrL, nullptr);
 }
 
 TEST_F(CopyPasteTest, copy_cut_paste_and_undo_read_no_sample_of_a_file) {
