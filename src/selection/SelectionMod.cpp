@@ -27,7 +27,8 @@ void OptionApply(SelConfResult Result, std::int32_t Total) noexcept {
     case SelConfResult::FileStart:
         return SelectRange(1, 1);
     case SelConfResult::FileEnd:
-        return SelectRange(Total, Total);
+        // What is put into an empty document begins at its first place, too.
+        return SelectRange(std::max(Total, 1), std::max(Total, 1));
     case SelConfResult::FileAll:
         return SelectRange(1, Total);
     case SelConfResult::SelectionStart:

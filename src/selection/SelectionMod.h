@@ -30,7 +30,7 @@ struct SelConfRequest {
 /// How an option rewrites the main selection.
 enum class SelConfResult : std::uint8_t {
     FileStart,      ///< the point at sample 1
-    FileEnd,        ///< the point at the last sample
+    FileEnd,        ///< the point at the last sample; at place 1 of an empty document
     FileAll,        ///< 1 to the last sample
     SelectionStart, ///< the point at the selection's start
     SelectionEnd,   ///< the point at the selection's end

@@ -57,6 +57,17 @@ TEST_F(Confirm, TheDialogAppearsOnlyWhenTheSelectionDoesNotFit) {
     }
 }
 
+TEST_F(Confirm, AnEmptyDocumentEndsWhereItStarts) {
+    Document(0);
+    for (const std::int32_t Need : {1, 3})
+        for (const std::int32_t Choice : {0, 1}) {
+            Select(0, 0);
+            Dialog.Choices = {Choice};
+            EXPECT_TRUE(Run(Need));
+            ExpectGiven(1, 1);
+        }
+}
+
 TEST_F(Confirm, EveryOptionRewritesTheSelectionAsItSays) {
     struct Row {
         std::int32_t Need;
