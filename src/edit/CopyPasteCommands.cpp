@@ -44,14 +44,16 @@ class OtherDocumentScope {
   public:
     OtherDocumentScope() = default;
     ~OtherDocumentScope() {
-        WaveChanged = Changed;
+        WaveChanged = WaveWasChanged;
+        BookmarkChanged = BookmarkWasChanged;
         WaveStore->UndoInfoUpdateMenu();
     }
     OtherDocumentScope(const OtherDocumentScope&) = delete;
     OtherDocumentScope& operator=(const OtherDocumentScope&) = delete;
 
   private:
-    bool Changed = WaveChanged;
+    bool WaveWasChanged = WaveChanged;
+    bool BookmarkWasChanged = BookmarkChanged;
 };
 
 std::string TimeOf(std::int64_t Samples) {

@@ -5,6 +5,8 @@
 #include "edit/CopyPasteFixture.h"
 #include "support/OrderLog.h"
 
+#include "selection/SelectionMod.h"
+
 #include <chrono>
 #include <filesystem>
 #include <set>
@@ -165,6 +167,40 @@ TEST_F(CopyPasteTest, insert_at_the_last_sample_goes_before_it) {
     PasteAt(PasteInsert, 3);
     EXPECT_THAT(Left(), ElementsAre(1, 2, 10, 20, 3));
     EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Insert");
+}
+
+struct EndChosen final : SelConfDialog {
+    explicit EndChosen(std::int32_t UsedIndex) : Index(UsedIndex) { SetSelConfDialog(this); }
+    ~EndChosen() override { SetSelConfDialog(nullptr); }
+    EndChosen(const EndChosen&) = delete;
+    EndChosen& operator=(const EndChosen&) = delete;
+    std::optional<std::int32_t> ShowSelConf(const SelConfRequest&) override { return Index; }
+
+  private:
+    std::int32_t Index;
+};
+
+TEST_F(CopyPasteTest, every_paste_into_an_empty_sound_takes_the_whole_clip_at_either_end) {
+    Clip({10, 20, 30});
+    for (std::int32_t Mode = PasteReplace; Mode <= PasteCrossFade; ++Mode)
+        for (const std::int32_t End : {0, 1}) {
+            const EndChosen Chosen(End);
+            Document({1, 2}, {3, 4});
+            Select(1, 2);
+            Commands.Delete();
+            ASSERT_EQ(WaveStore->WavWaveINos, 0);
+            Messages.AnswerInput("1");
+            Select(0, 0);
+            Commands.Paste(Mode);
+            EXPECT_THAT(Left(), ElementsAre(10, 20, 30)) << Mode << " at end " << End;
+            EXPECT_THAT(Right(), ElementsAre(10, 20, 30)) << Mode << " at end " << End;
+            EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get()}), "");
+            WaveStore->Undo();
+            EXPECT_EQ(WaveStore->WavWaveINos, 0);
+            WaveStore->Undo();
+            EXPECT_THAT(Left(), ElementsAre(1, 2));
+            EXPECT_THAT(Right(), ElementsAre(3, 4));
+        }
 }
 
 TEST_F(CopyPasteTest, a_mono_clip_fills_both_channels) {
@@ -603,6 +639,42 @@ TEST_F(CopyPasteTest, another_file_is_copied_whole_and_the_document_stays) {
     PasteAt(PasteInsert, 1);
     EXPECT_THAT(Left(), ElementsAre(1, 3, 5, 9));
     EXPECT_THAT(Right(), ElementsAre(2, 4, 6, 9));
+}
+
+TEST_F(CopyPasteTest, a_copy_of_another_file_leaves_what_is_known_of_the_document) {
+    Document({1, 2, 3, 4});
+    Select(2, 3);
+    Commands.Delete();
+    const std::string Caption = WaveStore->UndoMenu().Caption;
+    WaveDir = Session.Path("music");
+    WaveFileName = "mine.wav";
+    WaveFilePath = WaveDir + "/mine.wav";
+    const WaveFormat Format = {2, 8000, 8};
+    CurrentFormat = Format;
+    Select(1, 2);
+    const std::string Good =
+        Session.WriteFile("b.wav", WavFile{.Data = AudioBytes({1, 2, 3}, 16)}.Whole());
+    const std::string Bad = Session.WriteFile("d.wav", {1, 2, 3});
+    for (const std::string& Other : {Good, Bad})
+        for (const bool Changed : {true, false}) {
+            WaveChanged = BookmarkChanged = Changed;
+            Windows.Choice = Other;
+            Commands.CopyFile();
+            EXPECT_EQ(WaveChanged, Changed) << Other;
+            EXPECT_EQ(BookmarkChanged, Changed) << Other;
+            EXPECT_EQ(WaveDir, Session.Path("music"));
+            EXPECT_EQ(WaveFileName, "mine.wav");
+            EXPECT_EQ(WaveFilePath, WaveDir + "/mine.wav");
+            EXPECT_EQ(CurrentFormat, Format);
+            EXPECT_EQ(SelStart, 1);
+            EXPECT_EQ(SelEnd, 2);
+            EXPECT_EQ(WaveStore->UndoMenu().Caption, Caption);
+        }
+    EXPECT_THAT(Left(), ElementsAre(1, 4));
+    WaveStore->Undo();
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4));
+    EXPECT_EQ(Windows.Copied.size(), 2U);
+    BookmarkChanged = false;
 }
 
 TEST_F(CopyPasteTest, a_file_that_is_no_sound_is_not_copied) {
