@@ -58,11 +58,13 @@ void EditTrim() {
         return;
     const std::int32_t FrontLen = From - 1;
     const std::int32_t TailLen = WaveStore->WavWaveINos - To;
-    // The tail goes first, so that the front's going does not move it.
-    if (TailLen > 0)
-        WaveStore->WaveDataDelete(To + 1, WorkChn, TailLen, Name, FrontLen <= 0);
-    if (FrontLen > 0)
-        WaveStore->WaveDataDelete(1, WorkChn, FrontLen, Name, true);
+    WaveStore->EditAsOne([&] {
+        // The tail goes first, so that the front's going does not move it.
+        if (TailLen > 0)
+            WaveStore->WaveDataDelete(To + 1, WorkChn, TailLen, Name, FrontLen <= 0);
+        if (FrontLen > 0)
+            WaveStore->WaveDataDelete(1, WorkChn, FrontLen, Name, true);
+    });
     Refresh_Wave_View();
 }
 

@@ -7,6 +7,7 @@
 #include "base/Failure.h"
 #include "edit/CopyPasteFixture.h"
 #include "edit/LapMod.h"
+#include "edit/LengthCommands.h"
 
 #include <algorithm>
 #include <functional>
@@ -210,6 +211,17 @@ class FullDiskEdits : public FullDiskTest {
 TEST_F(FullDiskEdits, a_delete_changes_both_channels_or_none) {
     ExpectWholeOrNothing("Delete",
                          [] { WaveStore->WaveDataDelete(1000, 0, 5000, "Delete", true); });
+}
+
+/// The tail lies on a border, and the front ends within a block of memory.
+TEST_F(FullDiskEdits, a_trim_takes_both_ends_off_or_none) {
+    WaveStore->WaveDataInsert(Count + 1, 0, &FewSilent, &FewSilent, "", true);
+    WaveStore->UndoInfoReset();
+    ExpectWholeOrNothing("Trim", [] {
+        SelBoth = true;
+        Select(1000, Count);
+        EditTrim();
+    });
 }
 
 TEST_F(FullDiskEdits, an_insert_changes_both_channels_or_none) {
