@@ -4,6 +4,8 @@
 #include "platform/Text.h"
 #include "selection/DurationText.h"
 
+#include <fmt/format.h>
+
 namespace quoril {
 namespace {
 EntDurDialog* Dialog = nullptr;
@@ -27,21 +29,24 @@ EntDurRequest EntDurFor(std::int64_t Current, std::int64_t Proposed, std::int32_
     return Request;
 }
 
-std::optional<std::string> EntDurSamplesFollow(std::string_view EnterDur, std::int32_t Freq) {
+// Typing goes on through numbers that are too large: no message may stop it, and the other box may
+// not go on showing what belongs to an earlier one.
+
+std::string EntDurSamplesFollow(std::string_view EnterDur, std::int32_t Freq) {
     try {
-        return std::to_string(
-            RoundToLong(static_cast<double>(ParseDuration(EnterDur)) * static_cast<double>(Freq)));
+        const double Samples =
+            RoundEven(static_cast<double>(ParseDuration(EnterDur)) * static_cast<double>(Freq));
+        return fmt::format("{:.0f}", Samples == 0.0 ? 0.0 : Samples);
     } catch (const Failure&) {
-        // Typing goes on through numbers that are too large; no message may stop it.
-        return std::nullopt;
+        return {};
     }
 }
 
-std::optional<std::string> EntDurTimeFollow(std::string_view EnterSmp, std::int32_t Freq) {
+std::string EntDurTimeFollow(std::string_view EnterSmp, std::int32_t Freq) {
     try {
         return FormatDuration(Single(LeadingNumber(EnterSmp) / static_cast<double>(Freq)));
     } catch (const Failure&) {
-        return std::nullopt;
+        return {};
     }
 }
 

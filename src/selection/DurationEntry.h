@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -43,13 +42,12 @@ void SetEntDurDialog(EntDurDialog* Receiver) noexcept;
 [[nodiscard]] EntDurRequest EntDurFor(std::int64_t Current, std::int64_t Proposed,
                                       std::int32_t Freq);
 
-/// What `EnterSmpTxt` becomes after an edit of `EnterDurTxt`; nothing when that leaves 32 bits: the
-/// other box then stays as it is.
-[[nodiscard]] std::optional<std::string> EntDurSamplesFollow(std::string_view EnterDur,
-                                                             std::int32_t Freq);
-/// What `EnterDurTxt` becomes after an edit of `EnterSmpTxt`; nothing when it has no time text.
-[[nodiscard]] std::optional<std::string> EntDurTimeFollow(std::string_view EnterSmp,
-                                                          std::int32_t Freq);
+/// What `EnterSmpTxt` becomes after an edit of `EnterDurTxt`: digits, not limited to 32 bits. Empty
+/// for a time beyond single precision.
+[[nodiscard]] std::string EntDurSamplesFollow(std::string_view EnterDur, std::int32_t Freq);
+/// What `EnterDurTxt` becomes after an edit of `EnterSmpTxt`; empty when there is no text for such
+/// a time.
+[[nodiscard]] std::string EntDurTimeFollow(std::string_view EnterSmp, std::int32_t Freq);
 
 /// The leading number of `EnterSmpTxt`, rounded. Not limited to 32 bits.
 [[nodiscard]] double EntDurNumber(std::string_view EnterSmp) noexcept;

@@ -97,22 +97,16 @@ EntDurAnswer EntDurFrm::Answer() const {
 void EntDurFrm::DurationEdited() {
     if (WaiteForUpdateDur)
         return;
-    const auto Samples = EntDurSamplesFollow(CoreText(EnterDurTxt->text()), Freq);
-    if (!Samples)
-        return;
     WaiteForUpdateSamp = true;
-    EnterSmpTxt->setText(ShownText(*Samples));
+    EnterSmpTxt->setText(ShownText(EntDurSamplesFollow(CoreText(EnterDurTxt->text()), Freq)));
     WaiteForUpdateSamp = false;
 }
 
 void EntDurFrm::SamplesEdited() {
     if (WaiteForUpdateSamp)
         return;
-    const auto Time = EntDurTimeFollow(CoreText(EnterSmpTxt->text()), Freq);
-    if (!Time)
-        return;
     WaiteForUpdateDur = true;
-    EnterDurTxt->setText(ShownText(*Time));
+    EnterDurTxt->setText(ShownText(EntDurTimeFollow(CoreText(EnterSmpTxt->text()), Freq)));
     WaiteForUpdateDur = false;
 }
 

@@ -247,6 +247,25 @@ TEST_F(DialogTest, TheTwoBoxesFollowEachOther) {
     EXPECT_EQ(ViewTotal, 1000);
 }
 
+/// With 1000 samples a second, the last figures pass 32 bits, and then single precision.
+TEST_F(DialogTest, ATimeThatIsTooLongIsNotTakenForTheLastOneThatWasNot) {
+    SelStart = SelEnd = 10;
+    for (const char* Typed : {"5000000", "9e37", "1e39"}) {
+        const WithDialog Dialog([&](QWidget* Entry) {
+            auto* Time = Part<QLineEdit>(Entry, "EnterDurTxt");
+            QTest::keyClicks(Time, "0.5");
+            EXPECT_EQ(Part<QLineEdit>(Entry, "EnterSmpTxt")->text(), "500");
+            Time->setText(Typed);
+            EXPECT_NE(Part<QLineEdit>(Entry, "EnterSmpTxt")->text(), "500") << Typed;
+            EXPECT_EQ(Time->text(), Typed);
+            QTest::keyClick(Time, Qt::Key_Return);
+        });
+        LabelEntry(LabelSelTo);
+        EXPECT_EQ(Messages.TakeTexts(), (std::vector<std::string>{"Out of limit"})) << Typed;
+        EXPECT_EQ(SelEnd, 10);
+    }
+}
+
 TEST_F(DialogTest, AValueOutOfLimitIsRefusedWithAMessage) {
     const WithDialog Dialog([](QWidget* Entry) {
         Part<QLineEdit>(Entry, "EnterSmpTxt")->setText("1001");

@@ -120,8 +120,16 @@ TEST(EntDur, TheSamplesFollowTheTime) {
     EXPECT_EQ(EntDurSamplesFollow("0.5", 11025), "5512");
     EXPECT_EQ(EntDurSamplesFollow("", 44100), "0");
     EXPECT_EQ(EntDurSamplesFollow("-2", 1000), "-2000");
-    EXPECT_EQ(EntDurSamplesFollow("99999999999999", 44100), std::nullopt);
-    EXPECT_EQ(EntDurSamplesFollow("1e300", 44100), std::nullopt);
+    EXPECT_EQ(EntDurSamplesFollow("-0.0001", 1000), "0");
+}
+
+/// The box of the samples is the result: it must never keep the number of what was typed before.
+TEST(EntDur, ATimeBeyondAllSamplesGivesNoNumberOfSamplesThatIsTaken) {
+    EXPECT_EQ(EntDurSamplesFollow("99999", 44100), "4409955900");
+    EXPECT_EQ(EntDurSamplesFollow("-99999", 44100), "-4409955900");
+    EXPECT_THROW((void)EntDurSamples(EntDurSamplesFollow("99999", 44100)), Failure);
+    EXPECT_THROW((void)EntDurSamples(EntDurSamplesFollow("99999999999999", 44100)), Failure);
+    EXPECT_EQ(EntDurSamplesFollow("1e300", 44100), "");
 }
 
 TEST(EntDur, TheTimeFollowsTheSamples) {
@@ -129,7 +137,7 @@ TEST(EntDur, TheTimeFollowsTheSamples) {
     EXPECT_EQ(EntDurTimeFollow("", 44100), "00");
     EXPECT_EQ(EntDurTimeFollow("22050abc", 44100), "00.50");
     EXPECT_EQ(EntDurTimeFollow("-22050", 44100), "-00.50");
-    EXPECT_EQ(EntDurTimeFollow("1e300", 44100), std::nullopt);
+    EXPECT_EQ(EntDurTimeFollow("1e300", 44100), "");
 }
 
 TEST(EntDur, TheResultIsTheRoundedLeadingNumber) {
