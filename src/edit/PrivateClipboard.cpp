@@ -16,6 +16,7 @@
 #include "storage/FileMemoClass.h"
 
 #include <chrono>
+#include <map>
 #include <random>
 #include <utility>
 
@@ -66,8 +67,15 @@ bool OrgFileIsThere(std::int32_t FileNo) {
 /// file that has been replaced or deleted while it was open here. Fails where that cannot be read
 /// here either.
 void BlocksToFiles(const BlockCarrBuffClass& Carrier) {
+    std::map<std::int32_t, bool> There; // asked once for each file, since blocks may be many
+    const auto Reachable = [&There](std::int32_t FileNo) {
+        const auto [Entry, New] = There.try_emplace(FileNo, false);
+        if (New)
+            Entry->second = OrgFileIsThere(FileNo);
+        return Entry->second;
+    };
     for (const std::int32_t BlockNo : Carrier.Blocks().Numbers()) {
-        if (BlockOf(BlockNo).BlockKind == BlockOrgFile && !OrgFileIsThere(BlockOf(BlockNo).FileNo))
+        if (BlockOf(BlockNo).BlockKind == BlockOrgFile && !Reachable(BlockOf(BlockNo).FileNo))
             BlockToPrivateMemory(BlockNo);
         if (BlockOf(BlockNo).BlockKind == BlockMemory)
             BlockToFile(BlockNo);
