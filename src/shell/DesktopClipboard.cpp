@@ -3,13 +3,19 @@
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
+#include <QMimeData>
 
 namespace quoril {
 
 // The line holds the name of a folder, so it crosses as names of files do.
 
 std::string DesktopClipboard::Text() const {
-    return QFile::encodeName(QGuiApplication::clipboard()->text()).toStdString();
+    const QMimeData* const Offered = QGuiApplication::clipboard()->mimeData();
+    // A program that owns the clipboard and does not answer is waited for at every question, and a
+    // text alone would be three.
+    if (Offered == nullptr || Offered->formats().isEmpty())
+        return {};
+    return QFile::encodeName(Offered->text()).toStdString();
 }
 
 void DesktopClipboard::SetText(const std::string& Text) {

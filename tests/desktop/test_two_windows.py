@@ -5,7 +5,9 @@ import os
 import random
 import re
 import shutil
+import signal
 import subprocess
+import time
 import unittest
 
 from desktop_test import PROGRAMS, DesktopTest
@@ -317,6 +319,23 @@ class TwoWindows(DesktopTest):
         self.two.paste("Insert", None)
         self.two.save()
         self.goes_on_and_ends(self.two)
+
+    def test_an_editor_that_does_not_answer_is_waited_for_once(self):
+        self.one.create(self.noise(1000))
+        self.two.create(self.noise(700))
+        self.two.select(201, 300)
+        self.two.copy()
+        self.one.select(301, 550)
+        self.one.copy()
+        self.one.process.send_signal(signal.SIGSTOP)
+        for act in (lambda: self.two.paste("Insert", None),
+                    lambda: self.desktop.close(self.two.window) or self.two.process.wait(20)):
+            begin = time.monotonic()
+            act()
+            self.assertLess(time.monotonic() - begin, 9) # a wait takes 5 seconds
+        self.one.process.send_signal(signal.SIGCONT)
+        self.one.close()
+        self.nothing_is_left()
 
     def test_copying_and_pasting_to_and_fro(self):
         self.one.create(self.noise(1000))
