@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 namespace quoril {
@@ -107,8 +108,6 @@ void ChkDskSpcFrm::AddButtons(QLayout& Column) {
     TryAgainBtn->setObjectName(QStringLiteral("TryAgainBtn"));
     ClearUndoDataBtn->setObjectName(QStringLiteral("ClearUndoDataBtn"));
     CancelBtn->setObjectName(QStringLiteral("CancelBtn"));
-    TryAgainBtn->setAutoDefault(false);
-    ClearUndoDataBtn->setAutoDefault(false);
     CancelBtn->setDefault(true);
     connect(TryAgainBtn, &QPushButton::clicked, this, [this] {
         ButtonClicked = 1;
@@ -149,6 +148,9 @@ void ChkDskSpcFrm::Fill(const DiskSpaceNumbers& Numbers, const FreeBytesRoutine&
 
 void ChkDskSpcFrm::ShowState(const DiskSpaceStateRec& State) {
     TryAgainBtn->setText(QLatin1String(State.TryAgainCaption));
+    // A shorter caption must not move the other button while the user aims at it.
+    TryAgainBtn->setMinimumWidth(
+        std::max(TryAgainBtn->minimumWidth(), TryAgainBtn->sizeHint().width()));
     TryAgainBtn->setEnabled(State.TryAgainEnabled);
     Msg1Lbl->setText(QLatin1String(State.Message));
     const QColor Color = ColorOf(State.MessageColor);

@@ -65,6 +65,40 @@ TEST_F(ClipImportTest, a_copy_can_be_read_back_from_its_description) {
     EXPECT_THAT(Right(), ElementsAre(1, 2, 3, 4, 8));
 }
 
+TEST_F(ClipImportTest, parts_of_files_of_every_form_come_over_exactly) {
+    for (const SampleForm& Form : SampleForms) {
+        const Samples All = Noise(3000 * Form.Channels, Form.Bits, 5);
+        const std::string Path =
+            Session.WriteFile("a.wav", WavFile{.Channels = Form.Channels,
+                                               .Rate = 1000,
+                                               .Bits = Form.Bits,
+                                               .Data = AudioBytes(All, Form.Bits)}
+                                           .Whole());
+        for (std::int32_t WorkChn = Form.Channels == 1 ? 1 : 0; WorkChn <= Form.Channels;
+             ++WorkChn) {
+            SCOPED_TRACE(NameOf(Form) + " " + std::to_string(WorkChn));
+            bool Loaded = false;
+            OpenSaveClass().FileLoadWave(*WaveStore, Path, Loaded);
+            ASSERT_TRUE(Loaded);
+            const auto PartOf = [](const std::vector<std::int16_t>& Channel) {
+                return std::vector<std::int16_t>(Channel.begin() + 776, Channel.begin() + 2000);
+            };
+            const auto PartL = PartOf(WorkChn == 2 ? Right() : Left());
+            const auto PartR = WorkChn == 0 ? PartOf(Right()) : PartL;
+            SelBoth = WorkChn == 0;
+            SelSingle = WorkChn == 2 ? 2 : 1;
+            Select(777, 2000);
+            Commands.Copy();
+            BecomeAnotherProcess();
+            Document({7}, {8}, Form.Bits);
+            PasteAt(PasteReplace, 1);
+            EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+            EXPECT_EQ(Left(), PartL);
+            EXPECT_EQ(Right(), PartR);
+        }
+    }
+}
+
 TEST_F(ClipImportTest, a_clip_out_of_a_file_that_its_editor_saves_over_stays_what_it_was) {
     for (const std::int32_t Channels : {1, 2}) {
         const std::string Path = OpenedFile(Channels);

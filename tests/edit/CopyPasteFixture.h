@@ -24,8 +24,12 @@ namespace quoril::test {
 struct TextSlot final : SystemClipboard {
     [[nodiscard]] std::string Text() const override { return Held; }
     void SetText(const std::string& Text) override { Held = Text; }
-    void Clear() override { Held.clear(); }
+    void Clear() override {
+        Held.clear();
+        ++Cleared;
+    }
     std::string Held;
+    int Cleared = 0; ///< how often
 };
 
 struct CopyPasteWindowsDouble final : FileDialogs, CopyPasteView {

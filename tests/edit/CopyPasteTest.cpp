@@ -37,6 +37,7 @@ TEST_F(CopyPasteTest, copy_puts_a_marker_on_the_desktops_clipboard_and_leaves_th
     EXPECT_EQ(Marker->ClipPointer, ClipPointer);
     EXPECT_NE(ClipPointer, 0);
     EXPECT_EQ(Marker->Folder, AppPath);
+    EXPECT_EQ(Slot.Cleared, 1) << "other forms of what was there before must not stay";
     EXPECT_TRUE(FileThere(AppPath + "/InfoLeft.dat"));
     EXPECT_TRUE(FileThere(AppPath + "/InfoRight.dat"));
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4, 5));
@@ -395,6 +396,16 @@ TEST_F(CopyPasteTest, what_8_bits_cannot_hold_is_pasted_and_refused_by_a_writer)
     // Without that sample it can be written.
     Document({127, 5}, {}, 8);
     EXPECT_TRUE(OpenSaveClass().FileWriteWave(*WaveStore, Session.Path("8.wav")));
+}
+
+TEST_F(CopyPasteTest, what_neither_8_nor_16_bits_can_hold_is_told_and_not_pasted) {
+    Clip({127, 129}, {}, 8);
+    Document({5});
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Get Wave Form from Clipboard Failed|Overflow"));
+    EXPECT_THAT(Left(), ElementsAre(5));
+    EXPECT_EQ(WaveStore->UndoCount(), 0);
+    EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get()}), "");
 }
 
 TEST_F(CopyPasteTest, a_change_of_bits_leaves_the_clip_as_it_is) {

@@ -127,6 +127,48 @@ TEST_F(ChkDskSpcTest, ClosingByTheSystemOrEscIsACancel) {
     EXPECT_EQ(Ask(), 0);
 }
 
+TEST_F(ChkDskSpcTest, TheButtonsStandStillWhileTheStatesChange) {
+    const WithDialog Act([this](QWidget* Window) {
+        const auto* Button = Part<QPushButton>(Window, "TryAgainBtn");
+        const auto* Clear = Part<QPushButton>(Window, "ClearUndoDataBtn");
+        const QRect Before = Clear->geometry();
+        Part<QTimer>(Window, "ChkTimer1")->setInterval(1);
+        for (const auto& [Bytes, Caption] :
+             {std::pair(14 * Megabyte, "Try again"), std::pair(15 * Megabyte, "Ok, Continue"),
+              std::pair(std::int64_t{0}, "Can not continue")}) {
+            Free = Bytes;
+            const QString Text = QLatin1String(Caption);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return Button->text() == Text; }));
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+            EXPECT_EQ(Clear->geometry(), Before) << Caption;
+            EXPECT_GE(Button->width(), Button->sizeHint().width()) << Caption;
+        }
+        Press(Window, "CancelBtn");
+    });
+    EXPECT_EQ(Ask(), 0);
+}
+
+TEST_F(ChkDskSpcTest, ReturnPressesTheButtonThatHasTheKeyboardAndElseCancels) {
+    Free = 20 * Megabyte;
+    {
+        const WithDialog Act([](QWidget* Window) {
+            auto* Button = Part<QPushButton>(Window, "TryAgainBtn");
+            Part<QTimer>(Window, "ChkTimer1")->setInterval(1);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return Button->isEnabled(); }));
+            Button->setFocus();
+            QTest::keyClick(Button, Qt::Key_Return);
+        });
+        EXPECT_EQ(Ask(), 1);
+    }
+    const WithDialog Act([](QWidget* Window) {
+        auto* Button = Part<QPushButton>(Window, "TryAgainBtn");
+        Part<QTimer>(Window, "ChkTimer1")->setInterval(1);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Button->isEnabled(); }));
+        QTest::keyClick(Window, Qt::Key_Return);
+    });
+    EXPECT_EQ(Ask(), 0);
+}
+
 TEST_F(ChkDskSpcTest, TheDisabledButtonDoesNothing) {
     const WithDialog Act([](QWidget* Window) {
         Press(Window, "TryAgainBtn");
