@@ -111,6 +111,22 @@ TEST_F(Insert, ARangeGivesTheLengthWithoutADialog) {
     EXPECT_EQ(LastSilenceLen, 1000);
 }
 
+TEST_F(Insert, TwoSamplesAreARange) {
+    Mono(100);
+    Select(11, 12);
+    OneStep(InsertSilence, "Insert Silence");
+    EXPECT_EQ(MadeL, Joined({TestSamples(1, 10), Silence(2), TestSamples(11, 100)}));
+    EXPECT_THAT(Questions.Entries, ::testing::IsEmpty());
+}
+
+TEST_F(Insert, ShowsTheNewSoundAndLeavesTheSelection) {
+    Stereo(100);
+    Select(11, 20);
+    InsertSilence();
+    ExpectSelection(11, 20);
+    ExpectCalls({"Refresh_Wave_View"});
+}
+
 TEST_F(Insert, APointAsksAndOffersOneSecondAtFirst) {
     Stereo(5000);
     Select(5, 5);
@@ -248,6 +264,17 @@ TEST_F(Size, LongerGetsSilence) {
     Mono(1000);
     OneStep(ChangeSize, "Change Size");
     EXPECT_EQ(MadeL, Joined({TestSamples(1, 1000), Silence(400)}));
+}
+
+TEST_F(Size, ShowsTheNewSoundAndLeavesTheSelection) {
+    Stereo(1000);
+    Select(11, 20);
+    for (const char* Length : {"400", "500"}) {
+        Questions.Entry = {true, Length};
+        ChangeSize();
+        ExpectSelection(11, 20);
+        ExpectCalls({"Refresh_Wave_View"});
+    }
 }
 
 TEST_F(Size, ThePresentLengthDoesNothing) {

@@ -1,0 +1,267 @@
+// What the commands of copy, cut, delete and paste ask before they begin, and say in the end.
+#include "audiofile/AudioFileNames.h"
+#include "audiofile/DocumentFile.h"
+#include "audiofile/WavMaker.h"
+#include "edit/ClipMarker.h"
+#include "edit/CopyPasteFixture.h"
+#include "selection/SelectionMod.h"
+#include "selection/ViewListener.h"
+
+#include <functional>
+
+namespace quoril::test {
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+/// Chooses the option of that index; -1 cancels.
+struct SelConfAnswer final : SelConfDialog {
+    SelConfAnswer() { SetSelConfDialog(this); }
+    ~SelConfAnswer() override { SetSelConfDialog(nullptr); }
+    SelConfAnswer(const SelConfAnswer&) = delete;
+    SelConfAnswer& operator=(const SelConfAnswer&) = delete;
+    std::optional<std::int32_t> ShowSelConf(const SelConfRequest& Request) override {
+        Needs.push_back(Request.Need);
+        Captions.push_back(Request.Caption);
+        return Index < 0 ? std::nullopt : std::optional(Index);
+    }
+    std::int32_t Index = -1;
+    std::vector<std::int32_t> Needs;
+    std::vector<std::string> Captions;
+};
+
+struct Tips final : UserGuideWindow {
+    Tips() {
+        ShowNewUserGuide = true;
+        SetUserGuideWindow(this);
+    }
+    ~Tips() override { SetUserGuideWindow(nullptr); }
+    Tips(const Tips&) = delete;
+    Tips& operator=(const Tips&) = delete;
+    bool ShowGuideTip(const GuideTip& Tip) override {
+        Shown.push_back(Tip.Message);
+        return false;
+    }
+    void ShowStatusGuide(const std::string&) override {}
+    std::vector<std::string> Shown;
+};
+
+class CopyPasteQuestions : public CopyPasteFixture {};
+
+TEST_F(CopyPasteQuestions, each_command_names_itself_and_does_nothing_when_cancelled) {
+    Clip({10, 20});
+    const std::string Line = Slot.Held;
+    Document({1, 2, 3}, {4, 5, 6});
+    WaveChanged = false;
+    Windows.Copied.clear();
+    SelConfAnswer Dialog;
+    const std::vector<std::function<void()>> Runs = {[this] { Commands.Copy(); },
+                                                     [this] { Commands.Cut(); },
+                                                     [this] { Commands.Delete(); },
+                                                     [this] { Commands.Paste(PasteReplace); },
+                                                     [this] { Commands.Paste(PasteInsert); },
+                                                     [this] { Commands.Paste(PasteMultiInsert); },
+                                                     [this] { Commands.Paste(PasteMix); },
+                                                     [this] { Commands.Paste(PasteModulate); },
+                                                     [this] { Commands.Paste(PasteCrossFade); }};
+    for (const auto& Run : Runs)
+        Run();
+    EXPECT_THAT(Dialog.Needs, ElementsAre(2, 2, 2, 1, 1, 1, 1, 1, 1));
+    EXPECT_THAT(Dialog.Captions,
+                ElementsAre(" Confirm Selection [Copy]", " Confirm Selection [Copy]",
+                            " Confirm Selection [Delete]", " Confirm Selection [Paste Replace]",
+                            " Confirm Selection [Paste Insert]",
+                            " Confirm Selection [Multi-Paste Insert]",
+                            " Confirm Selection [Paste Mix]", " Confirm Selection [Paste Modulate]",
+                            " Confirm Selection [Paste Cross Fade]"));
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3));
+    EXPECT_THAT(Right(), ElementsAre(4, 5, 6));
+    EXPECT_FALSE(WaveChanged);
+    EXPECT_EQ(WaveStore->UndoCount(), 0);
+    EXPECT_EQ(Slot.Held, Line);
+    EXPECT_THAT(Messages.Texts(), IsEmpty());
+    EXPECT_THAT(Windows.Copied, IsEmpty());
+}
+
+/// The fourth offer to a point is the point as a range.
+TEST_F(CopyPasteQuestions, one_sample_can_be_copied_cut_and_deleted) {
+    SelConfAnswer Dialog;
+    Dialog.Index = 3;
+    Document({1, 2, 3});
+    Select(3, 3);
+    Commands.Copy();
+    EXPECT_EQ(ClipMarkerRead(Slot.Held)->Length, 1);
+    EXPECT_EQ(Windows.Copied.back().First, "Samples: 1 (From 3 to 3)");
+    Commands.Cut();
+    EXPECT_EQ(Windows.Copied.back().First, "Samples: 1 (3 to 3)");
+    EXPECT_THAT(Left(), ElementsAre(1, 2));
+    Select(1, 1);
+    Commands.Delete();
+    EXPECT_THAT(Left(), ElementsAre(2));
+}
+
+/// A paste at a range, too, goes to one point of it.
+TEST_F(CopyPasteQuestions, a_paste_at_a_range_takes_the_end_that_was_chosen) {
+    Clip({10, 20});
+    SelConfAnswer Dialog;
+    for (const std::int32_t End : {0, 1}) {
+        Dialog.Index = End;
+        Document({1, 2, 3, 4});
+        Select(2, 4);
+        Commands.Paste(PasteInsert);
+        if (End == 0)
+            EXPECT_THAT(Left(), ElementsAre(1, 10, 20, 2, 3, 4));
+        else
+            EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 10, 20, 4));
+        EXPECT_EQ(SelStart, End == 0 ? 2 : 4);
+        EXPECT_EQ(SelEnd, SelStart);
+    }
+}
+
+TEST_F(CopyPasteQuestions, multi_insert_offers_5_and_then_the_last_number) {
+    Clip({10, 20});
+    Document({1});
+    PasteAt(PasteMultiInsert, 1);
+    EXPECT_EQ(Messages.LastProposed(), "5");
+    Messages.AnswerInput("7");
+    PasteAt(PasteMultiInsert, 1);
+    Messages.AnswerInput("10001"); // refused, and not kept
+    PasteAt(PasteMultiInsert, 1);
+    EXPECT_EQ(Messages.LastProposed(), "7");
+    PasteAt(PasteMultiInsert, 1);
+    EXPECT_EQ(Messages.LastProposed(), "7");
+}
+
+struct RefreshCount final : ViewListener {
+    RefreshCount() { SetViewListener(this); }
+    ~RefreshCount() override { SetViewListener(nullptr); }
+    RefreshCount(const RefreshCount&) = delete;
+    RefreshCount& operator=(const RefreshCount&) = delete;
+    void Refresh_Wave_View() override { ++Count; }
+    void RefreshMousePointer() override {}
+    void RefreshDisplayLabels(bool) override {}
+    void RefreshChannelSelector() override {}
+    void ClearMouseFlags() override {}
+    int Count = 0;
+};
+
+TEST_F(CopyPasteQuestions, what_changes_the_sound_shows_it_once_and_a_copy_does_not) {
+    Clip({10, 20});
+    Document({1, 2, 3, 4, 5, 6});
+    RefreshCount View;
+    Select(2, 3);
+    Commands.Copy();
+    EXPECT_EQ(View.Count, 0);
+    Commands.Cut();
+    EXPECT_EQ(View.Count, 1);
+    Commands.Delete();
+    EXPECT_EQ(View.Count, 2);
+    EXPECT_EQ(SelStart, 2);
+    EXPECT_EQ(SelEnd, 3);
+    for (std::int32_t Mode = PasteReplace; Mode <= PasteCrossFade; ++Mode) {
+        View.Count = 0;
+        Messages.AnswerInput("2");
+        PasteAt(Mode, 2);
+        EXPECT_EQ(View.Count, 1) << Mode;
+        EXPECT_EQ(SelStart, 2);
+        EXPECT_EQ(SelEnd, 2);
+    }
+}
+
+/// Notes how the pointer is while it asks.
+struct PointerSeen final : UserMessages {
+    explicit PointerSeen(const int& UsedDepth) : Depth(UsedDepth) { SetUserMessages(this); }
+    ~PointerSeen() override { SetUserMessages(nullptr); }
+    PointerSeen(const PointerSeen&) = delete;
+    PointerSeen& operator=(const PointerSeen&) = delete;
+    MsgBoxAnswer MsgBox(const MsgBoxRequest& Request) override { return Request.Default; }
+    InputBoxAnswer InputBox(const std::string&, const std::string&, const std::string&) override {
+        Seen.push_back(Depth);
+        return {true, "2"};
+    }
+    const int& Depth;
+    std::vector<int> Seen;
+};
+
+TEST_F(CopyPasteQuestions, the_pointer_is_not_busy_while_multi_insert_asks) {
+    Clip({10});
+    Document({1});
+    PointerSeen Asked(BusyDepth);
+    PasteAt(PasteMultiInsert, 1);
+    EXPECT_THAT(Asked.Seen, ElementsAre(0));
+    EXPECT_THAT(Left(), ElementsAre(10, 10, 1));
+}
+
+TEST_F(CopyPasteQuestions, multi_insert_rounds_to_whole_times) {
+    Clip({10});
+    const std::pair<const char*, std::size_t> Rows[] = {
+        {"0.6", 1}, {"2.5", 2}, {"3.5", 4}, {"1e1", 10}, {" 2", 2}, {"2,9", 2}, {"10000.4", 10000}};
+    for (const auto& [Text, Times] : Rows) {
+        Document({1});
+        Messages.AnswerInput(Text);
+        PasteAt(PasteMultiInsert, 1);
+        EXPECT_EQ(Left().size(), 1 + Times) << Text;
+    }
+    for (const char* Text : {"0.5", "10000.6", "1e300", "NaN", " ", "99999999999999999999999999"}) {
+        Document({1});
+        Messages.AnswerInput(Text);
+        PasteAt(PasteMultiInsert, 1);
+        EXPECT_THAT(Left(), ElementsAre(1)) << Text;
+        EXPECT_EQ(Messages.TakeTexts().back(),
+                  "No of times not valid|Invalid entry Enter between 1 to 10000")
+            << Text;
+    }
+}
+
+TEST_F(CopyPasteQuestions, a_copy_that_went_well_offers_the_tip_and_a_failed_one_does_not) {
+    const Tips Guide;
+    Document({1, 2, 3});
+    Select(1, 2);
+    Commands.Copy();
+    const char* Tip = "If you want to copy part of the file to a new file use \"Save Selected\" "
+                      "command (under File menu / Tool button)";
+    EXPECT_THAT(Guide.Shown, ElementsAre(Tip));
+    const std::string Folder = AppPath;
+    AppPath = Session.Path("missing");
+    Commands.Copy();
+    AppPath = Folder;
+    EXPECT_EQ(Messages.TakeTexts().back(), "Copying failed");
+    EXPECT_EQ(Guide.Shown.size(), 1U);
+}
+
+TEST_F(CopyPasteQuestions, another_file_is_asked_for_where_the_last_one_was) {
+    Document({1});
+    WaveDir = Session.Path("music");
+    Commands.CopyFile();
+    ASSERT_EQ(Windows.Requests.size(), 1U);
+    EXPECT_EQ(Windows.Requests[0].Title, "Select a Wave file to Copy");
+    EXPECT_EQ(Windows.Requests[0].Folder, Session.Path("music"));
+    EXPECT_EQ(Windows.Requests[0].Filter, AudioFileFilter);
+    EXPECT_EQ(Windows.Requests[0].DefaultExtension, "wav");
+    EXPECT_TRUE(Windows.Requests[0].FileMustExist);
+    // Cancelled: nothing is said.
+    EXPECT_THAT(Messages.Texts(), IsEmpty());
+    EXPECT_THAT(Windows.Copied, IsEmpty());
+    EXPECT_EQ(ClipPointer, 0);
+}
+
+TEST_F(CopyPasteQuestions, a_file_is_copied_with_its_own_channels_bits_and_rate) {
+    Document({1}, {2});
+    SelBoth = false;
+    SelSingle = 2;
+    Windows.Choice = Session.WriteFile(
+        "m.wav", WavFile{.Rate = 8000, .Bits = 8, .Data = AudioBytes({1, -128}, 8)}.Whole());
+    Commands.CopyFile();
+    const auto Marker = ClipMarkerRead(Slot.Held);
+    ASSERT_TRUE(Marker.has_value());
+    EXPECT_EQ(Marker->Channels, 1);
+    EXPECT_EQ(Marker->Bits, 8);
+    EXPECT_EQ(Marker->Freq, 8000);
+    EXPECT_EQ(Marker->Length, 2);
+}
+
+} // namespace
+
+} // namespace quoril::test
