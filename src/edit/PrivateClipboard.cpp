@@ -178,15 +178,19 @@ bool ImportClip(const ClipMarker& Marker) {
     const std::string LeftName = ClipDescriptionName(Marker.Folder, 1);
     const auto Left = ClipDescriptionRead(LeftName);
     const FileTime Described = TimeOfFile(LeftName);
-    ClipDescriptionCheck(Left, Marker.Length, Described);
     std::vector<std::int32_t> Right;
-    if (Marker.Channels == 2) {
+    if (Marker.Channels == 2)
         Right = ClipDescriptionRead(ClipDescriptionName(Marker.Folder, 2));
-        ClipDescriptionCheck(Right, 0, Described);
-    }
+    const auto Check = [&] {
+        ClipDescriptionCheck(Left, Marker.Length, Described);
+        if (!Right.empty())
+            ClipDescriptionCheck(Right, 0, Described);
+    };
+    Check();
     const std::int32_t Bytes = MulLong(Marker.Length, Marker.Channels == 2 ? 4 : 2);
     if (!DiskSpaceGuard(AddLong(Bytes, Left[0])))
         return false;
+    Check(); // the user may have thought for long, and saved elsewhere meanwhile
     BlockSet BlocksL;
     BlockSet BlocksR;
     auto NewL = std::make_unique<BlockCarrBuffClass>();

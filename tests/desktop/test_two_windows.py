@@ -320,6 +320,18 @@ class TwoWindows(DesktopTest):
         self.two.save()
         self.goes_on_and_ends(self.two)
 
+    def test_an_editor_takes_its_line_along_from_a_clipboard_manager_too(self):
+        self.one.create(self.noise(1000))
+        self.two.create(self.noise(700))
+        self.one.select(301, 550)
+        self.one.copy()
+        self.keep_clipboard()
+        self.one.close()
+        self.two.select(201, 300)
+        self.two.paste("Insert", None)
+        self.goes_on_and_ends(self.two)
+        self.nothing_is_left()
+
     def test_an_editor_that_does_not_answer_is_waited_for_once(self):
         self.one.create(self.noise(1000))
         self.two.create(self.noise(700))

@@ -6,7 +6,9 @@
 #include "support/FullDisk.h"
 #include "support/OrderLog.h"
 
+#include <chrono>
 #include <filesystem>
+#include <functional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -319,9 +321,12 @@ class GuardDouble final : public ChkDskSpcDialog {
     GuardDouble& operator=(const GuardDouble&) = delete;
     std::int32_t ShowChkDskSpc(const DiskSpaceNumbers& Numbers, const FreeBytesRoutine&) override {
         Asked.push_back(Numbers.Needed2);
+        if (Meanwhile)
+            Meanwhile();
         return Answer;
     }
     std::int32_t Answer = 0;
+    std::function<void()> Meanwhile; ///< what happens while the question is on the screen
     std::vector<std::int64_t> Asked;
 };
 
@@ -392,6 +397,31 @@ TEST_F(ClipFilesTest, the_folder_for_working_files_goes_while_the_program_runs) 
     EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
     PasteAt(PasteInsert, 1);
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 1, 2, 3));
+}
+
+TEST_F(ClipFilesTest, a_file_that_is_written_while_the_user_thinks_about_the_disk_is_told) {
+    GuardDouble Guard;
+    Guard.Answer = 1;
+    const std::string Path = Session.WriteFile("song.wav", Wav({1, 2, 3}));
+    const Words Left = OneBlock(" ", 3, BlockSilence, 1, 0);
+    const Words InFile = OneBlock(Path, 3, BlockOrgFile, 1, WavHeaderBytes + 1);
+    TmpDir0 = Session.Path("missing"); // where free space cannot be asked, which counts as none
+    Guard.Meanwhile = [&] { Session.WriteFile("song.wav", Wav({10, 20, 30})); };
+    const auto Past = FileTime::clock::now() - std::chrono::seconds(100);
+    for (const std::int32_t Channels : {1, 2}) {
+        ClipDescriptionWrite(ClipDescriptionName(AppPath, 1), Channels == 1 ? InFile : Left);
+        ClipDescriptionWrite(ClipDescriptionName(AppPath, 2), InFile);
+        for (const std::string& Name : {ClipDescriptionName(AppPath, 1), Path})
+            fs::last_write_time(Name, Past);
+        Offer(Channels, 3);
+        ExpectRefused("a file that was written meanwhile");
+        EXPECT_EQ(ClipPointer, 0);
+    }
+    EXPECT_EQ(Guard.Asked.size(), 2U);
+    Describe(OneBlock(Path, 4, BlockOrgFile, 1, WavHeaderBytes + 1));
+    Offer(1, 4);
+    ExpectRefused("there is no sense in asking where the file is too short");
+    EXPECT_EQ(Guard.Asked.size(), 2U);
 }
 
 } // namespace
