@@ -1,5 +1,6 @@
 // Clips of other processes, and descriptions that somebody damaged.
 #include "edit/ClipImportFixture.h"
+#include "support/LargeFile.h"
 
 #include <filesystem>
 
@@ -160,6 +161,28 @@ TEST_F(ClipImportTest, a_file_that_was_changed_after_the_copy_is_told) {
     EXPECT_EQ(Left(), ClipL);
 }
 
+TEST_F(ClipImportTest, a_file_of_two_channels_is_read_once_for_both) {
+    constexpr std::int32_t Frames = 200000;
+    const std::string Path = Session.WriteFile(
+        "a.wav",
+        WavFile{.Channels = 2, .Rate = 1000, .Data = AudioBytes(Noise(Frames * 2, 16, 3), 16)}
+            .Whole());
+    bool Loaded = false;
+    OpenSaveClass().FileLoadWave(*WaveStore, Path, Loaded);
+    ASSERT_TRUE(Loaded);
+    Select(1, Frames);
+    Commands.Copy();
+    BecomeAnotherProcess();
+    Document({7}, {8});
+    const std::int64_t Before = BytesReadSoFar();
+    PasteAt(PasteReplace, 1);
+    const std::int64_t Read = BytesReadSoFar() - Before;
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+    EXPECT_EQ(WaveStore->WavWaveINos, Frames);
+    EXPECT_GE(Read, Frames * 4);
+    EXPECT_LT(Read, Frames * 5);
+}
+
 TEST_F(ClipImportTest, silence_comes_as_silence) {
     Describe(OneBlock(" ", 1000, BlockSilence, 1, 0));
     Offer(1, 1000);
@@ -197,6 +220,11 @@ TEST_F(ClipImportTest, a_damaged_description_is_told_and_changes_nothing) {
     const std::size_t Last = Good.size() - 1;
     Refuse("last index below 0", With(0, -1));
     Refuse("last index far out", With(0, 2147483647));
+    Describe(With(0, -2));
+    PasteAt(PasteInsert, 1);
+    EXPECT_THAT(Messages.TakeTexts(),
+                ElementsAre("Get Wave Form from Clipboard Failed|The description of the copied "
+                            "sound is damaged"));
     Refuse("more blocks than there are", With(1, 2));
     Refuse("fewer than no blocks", With(1, -1));
     Refuse("a name longer than the file", With(2, 1000000));

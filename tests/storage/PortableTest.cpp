@@ -199,6 +199,69 @@ TEST_F(PortableTest, DamagedWordsFailAndLeaveNothingBehind) {
     EXPECT_TRUE(fs::exists(Foreign));
 }
 
+TEST_F(PortableTest, NumbersThatDoNotFitTogetherAreRefusedBeforeAnythingIsMadeOfThem) {
+    constexpr std::int32_t Most = 2147483647;
+    enum Field {
+        LastIndex,
+        Blocks,
+        NameCount,
+        NameBytes,
+        Name,
+        Length,
+        Kind,
+        Start,
+        Pos,
+        Chns,
+        Bits
+    };
+    const std::vector<std::int32_t> Silent = {10, 1, 2, 1, 'x', 10, 5, 1, 0, 0, 0};
+    const std::vector<std::int32_t> Work = {10, 1, 2, 1, 'x', 10, 3, 1, 1, 0, 0};
+    const std::vector<std::int32_t> Original = {10, 1, 2, 1, 'x', 10, 4, 1, 1, 2, 16};
+    const auto IsTaken = [](std::vector<std::int32_t> Longs, Field Which, std::int32_t Value) {
+        Longs[Which] = Value;
+        try {
+            PortableBlockReader Reader(Longs);
+            while (!Reader.AtEnd())
+                (void)Reader.NextBlock();
+            return true;
+        } catch (const Failure&) {
+            return false;
+        }
+    };
+    for (const auto& Words : {Silent, Work, Original}) {
+        EXPECT_TRUE(IsTaken(Words, Length, 0));
+        EXPECT_TRUE(IsTaken(Words, Length, Most - 1));
+        EXPECT_TRUE(IsTaken(Words, Start, 100));
+        for (const std::int32_t Wrong : {-1, 9, 11, 0, Most})
+            EXPECT_FALSE(IsTaken(Words, LastIndex, Wrong)) << Wrong;
+        for (const std::int32_t Wrong : {-1, 2, Most})
+            EXPECT_FALSE(IsTaken(Words, Blocks, Wrong)) << Wrong;
+        EXPECT_TRUE(IsTaken(Words, Blocks, 0));
+        for (const std::int32_t Wrong : {-1, 0, 9, Most})
+            EXPECT_FALSE(IsTaken(Words, NameCount, Wrong)) << Wrong;
+        for (const std::int32_t Wrong : {-1, 5, Most})
+            EXPECT_FALSE(IsTaken(Words, NameBytes, Wrong)) << Wrong;
+        EXPECT_FALSE(IsTaken(Words, Name, 0)) << "a zero byte";
+        for (const std::int32_t Wrong : {-1, Most})
+            EXPECT_FALSE(IsTaken(Words, Length, Wrong)) << Wrong;
+        for (const std::int32_t Wrong : {-1, 0, Most - 9})
+            EXPECT_FALSE(IsTaken(Words, Start, Wrong)) << Wrong;
+    }
+    EXPECT_TRUE(IsTaken(Silent, Pos, 0));
+    for (const auto& Words : {Work, Original})
+        for (const std::int32_t Wrong : {-1, 0})
+            EXPECT_FALSE(IsTaken(Words, Pos, Wrong)) << Wrong;
+    EXPECT_TRUE(IsTaken(Work, Chns, 7));
+    EXPECT_TRUE(IsTaken(Work, Bits, 7));
+    EXPECT_TRUE(IsTaken(Original, Chns, 1));
+    EXPECT_TRUE(IsTaken(Original, Bits, 8));
+    for (const std::int32_t Wrong : {-1, 0, 3}) {
+        EXPECT_FALSE(IsTaken(Original, Chns, Wrong)) << Wrong;
+        EXPECT_FALSE(IsTaken(Original, Bits, Wrong)) << Wrong;
+    }
+    EXPECT_FALSE(IsTaken(Original, Bits, 24));
+}
+
 TEST_F(PortableTest, AnUnknownKindIsTold) {
     BlockSet Back;
     LongsToBlockSet({10, 1, 2, 1, 32, 4, 2, 1, 0, 0, 0}, Back, false);
