@@ -32,7 +32,8 @@ void LockForReading(int Handle, const std::string& FileName) {
 int OpenRetrying(const std::string& FileName, int Flags) {
     int Handle;
     do {
-        Handle = ::open(FileName.c_str(), Flags | O_CLOEXEC, 0666);
+        // Without O_NONBLOCK the opening of a pipe waits for whoever is at its other end.
+        Handle = ::open(FileName.c_str(), Flags | O_CLOEXEC | O_NONBLOCK, 0666);
     } while (Handle < 0 && errno == EINTR);
     return Handle;
 }
@@ -47,8 +48,7 @@ FileIdentity IdentityOfFile(const std::string& FileName) {
 }
 
 FileForReading::FileForReading(const std::string& Name) : FileName(Name) {
-    // Without O_NONBLOCK the opening of a pipe waits for a writer.
-    Handle = OpenRetrying(Name, O_RDONLY | O_NONBLOCK);
+    Handle = OpenRetrying(Name, O_RDONLY);
     if (Handle < 0)
         throw SystemFailure(errno, Name);
     try {

@@ -65,6 +65,38 @@ TEST_F(ChkDskSpcTest, ComesUpWithTheNumbersAndNoWayOn) {
     EXPECT_EQ(Ask(), 0);
 }
 
+TEST_F(ChkDskSpcTest, ItsNumbersAreThereForWhoeverAsksAndFollowTheDisk) {
+    Free = 14 * Megabyte;
+    const WithDialog Act([this](QWidget* Window) {
+        const auto* Frm = dynamic_cast<const ChkDskSpcFrm*>(Window);
+        ASSERT_NE(Frm, nullptr);
+        EXPECT_EQ(Frm->ButtonClicked, 0);
+        EXPECT_EQ(Frm->DiskSpaceNeeded1, 10 * Megabyte);
+        EXPECT_EQ(Frm->DiskSpaceNeeded2, 4 * Megabyte);
+        EXPECT_EQ(Frm->DiskSpaceNeeded0, 14 * Megabyte);
+        EXPECT_EQ(Frm->DiskSpaceAvailable, 14 * Megabyte);
+        Part<QTimer>(Window, "ChkTimer1")->setInterval(1);
+        Free = 3 * Megabyte;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Frm->DiskSpaceAvailable == Free; }));
+        EXPECT_EQ(Part<QLabel>(Window, "DskSpcAvalLbl")->text(), "3.00 mb");
+        EXPECT_EQ(Part<QLabel>(Window, "DskSpcNeedLbl0")->text(), "14.00 mb");
+        Press(Window, "CancelBtn");
+    });
+    EXPECT_EQ(Ask(), 0);
+}
+
+TEST_F(ChkDskSpcTest, ThePointerIsTheOrdinaryOneWhileItIsOpenAndThenTheOneBefore) {
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const WithDialog Act([](QWidget* Window) {
+        EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+        Press(Window, "CancelBtn");
+    });
+    EXPECT_EQ(Ask(), 0);
+    EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    QGuiApplication::restoreOverrideCursor();
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
 TEST_F(ChkDskSpcTest, ItsWordsAreComplete) {
     const ChkDskSpcFrm Window;
     QStringList Words;

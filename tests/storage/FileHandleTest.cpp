@@ -35,6 +35,24 @@ TEST(FileHandle, WhatIsNoPlainFileIsRefusedAtOnce) {
                 HasSubstr(Session.Path("none")));
 }
 
+TEST(FileHandle, WritingWaitsForNobodyToReadAPipe) {
+    const TestSession Session;
+    const std::string Pipe = Session.Path("pipe");
+    ASSERT_EQ(::mkfifo(Pipe.c_str(), 0600), 0);
+    ::alarm(20); // waiting would be for ever
+    for (const auto How : {FileForWriting::Mode::CreateNew, FileForWriting::Mode::Existing})
+        EXPECT_THAT(WordsOf([&] { FileForWriting(Pipe, How); }), HasSubstr(Pipe));
+    const int Reader = ::open(Pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    ASSERT_GE(Reader, 0);
+    EXPECT_THAT(WordsOf([&] {
+                    FileForWriting File(Pipe, FileForWriting::Mode::CreateNew);
+                    File.Write(0, "abc", 3);
+                }),
+                HasSubstr(Pipe));
+    ::close(Reader);
+    ::alarm(0);
+}
+
 TEST(FileHandle, ReadingBehindTheEndFailsAndReadsNothingForeign) {
     const TestSession Session;
     const FileForReading File(Session.WriteFile("a", {1, 2, 3}));
