@@ -100,6 +100,8 @@ std::vector<std::int32_t> ClipDescriptionRead(const std::string& FileName) {
 
 void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t Length,
                           FileTime Described) {
+    if (Words.size() == 1) // what stands there for the right channel of a clip that has none
+        FailDamaged();
     FileSizes Sizes(Described);
     std::vector<std::pair<std::int32_t, std::int32_t>> Places; // start and length
     std::int64_t Sum = 0;

@@ -22,10 +22,11 @@ using FileTime = std::filesystem::file_time_type;
 /// When a file was last written. Throws SystemFailure.
 [[nodiscard]] FileTime TimeOfFile(const std::string& FileName);
 
-/// Throws Failure unless every block lies in its file, the blocks stand end to end from 1 on, and
-/// add up to `Length` samples; `Length` 0 for any sum that a channel can have. An original file
-/// must not have been written since `Described`, when the description was. Nothing is read but the
-/// sizes and times of the files, so that a damaged description costs neither time nor memory.
+/// Throws Failure unless a channel is described, every block lies in its file, the blocks stand end
+/// to end from 1 on, and add up to `Length` samples; `Length` 0 for any sum that a channel can
+/// have. An original file must not have been written since `Described`, when the description was.
+/// Nothing is read but the sizes and times of the files, so that a damaged description costs
+/// neither time nor memory.
 void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t Length,
                           FileTime Described);
 

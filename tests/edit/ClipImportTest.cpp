@@ -1,6 +1,7 @@
 // Clips of other processes, and descriptions that somebody damaged.
 #include "edit/ClipImportFixture.h"
 #include "support/LargeFile.h"
+#include "support/OrdinaryUser.h"
 
 #include <filesystem>
 
@@ -270,6 +271,37 @@ TEST_F(ClipImportTest, a_damaged_description_is_told_and_changes_nothing) {
     Document({9});
     PasteAt(PasteInsert, 1);
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 9)) << "the undamaged one works";
+}
+
+TEST_F(ClipImportTest, a_line_of_two_channels_does_not_fit_the_description_of_one) {
+    Describe(OneBlock(" ", 3, BlockSilence, 1, 0));
+    ClipDescriptionWrite(ClipDescriptionName(AppPath, 2), {0});
+    Offer(2, 3);
+    ExpectRefused("the right channel is that of a mono clip: none");
+    Describe({0});
+    Offer(1, 3);
+    ExpectRefused("no channel at all");
+}
+
+TEST_F(ClipImportTest, a_folder_that_may_not_be_entered_is_told) {
+    const std::string Closed = Session.Path("closed");
+    std::filesystem::create_directory(Closed);
+    ClipDescriptionWrite(ClipDescriptionName(Closed, 1), OneBlock(" ", 3, BlockSilence, 1, 0));
+    Offer(1, 3);
+    Slot.Held.replace(Slot.Held.find(AppPath), AppPath.size(), Closed);
+    std::filesystem::permissions(Closed, std::filesystem::perms::none);
+    EXPECT_EQ(AsOrdinaryUser([&] {
+                  std::unique_ptr<BlockCarrBuffClass> L;
+                  std::unique_ptr<BlockCarrBuffClass> R;
+                  if (GetClipboard(L, R, 1))
+                      return 1;
+                  const auto Texts = Messages.TakeTexts();
+                  const bool Told =
+                      Texts.size() == 1 && Texts[0].find("Permission denied") != std::string::npos;
+                  return Told ? 0 : 2;
+              }),
+              0);
+    std::filesystem::permissions(Closed, std::filesystem::perms::owner_all);
 }
 
 TEST_F(ClipImportTest, a_failed_import_leaves_no_clip_to_paste_from) {
