@@ -81,6 +81,13 @@ std::unique_ptr<BlockCarrBuffClass> Repeated(const BlockCarrBuffClass& Once, std
     return Result;
 }
 
+bool PutRange(FileMemoClass& Store, std::int32_t From, std::int32_t To, std::int32_t WorkChn) {
+    std::unique_ptr<BlockCarrBuffClass> Left;
+    std::unique_ptr<BlockCarrBuffClass> Right;
+    Store.WaveCollectData(From, To, WorkChn, Left, Right);
+    return PutClipboard(WorkChn, Store.WavFmtBits, Store.WavFmtFreq, Left.get(), Right.get());
+}
+
 PasteMixMode MixModeOf(std::int32_t Mode) {
     if (Mode == PasteMix)
         return PasteMixMode::Mix;
@@ -92,12 +99,12 @@ PasteMixMode MixModeOf(std::int32_t Mode) {
 // ---- Copy, Cut, Delete
 
 bool CopyPasteClass::CopyRange(std::int32_t From, std::int32_t To, std::int32_t WorkChn) {
-    const BusyPointer Busy;
-    Carrier Left;
-    Carrier Right;
-    WaveStore->WaveCollectData(From, To, WorkChn, Left, Right);
-    return PutClipboard(WorkChn, WaveStore->WavFmtBits, WaveStore->WavFmtFreq, Left.get(),
-                        Right.get());
+    bool Copied = false;
+    RunCommand({}, [&] {
+        const BusyPointer Busy;
+        Copied = PutRange(*WaveStore, From, To, WorkChn);
+    });
+    return Copied;
 }
 
 void CopyPasteClass::Copy() {
@@ -137,21 +144,15 @@ void CopyPasteClass::CopyFile() {
 void CopyPasteClass::CopyNamedFile(const std::string& FileName) {
     FileMemoClass Other;
     bool Copied = false;
-    {
+    RunCommand({}, [&] {
         const BusyPointer Busy;
         const OtherDocumentScope DocumentStays;
         bool Loaded = false;
         OpenSaveClass Files;
         AudioFileTypeOf(FileName)->Load(Files, Other, FileName, Loaded);
-        if (Loaded && Other.WavWaveINos > 0) {
-            const std::int32_t WorkChn = Other.WavFmtChannel == 2 ? 0 : 1;
-            Carrier Left;
-            Carrier Right;
-            Other.WaveCollectData(1, Other.WavWaveINos, WorkChn, Left, Right);
-            Copied =
-                PutClipboard(WorkChn, Other.WavFmtBits, Other.WavFmtFreq, Left.get(), Right.get());
-        }
-    }
+        Copied = Loaded && Other.WavWaveINos > 0 &&
+                 PutRange(Other, 1, Other.WavWaveINos, Other.WavFmtChannel == 2 ? 0 : 1);
+    });
     if (!Copied) {
         MsgBox("Copying failed");
         return;

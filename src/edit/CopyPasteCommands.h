@@ -57,6 +57,7 @@ class CopyPasteClass {
 
   private:
     using Carrier = std::unique_ptr<BlockCarrBuffClass>;
+    /// False when nothing was copied: the user has been told why, but not that.
     [[nodiscard]] bool CopyRange(std::int32_t From, std::int32_t To, std::int32_t WorkChn);
     void CopyNamedFile(const std::string& FileName);
     void PasteAt(std::int32_t Mode, std::int32_t Pos, std::int32_t WorkChn);

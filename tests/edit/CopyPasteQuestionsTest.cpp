@@ -2,6 +2,7 @@
 #include "audiofile/AudioFileNames.h"
 #include "audiofile/DocumentFile.h"
 #include "audiofile/WavMaker.h"
+#include "base/Failure.h"
 #include "edit/ClipMarker.h"
 #include "edit/CopyPasteFixture.h"
 #include "selection/SelectionMod.h"
@@ -229,6 +230,70 @@ TEST_F(CopyPasteQuestions, a_copy_that_went_well_offers_the_tip_and_a_failed_one
     AppPath = Folder;
     EXPECT_EQ(Messages.TakeTexts().back(), "Copying failed");
     EXPECT_EQ(Guide.Shown.size(), 1U);
+}
+
+/// Breaks off as soon as somebody tells it how far he has come.
+struct BrokenProgress final : ProgressReport {
+    BrokenProgress() { SetProgressReport(this); }
+    ~BrokenProgress() override { SetProgressReport(nullptr); }
+    BrokenProgress(const BrokenProgress&) = delete;
+    BrokenProgress& operator=(const BrokenProgress&) = delete;
+    void SetVisible(bool Visible) override { Shown = Visible; }
+    void SetBarColor1(std::uint32_t Color) override { BarColor = Color; }
+    void SetCurrentProgress(float Value) override {
+        if (Value > 0 && (OnlyColor == 0 || BarColor == OnlyColor))
+            throw Failure("Broken off");
+    }
+    [[nodiscard]] float CurrentProgress() const override { return 0; }
+    void BlinkLamp() override {}
+    std::uint32_t BarColor = 0;
+    std::uint32_t OnlyColor = 0;
+    bool Shown = false;
+};
+
+TEST_F(CopyPasteQuestions, a_copy_that_breaks_off_while_it_gathers_says_that_it_failed) {
+    Clip({7, 8});
+    const std::string Line = Slot.Held;
+    Document({1, 2, 3});
+    WaveChanged = false;
+    Windows.Copied.clear();
+    Windows.Choice = Session.WriteFile(
+        "m.wav", WavFile{.Rate = 1000, .Data = AudioBytes({1, -128}, 16)}.Whole());
+    const BrokenProgress Progress;
+    Select(1, 2);
+    Commands.Copy();
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Broken off", "Copying failed"));
+    Commands.Cut();
+    EXPECT_THAT(Messages.TakeTexts(),
+                ElementsAre("Broken off", "Copying failed,\nDeleting not done."));
+    Commands.CopyFile();
+    EXPECT_EQ(Messages.TakeTexts().back(), "Copying failed");
+    EXPECT_THAT(Left(), ElementsAre(1, 2, 3));
+    EXPECT_FALSE(WaveChanged);
+    EXPECT_EQ(Slot.Held, Line);
+    EXPECT_THAT(Windows.Copied, IsEmpty());
+    EXPECT_FALSE(Progress.Shown);
+}
+
+TEST_F(CopyPasteQuestions, a_paste_that_breaks_off_while_it_computes_shows_the_error) {
+    const std::vector<std::int16_t> Long(150000, 3);
+    Clip(Long);
+    Document(Long);
+    WaveChanged = false;
+    BrokenProgress Progress;
+    Progress.OnlyColor = 8421376;
+    for (const std::int32_t Mode : {PasteMix, PasteModulate, PasteCrossFade}) {
+        PasteAt(Mode, 1);
+        EXPECT_FALSE(Progress.Shown);
+        EXPECT_EQ(BusyDepth, 0);
+    }
+    EXPECT_THAT(Messages.TakeTexts(),
+                ElementsAre("Paste Mix|Broken off", "Paste Modulate|Broken off",
+                            "Paste Cross Fade|Broken off"));
+    EXPECT_TRUE(Left() == Long);
+    EXPECT_FALSE(WaveChanged);
+    EXPECT_EQ(WaveStore->UndoCount(), 0);
+    EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get()}), "");
 }
 
 TEST_F(CopyPasteQuestions, another_file_is_asked_for_where_the_last_one_was) {
