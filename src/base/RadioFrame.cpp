@@ -22,6 +22,15 @@ QButtonGroup* AddRadioFrame(QDialog& Dialog, QLayout& Place, const char* Heading
         Group->addButton(Button, Index++);
         Rows->addWidget(Button);
     }
+    // The Tab key comes to the option that is chosen, whence the arrows go on to the others.
+    QObject::connect(Group, &QButtonGroup::buttonToggled, Group,
+                     [Group](QAbstractButton* Toggled, bool Checked) {
+                         if (!Checked)
+                             return;
+                         for (QAbstractButton* Button : Group->buttons())
+                             Button->setFocusPolicy(Button == Toggled ? Qt::StrongFocus
+                                                                      : Qt::ClickFocus);
+                     });
     Rows->addStretch(1);
     Place.addWidget(Frame);
     return Group;

@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -85,6 +86,40 @@ TEST_F(LapFrmTest, AbsurdSettingsGiveTheFirstOptions) {
     EXPECT_EQ(IniGet("Lap", "SelOpn", ""), "0");
 }
 
+/// The keys go to whatever has the focus, as they do on the screen.
+void PressKeys(QWidget* Window, std::initializer_list<Qt::Key> Keys) {
+    for (const Qt::Key Key : Keys)
+        QTest::keyClick(Window->focusWidget(), Key);
+}
+
+TEST_F(LapFrmTest, KeysAloneChooseAndConfirm) {
+    {
+        const WithDialog Act([](QWidget* Window) {
+            EXPECT_EQ(Window->focusWidget(), Part<QRadioButton>(Window, "SelcOpn_0"));
+            PressKeys(Window,
+                      {Qt::Key_Down, Qt::Key_Down, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Return});
+            EXPECT_FALSE(Window->isVisible());
+        });
+        const LapAnswer Answer = Asker.ShowLap();
+        EXPECT_TRUE(Answer.OkClicked);
+        EXPECT_EQ(Answer.Choice, (LapChoice{2, 1}));
+    }
+    const WithDialog Act([](QWidget* Window) {
+        EXPECT_EQ(Window->focusWidget(), Part<QRadioButton>(Window, "SelcOpn_2"));
+        PressKeys(Window, {Qt::Key_Up, Qt::Key_Tab});
+        EXPECT_EQ(Window->focusWidget(), Part<QRadioButton>(Window, "TransOpn_1"));
+        PressKeys(Window, {Qt::Key_Up, Qt::Key_Tab});
+        EXPECT_EQ(Window->focusWidget(), Part<QPushButton>(Window, "OkBtn"));
+        PressKeys(Window, {Qt::Key_Tab});
+        EXPECT_EQ(Window->focusWidget(), Part<QPushButton>(Window, "CancelBtn"));
+        PressKeys(Window, {Qt::Key_Space});
+        EXPECT_FALSE(Window->isVisible());
+    });
+    const LapAnswer Answer = Asker.ShowLap();
+    EXPECT_FALSE(Answer.OkClicked);
+    EXPECT_EQ(Answer.Choice, (LapChoice{1, 0}));
+}
+
 // ---- From the menu
 
 class LengthMenuTest : public EditorFixture {
@@ -129,6 +164,61 @@ TEST_F(LengthMenuTest, EachCommandIsOneStepThatUndoTakesBack) {
     EXPECT_EQ(WaveStore->WavWaveINos, 1000);
     EXPECT_FALSE(WaveStore->UndoMenu().Enabled);
     EXPECT_THAT(Messages->Texts(), ::testing::IsEmpty());
+}
+
+TEST_F(LengthMenuTest, TheWindowOfADurationHasItsWordsAndGoesByKeys) {
+    Open(); // 1000 samples at 11025 Hz
+    Select(5, 5);
+    LastSilenceLen = 0;
+    {
+        const WithDialog Act([](QWidget* Window) {
+            EXPECT_EQ(Window->objectName(), "EntDurFrm");
+            EXPECT_EQ(Window->windowTitle(), " Insert Silence (Duration)");
+            const std::pair<const char*, const char*> Labels[] = {
+                {"PromptLbl", "Enter Length of Silence to insert:"},
+                {"RefSizeLbl", "Current File Size:"},
+                {"CurSizeDurLbl", "00.09"},
+                {"CurSizeSmpLbl", "1000"}};
+            for (const auto& [Name, Text] : Labels)
+                EXPECT_EQ(Part<QLabel>(Window, Name)->text(), Text);
+            QStringList Texts;
+            for (const QLabel* Label : Window->findChildren<QLabel*>())
+                Texts << Label->text().remove('&');
+            for (const char* Text : {"Duration:", "No of Samples:", "Enter duration or samples",
+                                     "(hh:mm:ss or seconds)"})
+                EXPECT_TRUE(Texts.contains(Text)) << Text;
+            auto* Time = Part<QLineEdit>(Window, "EnterDurTxt");
+            auto* Samples = Part<QLineEdit>(Window, "EnterSmpTxt");
+            EXPECT_EQ(Time->text(), "01");
+            EXPECT_EQ(Samples->text(), "11025");
+            EXPECT_EQ(Window->focusWidget(), Time);
+            PressKeys(Window, {Qt::Key_2});
+            EXPECT_EQ(Samples->text(), "22050");
+            PressKeys(Window, {Qt::Key_Tab});
+            EXPECT_EQ(Window->focusWidget(), Samples);
+            QTest::keyClick(Samples, Qt::Key_A, Qt::ControlModifier);
+            PressKeys(Window, {Qt::Key_7, Qt::Key_Return});
+            EXPECT_FALSE(Window->isVisible());
+        });
+        Menu("Insert_Silence_Mnu");
+    }
+    EXPECT_EQ(WaveStore->WavWaveINos, 1007);
+    EXPECT_EQ(LastSilenceLen, 7);
+    for (const bool ByEsc : {true, false}) {
+        const WithDialog Act([ByEsc](QWidget* Window) {
+            PressKeys(Window, {Qt::Key_9});
+            if (ByEsc) {
+                PressKeys(Window, {Qt::Key_Escape});
+            } else {
+                PressKeys(Window, {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab});
+                EXPECT_EQ(Window->focusWidget(), Part<QPushButton>(Window, "CancelBtn"));
+                PressKeys(Window, {Qt::Key_Space});
+            }
+            EXPECT_FALSE(Window->isVisible());
+        });
+        Menu("Insert_Silence_Mnu");
+        EXPECT_EQ(WaveStore->WavWaveINos, 1007);
+    }
 }
 
 TEST_F(LengthMenuTest, AbsurdLengthsEndInAMessage) {
