@@ -9,6 +9,7 @@
 #include <QToolButton>
 
 #include <map>
+#include <tuple>
 
 namespace quoril::test {
 namespace {
@@ -89,6 +90,33 @@ TEST_F(ToolbarTest, PlayNewRevIsHiddenAndThePlayButtonsWaitForTheFirstPlay) {
         EXPECT_FALSE(Window->ToolButton("PlayToolbar", Key)->isEnabled()) << Key;
 }
 
+TEST_F(ToolbarTest, TheEditButtonsRunTheirCommandsAndSayWhatTheyAreFor) {
+    const std::tuple<const char*, const char*, const char*> Rows[] = {
+        {"Undo", "Undo_Mnu_1", "Use this button to reverse the last changes to the audio/waveform"},
+        {"Copy", "Edit_Copy_Mnu", "Use this button to copy the selected audio/waveform"},
+        {"Paste", "Edit_Paste_Mnu_1",
+         "Use this button to paste the copied audio/waveform at the selected location. Click on "
+         "the arrow to choose."},
+        {"Cut", "Edit_Cut_Mnu",
+         "Use this button to cut the selected audio/waveform - (Delete and copy)"},
+        {"Delete", "Edit_Delete_Mnu", "Use this button to delete the selected audio/waveform"},
+        {"Trim", "Edit_Trim_Mnu", nullptr},
+    };
+    std::vector<std::string> Ran;
+    for (const auto& [Key, Command, Hint] : Rows)
+        Window->Commands.Set(Command, [&Ran, Name = std::string(Command)] { Ran.push_back(Name); });
+    Window->SetEntryEnabled("Undo_Mnu_1", true);
+    for (const auto& [Key, Command, Hint] : Rows) {
+        Ran.clear();
+        QToolButton* Button = Window->ToolButton("EditToolbar", Key);
+        Button->click();
+        EXPECT_EQ(Ran, std::vector<std::string>{Command});
+        if (Hint != nullptr) {
+            EXPECT_EQ(Button->property("StatusHint").toString(), Hint);
+        }
+    }
+}
+
 TEST_F(ToolbarTest, ThePasteButtonKeepsTheModeThatWasChosenLast) {
     std::vector<std::string> Ran;
     for (int Mode = 1; Mode <= 6; ++Mode) {
@@ -104,12 +132,16 @@ TEST_F(ToolbarTest, ThePasteButtonKeepsTheModeThatWasChosenLast) {
         Entries << Action->text();
     EXPECT_EQ(Entries,
               (QStringList{"Replace", "Insert", "MultiInsert", "Mix", "Modulate", "CrossFade"}));
-    Paste->menu()->actions().at(3)->trigger();
-    EXPECT_EQ(Paste->toolTip(), "Paste(Mix)");
-    EXPECT_EQ(Window->PasteMode(), 4);
-    Paste->click();
-    EXPECT_EQ(Ran, (std::vector<std::string>{"Edit_Paste_Mnu_1", "Edit_Paste_Mnu_4",
-                                             "Edit_Paste_Mnu_4"}));
+    EXPECT_EQ(Ran, (std::vector<std::string>{"Edit_Paste_Mnu_1"}));
+    for (const int Mode : {1, 2, 3, 5, 6, 4}) {
+        Ran.clear();
+        Paste->menu()->actions().at(Mode - 1)->trigger();
+        EXPECT_EQ(Paste->toolTip(), QString("Paste(%1)").arg(Entries.at(Mode - 1)));
+        EXPECT_EQ(Window->PasteMode(), Mode);
+        Paste->click();
+        const std::string Name = "Edit_Paste_Mnu_" + std::to_string(Mode);
+        EXPECT_EQ(Ran, (std::vector<std::string>{Name, Name}));
+    }
     EXPECT_EQ(Window->Entry("Edit_Paste_Mnu_4")->shortcut(), QKeySequence(QKeySequence::Paste));
     EXPECT_TRUE(Window->Entry("Edit_Paste_Mnu_1")->shortcut().isEmpty());
     Window->SetEntryEnabled("Edit_Paste_Mnu_1", false);
