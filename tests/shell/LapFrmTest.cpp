@@ -88,6 +88,7 @@ TEST_F(LapFrmTest, AbsurdSettingsGiveTheFirstOptions) {
 
 /// The keys go to whatever has the focus, as they do on the screen.
 void PressKeys(QWidget* Window, std::initializer_list<Qt::Key> Keys) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Window));
     for (const Qt::Key Key : Keys)
         QTest::keyClick(Window->focusWidget(), Key);
 }
