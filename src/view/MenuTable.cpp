@@ -101,7 +101,7 @@ void AddEdit(std::vector<MenuRow>& T) {
             Cmd(Paste, "Edit_Paste_Mnu_5", "Mo&dulate",
                 "Modulates what stands there with the copied audio"),
             Cmd(Paste, "Edit_Paste_Mnu_6", "&Cross Fade",
-                "Fades from what stands there to the copied audio"),
+                "Fades from the copied audio to what stands there"),
             Cmd(P, "Edit_Delete_Mnu", "&Delete", "Deletes the selected audio/waveform", "Del",
                 "Delete"),
             Line(P),

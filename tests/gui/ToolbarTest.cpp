@@ -132,6 +132,8 @@ TEST_F(ToolbarTest, ThePasteButtonKeepsTheModeThatWasChosenLast) {
         Entries << Action->text();
     EXPECT_EQ(Entries,
               (QStringList{"Replace", "Insert", "MultiInsert", "Mix", "Modulate", "CrossFade"}));
+    EXPECT_EQ(Paste->menu()->actions().at(5)->statusTip(),
+              "Fades from the copied audio to what stands there");
     EXPECT_EQ(Ran, (std::vector<std::string>{"Edit_Paste_Mnu_1"}));
     for (const int Mode : {1, 2, 3, 5, 6, 4}) {
         Ran.clear();
