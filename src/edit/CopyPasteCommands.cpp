@@ -142,11 +142,13 @@ void CopyPasteClass::CopyFile() {
 }
 
 void CopyPasteClass::CopyNamedFile(const std::string& FileName) {
+    // Begins before the other document and ends after it: the end of a document, too, tells the
+    // menu that there is nothing to undo.
+    const OtherDocumentScope DocumentStays;
     FileMemoClass Other;
     bool Copied = false;
     RunCommand({}, [&] {
         const BusyPointer Busy;
-        const OtherDocumentScope DocumentStays;
         bool Loaded = false;
         OpenSaveClass Files;
         AudioFileTypeOf(FileName)->Load(Files, Other, FileName, Loaded);

@@ -652,11 +652,24 @@ TEST_F(CopyPasteTest, another_file_is_copied_whole_and_the_document_stays) {
     EXPECT_THAT(Right(), ElementsAre(2, 4, 6, 9));
 }
 
+/// What the menu says last.
+struct MenuSeen final : UndoListener {
+    MenuSeen() { SetUndoListener(this); }
+    ~MenuSeen() override { SetUndoListener(nullptr); }
+    MenuSeen(const MenuSeen&) = delete;
+    MenuSeen& operator=(const MenuSeen&) = delete;
+    void UndoMenuChanged(const UndoMenuState& State) override { Last = State; }
+    void SetMenu_To_DefaultFormat() override { ++FormatsShown; }
+    UndoMenuState Last;
+    int FormatsShown = 0;
+};
+
 TEST_F(CopyPasteTest, a_copy_of_another_file_leaves_what_is_known_of_the_document) {
     Document({1, 2, 3, 4});
+    const MenuSeen Menu;
     Select(2, 3);
     Commands.Delete();
-    const std::string Caption = WaveStore->UndoMenu().Caption;
+    EXPECT_EQ(Menu.Last.Caption, "Undo [Delete]");
     WaveDir = Session.Path("music");
     WaveFileName = "mine.wav";
     WaveFilePath = WaveDir + "/mine.wav";
@@ -679,7 +692,9 @@ TEST_F(CopyPasteTest, a_copy_of_another_file_leaves_what_is_known_of_the_documen
             EXPECT_EQ(CurrentFormat, Format);
             EXPECT_EQ(SelStart, 1);
             EXPECT_EQ(SelEnd, 2);
-            EXPECT_EQ(WaveStore->UndoMenu().Caption, Caption);
+            EXPECT_EQ(Menu.Last.Caption, "Undo [Delete]") << Other;
+            EXPECT_TRUE(Menu.Last.Enabled) << Other;
+            EXPECT_EQ(Menu.FormatsShown, 0);
         }
     EXPECT_THAT(Left(), ElementsAre(1, 4));
     WaveStore->Undo();
