@@ -296,6 +296,44 @@ TEST_F(CopyPasteQuestions, a_paste_that_breaks_off_while_it_computes_shows_the_e
     EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get()}), "");
 }
 
+/// Silence costs no room, so that such lengths are quick.
+TEST_F(CopyPasteQuestions, a_sound_beyond_32_bits_is_refused_with_nothing_changed) {
+    const auto Silence = [](std::int32_t Count) {
+        auto Carrier = std::make_unique<BlockCarrBuffClass>();
+        Carrier->ReDimSize(Count);
+        return Carrier;
+    };
+    Document({1});
+    const auto ClipOf = Silence(1000000);
+    ASSERT_TRUE(PutClipboard(1, 16, 1000, ClipOf.get(), nullptr));
+    const auto Long = Silence(1000000000);
+    WaveStore->WaveDataInsert(2, 1, Long.get(), nullptr, "", true);
+    WaveStore->UndoInfoReset();
+    WaveChanged = false;
+    for (const char* Times : {"1148", "2148", "4295", "10000"}) {
+        Messages.AnswerInput(Times);
+        PasteAt(PasteMultiInsert, 2);
+        EXPECT_EQ(Messages.TakeTexts().back(), "Multi-Paste Insert|Overflow") << Times;
+        EXPECT_EQ(WaveStore->WavWaveINos, 1000000001) << Times;
+        EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get(), ClipOf.get(), Long.get()}), "");
+    }
+    EXPECT_EQ(WaveStore->UndoCount(), 0);
+    EXPECT_FALSE(WaveChanged);
+    Messages.AnswerInput("1147");
+    PasteAt(PasteMultiInsert, 2);
+    EXPECT_EQ(WaveStore->WavWaveINos, 2147000001);
+    (void)Messages.TakeTexts();
+    PasteAt(PasteInsert, 2);
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Paste Insert|Overflow"));
+    PasteAt(PasteReplace, 2147000001);
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Paste Replace|Overflow"));
+    EXPECT_EQ(WaveStore->WavWaveINos, 2147000001);
+    WaveStore->Undo();
+    EXPECT_EQ(WaveStore->WavWaveINos, 1000000001);
+    EXPECT_EQ(WaveStore->WaveL(1), 1);
+    EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get(), ClipOf.get(), Long.get()}), "");
+}
+
 TEST_F(CopyPasteQuestions, another_file_is_asked_for_where_the_last_one_was) {
     Document({1});
     WaveDir = Session.Path("music");
