@@ -8,9 +8,7 @@
 
 #include <algorithm>
 #include <bit>
-#include <chrono>
 #include <map>
-#include <system_error>
 #include <utility>
 
 namespace quoril {
@@ -25,31 +23,38 @@ constexpr std::size_t WordBytes = sizeof(std::int32_t);
     throw Failure("The description of the copied sound is damaged");
 }
 
-/// Whether a file was written after its samples were described. Times that lie within the coarsest
-/// step of a file system, or ahead of the clock, tell nothing.
-bool WrittenSince(const std::string& FileName, FileTime Described) {
-    const FileTime Written = TimeOfFile(FileName);
-    return Written > Described + std::chrono::seconds(2) && Written <= FileTime::clock::now();
+/// Whether one time lies behind another. Times that lie within the coarsest step of a file system,
+/// or ahead of the clock, tell nothing.
+bool IsLater(std::int64_t TimeNs, std::int64_t ThanNs) {
+    constexpr std::int64_t CoarsestStepNs = 2000000000;
+    return TimeNs > ThanNs + CoarsestStepNs && TimeNs <= NowNs();
+}
+
+/// Whether a file was written, or came to its place, after its samples were described.
+bool ChangedSince(const std::string& FileName, const FileTimes& Described) {
+    const FileTimes Times = TimesOfFile(FileName);
+    return IsLater(Times.WrittenNs, Described.WrittenNs) ||
+           IsLater(Times.ChangedNs, Described.ChangedNs);
 }
 
 /// Sizes of files, each asked once.
 class FileSizes {
   public:
-    explicit FileSizes(FileTime When) : Described(When) {}
+    explicit FileSizes(const FileTimes& When) : Described(When) {}
     [[nodiscard]] std::int64_t Of(const PortableBlock& Block) {
         const auto Found = Sizes.find(Block.Name);
         if (Found != Sizes.end())
             return Found->second;
         const std::int64_t Bytes = FileForReading(Block.Name).Length();
         // Working files grow, and keep what was written.
-        if (Block.Kind == BlockOrgFile && WrittenSince(Block.Name, Described))
+        if (Block.Kind == BlockOrgFile && ChangedSince(Block.Name, Described))
             throw Failure("This file was changed after its sound was copied\n" + Block.Name);
         Sizes.emplace(Block.Name, Bytes);
         return Bytes;
     }
 
   private:
-    FileTime Described;
+    FileTimes Described;
     std::map<std::string, std::int64_t> Sizes;
 };
 
@@ -64,14 +69,6 @@ void CheckInFile(const PortableBlock& Block, FileSizes& Sizes) {
 }
 
 } // namespace
-
-FileTime TimeOfFile(const std::string& FileName) {
-    std::error_code Error;
-    const FileTime Time = std::filesystem::last_write_time(FileName, Error);
-    if (Error)
-        throw SystemFailure(Error.value(), FileName);
-    return Time;
-}
 
 std::string ClipDescriptionName(const std::string& Folder, std::int32_t Channel) {
     return Folder + (Channel == 2 ? "/InfoRight.dat" : "/InfoLeft.dat");
@@ -99,7 +96,7 @@ std::vector<std::int32_t> ClipDescriptionRead(const std::string& FileName) {
 }
 
 void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t Length,
-                          FileTime Described) {
+                          const FileTimes& Described) {
     if (Words.size() == 1) // what stands there for the right channel of a clip that has none
         FailDamaged();
     FileSizes Sizes(Described);

@@ -1,10 +1,10 @@
 // The files that describe a clip to other processes: one block list each, as words.
 #pragma once
 
+#include "platform/FileSystem.h"
 #include "storage/WoroFileBlockMod.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -18,17 +18,14 @@ void ClipDescriptionWrite(const std::string& FileName, const std::vector<std::in
 /// The words of a file: as many as its first one tells. Throws Failure when the file holds fewer.
 [[nodiscard]] std::vector<std::int32_t> ClipDescriptionRead(const std::string& FileName);
 
-using FileTime = std::filesystem::file_time_type;
-/// When a file was last written. Throws SystemFailure.
-[[nodiscard]] FileTime TimeOfFile(const std::string& FileName);
-
 /// Throws Failure unless a channel is described, every block lies in its file, the blocks stand end
 /// to end from 1 on, and add up to `Length` samples; `Length` 0 for any sum that a channel can
-/// have. An original file must not have been written since `Described`, when the description was.
+/// have. An original file must not have been written or brought there since the description was
+/// written, whose times are `Described`.
 /// Nothing is read but the sizes and times of the files, so that a damaged description costs
 /// neither time nor memory.
 void ClipDescriptionCheck(const std::vector<std::int32_t>& Words, std::int32_t Length,
-                          FileTime Described);
+                          const FileTimes& Described);
 
 /// Checked descriptions as blocks of this process; `WordsR` is empty for a clip of one channel. The
 /// samples of files that only the other process uses are read at once, and its files are never

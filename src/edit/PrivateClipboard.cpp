@@ -177,7 +177,7 @@ bool ImportClip(const ClipMarker& Marker) {
     DropClip();
     const std::string LeftName = ClipDescriptionName(Marker.Folder, 1);
     const auto Left = ClipDescriptionRead(LeftName);
-    const FileTime Described = TimeOfFile(LeftName);
+    const FileTimes Described = TimesOfFile(LeftName);
     std::vector<std::int32_t> Right;
     if (Marker.Channels == 2)
         Right = ClipDescriptionRead(ClipDescriptionName(Marker.Folder, 2));

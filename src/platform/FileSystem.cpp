@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <ctime>
 #include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
@@ -31,6 +32,10 @@ bool StatusOf(const std::string& Name, struct stat& Status) noexcept {
 /// The entry itself, where it is a symbolic link.
 bool StatusOfEntry(const std::string& Name, struct stat& Status) noexcept {
     return IsPossibleName(Name) && ::lstat(Name.c_str(), &Status) == 0;
+}
+
+std::int64_t Nanoseconds(const timespec& Time) noexcept {
+    return static_cast<std::int64_t>(Time.tv_sec) * 1000000000 + Time.tv_nsec;
 }
 
 Descriptor OpenOrThrow(const std::string& FileName, int Flags) {
@@ -94,6 +99,19 @@ bool FileExists(const std::string& FileName) noexcept {
 bool FolderExists(const std::string& FolderName) noexcept {
     struct stat Status {};
     return StatusOf(FolderName, Status) && S_ISDIR(Status.st_mode);
+}
+
+FileTimes TimesOfFile(const std::string& FileName) {
+    struct stat Status {};
+    if (!StatusOf(FileName, Status))
+        throw SystemFailure(IsPossibleName(FileName) ? errno : EINVAL, FileName);
+    return {Nanoseconds(Status.st_mtim), Nanoseconds(Status.st_ctim)};
+}
+
+std::int64_t NowNs() noexcept {
+    timespec Now{};
+    (void)::clock_gettime(CLOCK_REALTIME, &Now);
+    return Nanoseconds(Now);
 }
 
 bool DeleteFileIfFree(const std::string& FileName) noexcept {

@@ -11,6 +11,17 @@ namespace quoril {
 [[nodiscard]] bool FileExists(const std::string& FileName) noexcept;
 [[nodiscard]] bool FolderExists(const std::string& FolderName) noexcept;
 
+/// When a file was last written, and when anything of it was last changed, its place included, in
+/// nanoseconds since 1970. Whoever brings a file with an older date cannot set the second one back.
+struct FileTimes {
+    std::int64_t WrittenNs = 0;
+    std::int64_t ChangedNs = 0;
+};
+/// Throws SystemFailure when the file cannot be looked at.
+[[nodiscard]] FileTimes TimesOfFile(const std::string& FileName);
+/// The time now, counted in the same way.
+[[nodiscard]] std::int64_t NowNs() noexcept;
+
 /// Deletes a file. False when it is still there: no right to, or another program (or another
 /// handle of this one) holds it open with a lock. True also when there was none.
 [[nodiscard]] bool DeleteFileIfFree(const std::string& FileName) noexcept;

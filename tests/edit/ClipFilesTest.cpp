@@ -407,7 +407,7 @@ TEST_F(ClipFilesTest, a_file_that_is_written_while_the_user_thinks_about_the_dis
     const Words InFile = OneBlock(Path, 3, BlockOrgFile, 1, WavHeaderBytes + 1);
     TmpDir0 = Session.Path("missing"); // where free space cannot be asked, which counts as none
     Guard.Meanwhile = [&] { Session.WriteFile("song.wav", Wav({10, 20, 30})); };
-    const auto Past = FileTime::clock::now() - std::chrono::seconds(100);
+    const auto Past = fs::file_time_type::clock::now() - std::chrono::seconds(100);
     for (const std::int32_t Channels : {1, 2}) {
         ClipDescriptionWrite(ClipDescriptionName(AppPath, 1), Channels == 1 ? InFile : Left);
         ClipDescriptionWrite(ClipDescriptionName(AppPath, 2), InFile);

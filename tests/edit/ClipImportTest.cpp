@@ -1,4 +1,5 @@
 // Clips of other processes, and descriptions that somebody damaged.
+#include "base/Failure.h"
 #include "edit/ClipImportFixture.h"
 #include "support/LargeFile.h"
 #include "support/OrdinaryUser.h"
@@ -141,9 +142,9 @@ TEST_F(ClipImportTest, a_file_that_was_changed_after_the_copy_is_told) {
     Commands.Copy();
     const auto ClipL = Left();
     const std::string Line = Slot.Held;
-    const auto Now = FileTime::clock::now();
+    const auto Now = std::filesystem::file_time_type::clock::now();
     std::filesystem::last_write_time(ClipDescriptionName(AppPath, 1), Now - seconds(100));
-    const auto PasteOf = [&](FileTime Changed) {
+    const auto PasteOf = [&](std::filesystem::file_time_type Changed) {
         std::filesystem::last_write_time(Path, Changed);
         BecomeAnotherProcess();
         Document({7});
@@ -182,6 +183,27 @@ TEST_F(ClipImportTest, a_file_of_two_channels_is_read_once_for_both) {
     EXPECT_EQ(WaveStore->WavWaveINos, Frames);
     EXPECT_GE(Read, Frames * 4);
     EXPECT_LT(Read, Frames * 5);
+}
+
+TEST_F(ClipImportTest, a_file_with_an_older_date_that_came_after_the_copy_is_told) {
+    const std::string Path =
+        Session.WriteFile("old.wav", WavFile{.Data = AudioBytes({1, 2, 3}, 16)}.Whole());
+    std::filesystem::last_write_time(Path, std::filesystem::file_time_type::clock::now() -
+                                               std::chrono::hours(1000));
+    const Words Longs = OneBlock(Path, 3, BlockOrgFile, 1, 45);
+    FileTimes Described = TimesOfFile(Path);
+    constexpr std::int64_t Second = 1000000000;
+    EXPECT_GT(Described.ChangedNs - Described.WrittenNs, 999 * 3600 * Second);
+    EXPECT_LE(Described.ChangedNs, NowNs());
+    Described.WrittenNs += 5 * Second;
+    EXPECT_NO_THROW(ClipDescriptionCheck(Longs, 3, Described)) << "it was there before";
+    Described.ChangedNs -= 2 * Second;
+    EXPECT_NO_THROW(ClipDescriptionCheck(Longs, 3, Described)) << "as good as at the same time";
+    Described.ChangedNs -= 1;
+    EXPECT_THROW(ClipDescriptionCheck(Longs, 3, Described), Failure);
+    Described = TimesOfFile(Path);
+    Described.WrittenNs -= 3 * Second;
+    EXPECT_THROW(ClipDescriptionCheck(Longs, 3, Described), Failure);
 }
 
 TEST_F(ClipImportTest, silence_comes_as_silence) {
