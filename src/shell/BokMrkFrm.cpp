@@ -130,7 +130,6 @@ QWidget* BokMrkFrm::AddButtonsFrame(int Index, const std::vector<ButtonRow>& Row
     for (const ButtonRow& Each : Rows) {
         auto* Button = new QPushButton(QLatin1String(Each.Caption), Frame);
         Button->setObjectName(QLatin1String(Each.Name));
-        Button->setAutoDefault(false);
         connect(Button, &QPushButton::clicked, this, Each.Action);
         Row->addWidget(Button);
     }

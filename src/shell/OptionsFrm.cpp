@@ -97,7 +97,6 @@ OptionsFrm::OptionsFrm(OptionsEffects Wanted, QWidget* Parent)
     QPushButton* CancelBtn =
         Buttons->addButton(QStringLiteral("C&ancel"), QDialogButtonBox::RejectRole);
     CancelBtn->setObjectName(QStringLiteral("CancelBtn"));
-    CancelBtn->setAutoDefault(false);
     connect(Buttons, &QDialogButtonBox::accepted, this, &OptionsFrm::accept);
     connect(Buttons, &QDialogButtonBox::rejected, this, &OptionsFrm::reject);
 
@@ -128,7 +127,6 @@ void OptionsFrm::BuildColors(QWidget* Page) {
     auto* Side = new QVBoxLayout;
     ColorBtn = new QPushButton(QStringLiteral("Click here to change"), Page);
     ColorBtn->setObjectName(QStringLiteral("ColorBtn"));
-    ColorBtn->setAutoDefault(false);
     connect(ColorBtn, &QPushButton::clicked, this, &OptionsFrm::ChangeColor);
     Side->addWidget(ColorBtn);
     Side->addSpacing(12);
@@ -141,7 +139,6 @@ void OptionsFrm::BuildColors(QWidget* Page) {
         auto* Button = new QPushButton(QString::fromLatin1(Caption), Page);
         Button->setObjectName(QStringLiteral("ColorPresetBtn_%1").arg(Index));
         Button->setAccessibleName(QString::fromLatin1(Accessible));
-        Button->setAutoDefault(false);
         connect(Button, &QPushButton::clicked, this, [this, Index] { UsePreset(Index); });
         Side->addWidget(Button);
     }
@@ -269,7 +266,6 @@ void OptionsFrm::BuildDisk(QWidget* Page) {
     auto* BrowseBtn = new QPushButton(QStringLiteral("&Browse..."), Page);
     BrowseBtn->setObjectName(QStringLiteral("BrowseBtn"));
     BrowseBtn->setAccessibleName(QStringLiteral("Choose the folder for temporary files"));
-    BrowseBtn->setAutoDefault(false);
     connect(BrowseBtn, &QPushButton::clicked, this, &OptionsFrm::BrowseTempPath);
 
     auto* Row = new QHBoxLayout;
@@ -306,7 +302,6 @@ void OptionsFrm::BuildSound(QWidget* Page) {
         auto* Button = new QPushButton(
             QString::fromLatin1(Captions.at(static_cast<std::size_t>(Index))), Page);
         Button->setObjectName(QStringLiteral("SoundDriverBtn_%1").arg(Index));
-        Button->setAutoDefault(false);
         Button->setEnabled(Index == 0 || Effects.SoundDriverSwitch != nullptr);
         connect(Button, &QPushButton::clicked, this, [this, Index] {
             if (Index == 0)

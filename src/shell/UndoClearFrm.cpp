@@ -31,7 +31,6 @@ UndoClearFrm::UndoClearFrm(QWidget* Parent) : QDialog(Parent), AvailList(new QLi
             QString::fromLatin1(Captions.at(static_cast<std::size_t>(Index - 1)));
         auto* Button = new QPushButton(Caption, this);
         Button->setObjectName(QStringLiteral("ClearBtn_%1").arg(Index));
-        Button->setAutoDefault(false);
         connect(Button, &QPushButton::clicked, this, [this, Index] { ButtonClicked(Index); });
         Buttons->addWidget(Button);
     }

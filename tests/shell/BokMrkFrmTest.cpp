@@ -70,12 +70,13 @@ TEST_F(BokMrkFrmTest, InChooseModeItGivesTheChosenLine) {
                        Press(Window, "OkBtn");
                    }),
               2);
-    EXPECT_EQ(Show(BokMrkChoose,
-                   [](QWidget* Window) {
-                       Part<QListWidget>(Window, "BookMarkLst")->setCurrentRow(1);
-                       Press(Window, "CancelBtn");
-                   }),
-              0);
+    for (const auto& By : {Press, PressByKey})
+        EXPECT_EQ(Show(BokMrkChoose,
+                       [By](QWidget* Window) {
+                           Part<QListWidget>(Window, "BookMarkLst")->setCurrentRow(1);
+                           By(Window, "CancelBtn");
+                       }),
+                  0);
     EXPECT_EQ(Show(BokMrkChoose, [](QWidget* Window) { Press(Window, "OkBtn"); }), 0)
         << "no line is chosen at first";
 }

@@ -22,6 +22,7 @@ namespace {
 
 using test::Part;
 using test::Press;
+using test::PressByKey;
 using test::ScriptedMessages;
 using test::TestSession;
 using test::WithDialog;
@@ -161,8 +162,10 @@ TEST_F(UndoClearDialogTest, EveryButtonGivesItsResult) {
     for (const auto& [Button, Result] : {std::pair<const char*, std::int32_t>{"ClearBtn_1", 1},
                                          {"ClearBtn_3", 3},
                                          {"CloseBtn", 0}}) {
-        const WithDialog Act([Name = Button](QWidget* Window) { Press(Window, Name); });
-        EXPECT_EQ(Questions.ShowUndoClear({"A", "B"}).Result, Result) << Button;
+        for (const auto& By : {Press, PressByKey}) {
+            const WithDialog Act([Name = Button, By](QWidget* Window) { By(Window, Name); });
+            EXPECT_EQ(Questions.ShowUndoClear({"A", "B"}).Result, Result) << Button;
+        }
     }
 }
 

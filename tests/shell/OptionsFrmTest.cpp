@@ -18,6 +18,7 @@ namespace quoril {
 namespace {
 
 namespace fs = std::filesystem;
+using test::PressByKey;
 using test::WithDialog;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -90,6 +91,15 @@ TEST_F(OptionsWindow, EveryControlHasAnAccessibleNameOrWordsOfItsOwn) {
                     (Button != nullptr && !Button->text().isEmpty()))
             << qPrintable(Control->objectName());
     }
+}
+
+TEST_F(OptionsWindow, ReturnPressesTheButtonThatHasTheFocus) {
+    const bool Loop = LoopOn;
+    Window.show();
+    Find<QAbstractButton>("LoopPlay_Chk")->setChecked(!Loop);
+    PressByKey(&Window, "CancelBtn");
+    EXPECT_EQ(Window.result(), QDialog::Rejected);
+    EXPECT_EQ(LoopOn, Loop);
 }
 
 TEST_F(OptionsWindow, CancelLeavesSettingsAndColorsUnchanged) {

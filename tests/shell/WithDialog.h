@@ -24,6 +24,11 @@ Kind* Part(const QWidget* Window, const char* Name) {
 inline void Press(const QWidget* Window, const char* Name) {
     QTest::mouseClick(Part<QPushButton>(Window, Name), Qt::LeftButton);
 }
+/// Presses a button of a window by keys.
+inline void PressByKey(const QWidget* Window, const char* Name) {
+    Part<QPushButton>(Window, Name)->setFocus();
+    QTest::keyClick(Part<QPushButton>(Window, Name), Qt::Key_Return);
+}
 
 /// Runs `Do` on the next modal window that comes up. A window that is still open afterwards is
 /// closed, so that a broken test ends.
