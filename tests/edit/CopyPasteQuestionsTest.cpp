@@ -1,6 +1,4 @@
 // What the commands of copy, cut, delete and paste ask before they begin, and say in the end.
-#include "audiofile/AudioFileNames.h"
-#include "audiofile/DocumentFile.h"
 #include "audiofile/WavMaker.h"
 #include "base/Failure.h"
 #include "edit/ClipMarker.h"
@@ -121,20 +119,6 @@ TEST_F(CopyPasteQuestions, a_paste_at_a_range_takes_the_end_that_was_chosen) {
     }
 }
 
-TEST_F(CopyPasteQuestions, multi_insert_offers_5_and_then_the_last_number) {
-    Clip({10, 20});
-    Document({1});
-    PasteAt(PasteMultiInsert, 1);
-    EXPECT_EQ(Messages.LastProposed(), "5");
-    Messages.AnswerInput("7");
-    PasteAt(PasteMultiInsert, 1);
-    Messages.AnswerInput("10001"); // refused, and not kept
-    PasteAt(PasteMultiInsert, 1);
-    EXPECT_EQ(Messages.LastProposed(), "7");
-    PasteAt(PasteMultiInsert, 1);
-    EXPECT_EQ(Messages.LastProposed(), "7");
-}
-
 struct RefreshCount final : ViewListener {
     RefreshCount() { SetViewListener(this); }
     ~RefreshCount() override { SetViewListener(nullptr); }
@@ -168,51 +152,6 @@ TEST_F(CopyPasteQuestions, what_changes_the_sound_shows_it_once_and_a_copy_does_
         EXPECT_EQ(View.Count, 1) << Mode;
         EXPECT_EQ(SelStart, 2);
         EXPECT_EQ(SelEnd, 2);
-    }
-}
-
-/// Notes how the pointer is while it asks.
-struct PointerSeen final : UserMessages {
-    explicit PointerSeen(const int& UsedDepth) : Depth(UsedDepth) { SetUserMessages(this); }
-    ~PointerSeen() override { SetUserMessages(nullptr); }
-    PointerSeen(const PointerSeen&) = delete;
-    PointerSeen& operator=(const PointerSeen&) = delete;
-    MsgBoxAnswer MsgBox(const MsgBoxRequest& Request) override { return Request.Default; }
-    InputBoxAnswer InputBox(const std::string&, const std::string&, const std::string&) override {
-        Seen.push_back(Depth);
-        return {true, "2"};
-    }
-    const int& Depth;
-    std::vector<int> Seen;
-};
-
-TEST_F(CopyPasteQuestions, the_pointer_is_not_busy_while_multi_insert_asks) {
-    Clip({10});
-    Document({1});
-    PointerSeen Asked(BusyDepth);
-    PasteAt(PasteMultiInsert, 1);
-    EXPECT_THAT(Asked.Seen, ElementsAre(0));
-    EXPECT_THAT(Left(), ElementsAre(10, 10, 1));
-}
-
-TEST_F(CopyPasteQuestions, multi_insert_rounds_to_whole_times) {
-    Clip({10});
-    const std::pair<const char*, std::size_t> Rows[] = {
-        {"0.6", 1}, {"2.5", 2}, {"3.5", 4}, {"1e1", 10}, {" 2", 2}, {"2,9", 2}, {"10000.4", 10000}};
-    for (const auto& [Text, Times] : Rows) {
-        Document({1});
-        Messages.AnswerInput(Text);
-        PasteAt(PasteMultiInsert, 1);
-        EXPECT_EQ(Left().size(), 1 + Times) << Text;
-    }
-    for (const char* Text : {"0.5", "10000.6", "1e300", "NaN", " ", "99999999999999999999999999"}) {
-        Document({1});
-        Messages.AnswerInput(Text);
-        PasteAt(PasteMultiInsert, 1);
-        EXPECT_THAT(Left(), ElementsAre(1)) << Text;
-        EXPECT_EQ(Messages.TakeTexts().back(),
-                  "No of times not valid|Invalid entry Enter between 1 to 10000")
-            << Text;
     }
 }
 
@@ -294,75 +233,6 @@ TEST_F(CopyPasteQuestions, a_paste_that_breaks_off_while_it_computes_shows_the_e
     EXPECT_FALSE(WaveChanged);
     EXPECT_EQ(WaveStore->UndoCount(), 0);
     EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get()}), "");
-}
-
-/// Silence costs no room, so that such lengths are quick.
-TEST_F(CopyPasteQuestions, a_sound_beyond_32_bits_is_refused_with_nothing_changed) {
-    const auto Silence = [](std::int32_t Count) {
-        auto Carrier = std::make_unique<BlockCarrBuffClass>();
-        Carrier->ReDimSize(Count);
-        return Carrier;
-    };
-    Document({1});
-    const auto ClipOf = Silence(1000000);
-    ASSERT_TRUE(PutClipboard(1, 16, 1000, ClipOf.get(), nullptr));
-    const auto Long = Silence(1000000000);
-    WaveStore->WaveDataInsert(2, 1, Long.get(), nullptr, "", true);
-    WaveStore->UndoInfoReset();
-    WaveChanged = false;
-    for (const char* Times : {"1148", "2148", "4295", "10000"}) {
-        Messages.AnswerInput(Times);
-        PasteAt(PasteMultiInsert, 2);
-        EXPECT_EQ(Messages.TakeTexts().back(), "Multi-Paste Insert|Overflow") << Times;
-        EXPECT_EQ(WaveStore->WavWaveINos, 1000000001) << Times;
-        EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get(), ClipOf.get(), Long.get()}), "");
-    }
-    EXPECT_EQ(WaveStore->UndoCount(), 0);
-    EXPECT_FALSE(WaveChanged);
-    Messages.AnswerInput("1147");
-    PasteAt(PasteMultiInsert, 2);
-    EXPECT_EQ(WaveStore->WavWaveINos, 2147000001);
-    (void)Messages.TakeTexts();
-    PasteAt(PasteInsert, 2);
-    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Paste Insert|Overflow"));
-    PasteAt(PasteReplace, 2147000001);
-    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Paste Replace|Overflow"));
-    EXPECT_EQ(WaveStore->WavWaveINos, 2147000001);
-    WaveStore->Undo();
-    EXPECT_EQ(WaveStore->WavWaveINos, 1000000001);
-    EXPECT_EQ(WaveStore->WaveL(1), 1);
-    EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get(), ClipOf.get(), Long.get()}), "");
-}
-
-TEST_F(CopyPasteQuestions, another_file_is_asked_for_where_the_last_one_was) {
-    Document({1});
-    WaveDir = Session.Path("music");
-    Commands.CopyFile();
-    ASSERT_EQ(Windows.Requests.size(), 1U);
-    EXPECT_EQ(Windows.Requests[0].Title, "Select a Wave file to Copy");
-    EXPECT_EQ(Windows.Requests[0].Folder, Session.Path("music"));
-    EXPECT_EQ(Windows.Requests[0].Filter, AudioFileFilter);
-    EXPECT_EQ(Windows.Requests[0].DefaultExtension, "wav");
-    EXPECT_TRUE(Windows.Requests[0].FileMustExist);
-    // Cancelled: nothing is said.
-    EXPECT_THAT(Messages.Texts(), IsEmpty());
-    EXPECT_THAT(Windows.Copied, IsEmpty());
-    EXPECT_EQ(ClipPointer, 0);
-}
-
-TEST_F(CopyPasteQuestions, a_file_is_copied_with_its_own_channels_bits_and_rate) {
-    Document({1}, {2});
-    SelBoth = false;
-    SelSingle = 2;
-    Windows.Choice = Session.WriteFile(
-        "m.wav", WavFile{.Rate = 8000, .Bits = 8, .Data = AudioBytes({1, -128}, 8)}.Whole());
-    Commands.CopyFile();
-    const auto Marker = ClipMarkerRead(Slot.Held);
-    ASSERT_TRUE(Marker.has_value());
-    EXPECT_EQ(Marker->Channels, 1);
-    EXPECT_EQ(Marker->Bits, 8);
-    EXPECT_EQ(Marker->Freq, 8000);
-    EXPECT_EQ(Marker->Length, 2);
 }
 
 } // namespace

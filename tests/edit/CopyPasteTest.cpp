@@ -1,4 +1,3 @@
-#include "audiofile/DocumentFile.h"
 #include "audiofile/OpenSaveClass.h"
 #include "audiofile/WavMaker.h"
 #include "edit/ClipMarker.h"
@@ -7,7 +6,6 @@
 
 #include "selection/SelectionMod.h"
 
-#include <chrono>
 #include <filesystem>
 #include <set>
 
@@ -480,134 +478,6 @@ TEST_F(CopyPasteTest, copy_cut_paste_and_undo_read_no_sample_of_a_file) {
     EXPECT_THAT(Messages.Texts(), ::testing::SizeIs(1));
 }
 
-// ---- Multi-Insert
-
-TEST_F(CopyPasteTest, multi_insert_asks_how_often_and_is_one_undo_step) {
-    Clip({10, 20});
-    Document({1, 2});
-    Messages.AnswerInput("3");
-    PasteAt(PasteMultiInsert, 2);
-    EXPECT_THAT(Messages.TakeTexts(),
-                ElementsAre("Multi-Paste Insert|Enter no of times for Multi-paste.\nWave found in "
-                            "clipboard is 00, 2 samples"));
-    EXPECT_THAT(Left(), ElementsAre(1, 10, 20, 10, 20, 10, 20, 2));
-    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Multi-Paste Insert");
-    EXPECT_EQ(Commands.MultiPasteTimes, 3);
-    WaveStore->Undo();
-    EXPECT_THAT(Left(), ElementsAre(1, 2));
-}
-
-TEST_F(CopyPasteTest, multi_insert_takes_1_to_10000_and_leading_numbers) {
-    Clip({10});
-    Document({1});
-    for (const char* Text : {"0", "10001", "-3", "abc"}) {
-        Messages.AnswerInput(Text);
-        PasteAt(PasteMultiInsert, 1);
-        EXPECT_EQ(Messages.TakeTexts().back(),
-                  "No of times not valid|Invalid entry Enter between 1 to 10000")
-            << Text;
-        EXPECT_EQ(Left().size(), 1U);
-    }
-    Messages.AnswerInput("3x");
-    PasteAt(PasteMultiInsert, 1);
-    EXPECT_EQ(Left().size(), 4U);
-    Messages.AnswerInput("10000");
-    PasteAt(PasteMultiInsert, 1);
-    EXPECT_EQ(Left().size(), 10004U);
-}
-
-TEST_F(CopyPasteTest, a_cancelled_multi_insert_leaves_everything) {
-    Clip({10});
-    Document({1});
-    Commands.MultiPasteTimes = 7;
-    PasteAt(PasteMultiInsert, 1);
-    EXPECT_THAT(Left(), ElementsAre(1));
-    EXPECT_EQ(Commands.MultiPasteTimes, 7);
-    Messages.AnswerInput("");
-    PasteAt(PasteMultiInsert, 1);
-    EXPECT_THAT(Left(), ElementsAre(1));
-}
-
-TEST_F(CopyPasteTest, ten_thousand_insertions_and_their_undo_take_less_than_two_seconds_each) {
-    Clip({10, 20, 30}, {40, 50, 60});
-    Document({1, 2}, {3, 4});
-    Messages.AnswerInput("10000");
-    const auto Start = std::chrono::steady_clock::now();
-    PasteAt(PasteMultiInsert, 2);
-    const auto Middle = std::chrono::steady_clock::now();
-    EXPECT_EQ(WaveStore->WavWaveINos, 30002);
-    WaveStore->Undo();
-    const auto End = std::chrono::steady_clock::now();
-    EXPECT_LT(Middle - Start, std::chrono::seconds(2));
-    EXPECT_LT(End - Middle, std::chrono::seconds(2));
-    EXPECT_THAT(Left(), ElementsAre(1, 2));
-    EXPECT_THAT(Right(), ElementsAre(3, 4));
-}
-
-// ---- The pastes that compute
-
-TEST_F(CopyPasteTest, mix_limits_and_pastes_what_runs_past_the_end_unmixed) {
-    Clip({32767, -32768, 100, 200, 300});
-    Document({5, 32767, -32768, 1});
-    PasteAt(PasteMix, 2);
-    EXPECT_THAT(Left(), ElementsAre(5, 32767, -32767, 101, 200, 300));
-    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Mix");
-    WaveStore->Undo();
-    EXPECT_THAT(Left(), ElementsAre(5, 32767, -32768, 1));
-}
-
-TEST_F(CopyPasteTest, mix_works_on_both_channels) {
-    Clip({1, 2}, {3, 4});
-    Document({10, 20, 30}, {40, 50, 60});
-    PasteAt(PasteMix, 2);
-    EXPECT_THAT(Left(), ElementsAre(10, 21, 32));
-    EXPECT_THAT(Right(), ElementsAre(40, 53, 64));
-}
-
-TEST_F(CopyPasteTest, a_silent_clip_modulates_to_silence) {
-    Clip({0, 0});
-    Document({100, 200, 300});
-    PasteAt(PasteModulate, 2);
-    EXPECT_THAT(Left(), ElementsAre(100, 0, 0));
-    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Modulate");
-}
-
-TEST_F(CopyPasteTest, a_full_scale_clip_keeps_95_percent) {
-    Clip({32767, -32767});
-    Document({10000, -10000});
-    PasteAt(PasteModulate, 1);
-    EXPECT_THAT(Left(), ElementsAre(9500, -9500));
-}
-
-TEST_F(CopyPasteTest, cross_fade_over_one_sample_gives_the_documents) {
-    Clip({1000});
-    Document({7, 8, 9});
-    PasteAt(PasteCrossFade, 2);
-    EXPECT_THAT(Left(), ElementsAre(7, 8, 9));
-}
-
-TEST_F(CopyPasteTest, cross_fade_counts_over_the_whole_range) {
-    Clip({0, 0, 0, 0});
-    Document({1000, 1000, 1000, 1000});
-    PasteAt(PasteCrossFade, 1);
-    EXPECT_THAT(Left(), ElementsAre(250, 500, 750, 1000));
-    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Cross Fade");
-}
-
-TEST_F(CopyPasteTest, a_mix_over_many_runs_and_blocks_is_right_everywhere) {
-    const auto ClipSamples = Noise(250001, 16, 1);
-    const auto DocSamples = Noise(250001, 16, 2);
-    Clip(ClipSamples);
-    Document(DocSamples);
-    PasteAt(PasteInsert, 77777); // borders of blocks within a run
-    WaveStore->Undo();
-    PasteAt(PasteMix, 1);
-    const auto Got = Left();
-    ASSERT_EQ(Got.size(), ClipSamples.size());
-    for (std::size_t i = 0; i < Got.size(); ++i)
-        ASSERT_EQ(Got[i], std::clamp(ClipSamples[i] + DocSamples[i], -32767, 32767)) << i;
-}
-
 // ---- A full disk
 
 /// Free space cannot be asked where there is no such folder, which counts as none.
@@ -628,92 +498,6 @@ TEST_F(CopyPasteTest, a_refused_copy_keeps_the_clip_before_and_a_refused_mix_the
     TmpDir0 = Folder;
     PasteAt(PasteInsert, 1);
     EXPECT_THAT(Left(), ElementsAre(10, 20, 1, 2, 3));
-}
-
-// ---- Copy of another file
-
-TEST_F(CopyPasteTest, another_file_is_copied_whole_and_the_document_stays) {
-    Document({1, 2});
-    WaveChanged = false;
-    Windows.Choice = Session.WriteFile(
-        "b.wav",
-        WavFile{.Channels = 2, .Rate = 1000, .Data = AudioBytes({1, 2, 3, 4, 5, 6}, 16)}.Whole());
-    Commands.CopyFile();
-    ASSERT_EQ(Windows.Requests.size(), 1U);
-    EXPECT_EQ(Windows.Requests[0].Title, "Select a Wave file to Copy");
-    ASSERT_EQ(Windows.Copied.size(), 1U);
-    EXPECT_TRUE(Windows.Copied[0].First.ends_with(" is copied"));
-    EXPECT_EQ(Windows.Copied[0].Second, "Duration: 00, Samples: 3");
-    EXPECT_THAT(Left(), ElementsAre(1, 2));
-    EXPECT_FALSE(WaveChanged);
-    Document({9}, {9});
-    PasteAt(PasteInsert, 1);
-    EXPECT_THAT(Left(), ElementsAre(1, 3, 5, 9));
-    EXPECT_THAT(Right(), ElementsAre(2, 4, 6, 9));
-}
-
-/// What the menu says last.
-struct MenuSeen final : UndoListener {
-    MenuSeen() { SetUndoListener(this); }
-    ~MenuSeen() override { SetUndoListener(nullptr); }
-    MenuSeen(const MenuSeen&) = delete;
-    MenuSeen& operator=(const MenuSeen&) = delete;
-    void UndoMenuChanged(const UndoMenuState& State) override { Last = State; }
-    void SetMenu_To_DefaultFormat() override { ++FormatsShown; }
-    UndoMenuState Last;
-    int FormatsShown = 0;
-};
-
-TEST_F(CopyPasteTest, a_copy_of_another_file_leaves_what_is_known_of_the_document) {
-    Document({1, 2, 3, 4});
-    const MenuSeen Menu;
-    Select(2, 3);
-    Commands.Delete();
-    EXPECT_EQ(Menu.Last.Caption, "Undo [Delete]");
-    WaveDir = Session.Path("music");
-    WaveFileName = "mine.wav";
-    WaveFilePath = WaveDir + "/mine.wav";
-    const WaveFormat Format = {2, 8000, 8};
-    CurrentFormat = Format;
-    Select(1, 2);
-    const std::string Good =
-        Session.WriteFile("b.wav", WavFile{.Data = AudioBytes({1, 2, 3}, 16)}.Whole());
-    const std::string Bad = Session.WriteFile("d.wav", {1, 2, 3});
-    for (const std::string& Other : {Good, Bad})
-        for (const bool Changed : {true, false}) {
-            WaveChanged = BookmarkChanged = Changed;
-            Windows.Choice = Other;
-            Commands.CopyFile();
-            EXPECT_EQ(WaveChanged, Changed) << Other;
-            EXPECT_EQ(BookmarkChanged, Changed) << Other;
-            EXPECT_EQ(WaveDir, Session.Path("music"));
-            EXPECT_EQ(WaveFileName, "mine.wav");
-            EXPECT_EQ(WaveFilePath, WaveDir + "/mine.wav");
-            EXPECT_EQ(CurrentFormat, Format);
-            EXPECT_EQ(SelStart, 1);
-            EXPECT_EQ(SelEnd, 2);
-            EXPECT_EQ(Menu.Last.Caption, "Undo [Delete]") << Other;
-            EXPECT_TRUE(Menu.Last.Enabled) << Other;
-            EXPECT_EQ(Menu.FormatsShown, 0);
-        }
-    EXPECT_THAT(Left(), ElementsAre(1, 4));
-    WaveStore->Undo();
-    EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4));
-    EXPECT_EQ(Windows.Copied.size(), 2U);
-    BookmarkChanged = false;
-}
-
-TEST_F(CopyPasteTest, a_file_that_is_no_sound_is_not_copied) {
-    Document({1, 2});
-    Windows.Choice = Session.WriteFile("c.txt", {1, 2, 3});
-    Commands.CopyFile();
-    EXPECT_THAT(Messages.TakeTexts(),
-                ElementsAre("Can not open this file type\n\nIf you know that audio data exists in "
-                            "this file,\nyou can rename it to .raw type and try opening it."));
-    Windows.Choice = Session.WriteFile("d.wav", {1, 2, 3});
-    Commands.CopyFile();
-    EXPECT_EQ(Messages.TakeTexts().back(), "Copying failed");
-    EXPECT_THAT(Windows.Copied, IsEmpty());
 }
 
 } // namespace

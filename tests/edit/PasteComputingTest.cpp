@@ -1,5 +1,6 @@
 // The pastes that compute, against values worked out elsewhere from the words of the formulas, and
 // what they show and ask on the way.
+#include "audiofile/WavMaker.h"
 #include "edit/CopyPasteFixture.h"
 #include "storage/DiskSpaceGuardMod.h"
 #include "support/OrderLog.h"
@@ -393,6 +394,68 @@ TEST_F(PasteComputing, asks_the_disk_for_4_bytes_per_sample_and_channel_and_repl
     PasteAt(PasteInsert, 1);
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 1, 2, 3, 40));
     EXPECT_THAT(Disk.Needs, ::testing::IsEmpty());
+}
+
+TEST_F(PasteComputing, mix_limits_and_pastes_what_runs_past_the_end_unmixed) {
+    Clip({32767, -32768, 100, 200, 300});
+    Document({5, 32767, -32768, 1});
+    PasteAt(PasteMix, 2);
+    EXPECT_THAT(Left(), ElementsAre(5, 32767, -32767, 101, 200, 300));
+    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Mix");
+    WaveStore->Undo();
+    EXPECT_THAT(Left(), ElementsAre(5, 32767, -32768, 1));
+}
+
+TEST_F(PasteComputing, mix_works_on_both_channels) {
+    Clip({1, 2}, {3, 4});
+    Document({10, 20, 30}, {40, 50, 60});
+    PasteAt(PasteMix, 2);
+    EXPECT_THAT(Left(), ElementsAre(10, 21, 32));
+    EXPECT_THAT(Right(), ElementsAre(40, 53, 64));
+}
+
+TEST_F(PasteComputing, a_silent_clip_modulates_to_silence) {
+    Clip({0, 0});
+    Document({100, 200, 300});
+    PasteAt(PasteModulate, 2);
+    EXPECT_THAT(Left(), ElementsAre(100, 0, 0));
+    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Modulate");
+}
+
+TEST_F(PasteComputing, a_full_scale_clip_keeps_95_percent) {
+    Clip({32767, -32767});
+    Document({10000, -10000});
+    PasteAt(PasteModulate, 1);
+    EXPECT_THAT(Left(), ElementsAre(9500, -9500));
+}
+
+TEST_F(PasteComputing, cross_fade_over_one_sample_gives_the_documents) {
+    Clip({1000});
+    Document({7, 8, 9});
+    PasteAt(PasteCrossFade, 2);
+    EXPECT_THAT(Left(), ElementsAre(7, 8, 9));
+}
+
+TEST_F(PasteComputing, cross_fade_counts_over_the_whole_range) {
+    Clip({0, 0, 0, 0});
+    Document({1000, 1000, 1000, 1000});
+    PasteAt(PasteCrossFade, 1);
+    EXPECT_THAT(Left(), ElementsAre(250, 500, 750, 1000));
+    EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Cross Fade");
+}
+
+TEST_F(PasteComputing, a_mix_over_many_runs_and_blocks_is_right_everywhere) {
+    const auto ClipSamples = Noise(250001, 16, 1);
+    const auto DocSamples = Noise(250001, 16, 2);
+    Clip(ClipSamples);
+    Document(DocSamples);
+    PasteAt(PasteInsert, 77777); // borders of blocks within a run
+    WaveStore->Undo();
+    PasteAt(PasteMix, 1);
+    const auto Got = Left();
+    ASSERT_EQ(Got.size(), ClipSamples.size());
+    for (std::size_t i = 0; i < Got.size(); ++i)
+        ASSERT_EQ(Got[i], std::clamp(ClipSamples[i] + DocSamples[i], -32767, 32767)) << i;
 }
 
 } // namespace
