@@ -40,6 +40,14 @@ class ClipFilesTest : public ClipImportFixture {
     static Bytes Wav(const Samples& Values) {
         return WavFile{.Rate = 1000, .Data = AudioBytes(Values, 16)}.Whole();
     }
+    void CopyOnAFullDisk() {
+        Document({1, 2, 3});
+        Select(1, 3);
+        const FullDisk Disk;
+        Disk.Fill();
+        Commands.Copy();
+        EXPECT_EQ(Messages.TakeTexts().back(), "Copying failed");
+    }
     static constexpr std::int32_t WavHeaderBytes = 44;
 };
 
@@ -274,14 +282,7 @@ TEST_F(ClipFilesTest, a_copy_that_fails_before_it_describes_leaves_what_another_
     Describe(Others);
     Offer(1, 1000);
     const auto Before = TestSession::ReadFile(ClipDescriptionName(AppPath, 1));
-    Document({1, 2, 3});
-    Select(1, 3);
-    {
-        const FullDisk Disk;
-        Disk.Fill();
-        Commands.Copy();
-    }
-    EXPECT_EQ(Messages.TakeTexts().back(), "Copying failed");
+    CopyOnAFullDisk();
     EXPECT_EQ(TestSession::ReadFile(ClipDescriptionName(AppPath, 1)), Before);
     PasteAt(PasteInsert, 1);
     EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
@@ -290,14 +291,7 @@ TEST_F(ClipFilesTest, a_copy_that_fails_before_it_describes_leaves_what_another_
 
 TEST_F(ClipFilesTest, a_copy_that_fails_takes_the_description_of_the_own_clip_along) {
     Clip({10, 20});
-    Document({1, 2, 3});
-    Select(1, 3);
-    {
-        const FullDisk Disk;
-        Disk.Fill();
-        Commands.Copy();
-    }
-    EXPECT_EQ(Messages.TakeTexts().back(), "Copying failed");
+    CopyOnAFullDisk();
     EXPECT_FALSE(FileThere(ClipDescriptionName(AppPath, 1)));
     EXPECT_FALSE(FileThere(ClipDescriptionName(AppPath, 2)));
     ExpectRefused("the clip went with its working files");
