@@ -10,8 +10,8 @@ namespace quoril {
 
 namespace {
 
-/// Splitting a block of an original file reads it, and splitting silence gives it memory. Of a long
-/// block only so many samples on either side of the border are touched; the rest stays as it is.
+/// Splitting a block of an original file reads it. Of a long block only so many samples on either
+/// side of the border are read; the rest stays as it is.
 constexpr std::int64_t MostBesideBorder = 32768;
 
 /// The pieces of a block with a border at `Position`, which lies strictly inside. The block stays.
@@ -24,17 +24,24 @@ BlockSet PiecesWithBorder(std::int32_t BlockNo, std::int32_t Position) {
     std::int32_t SecondNo = 0;
     const std::int64_t From = std::max(Start, Position - MostBesideBorder);
     const std::int64_t To = std::min(Last, Position + MostBesideBorder - 1);
-    if ((Kind != BlockOrgFile && Kind != BlockSilence) || (From == Start && To == Last)) {
-        BlockBrake(BlockNo, Position, FirstNo, SecondNo);
-        return {FirstNo, SecondNo};
-    }
     BlockSet Pieces;
     const auto Cut = [&](std::int64_t First, std::int64_t Until) {
         Pieces.push_back(BlockCutRange(BlockNo, static_cast<std::int32_t>(First),
                                        static_cast<std::int32_t>(Until)));
         BlockAt(Pieces.back()).BlockStart = static_cast<std::int32_t>(First);
     };
+    if (Kind != BlockSilence && (Kind != BlockOrgFile || (From == Start && To == Last))) {
+        BlockBrake(BlockNo, Position, FirstNo, SecondNo);
+        return {FirstNo, SecondNo};
+    }
     try {
+        if (Kind == BlockSilence) {
+            // Taking an edit back may split padding that lies on top of other silence. Silence
+            // needs neither memory nor disk for that.
+            Cut(Start, Position - 1);
+            Cut(Position, Last);
+            return Pieces;
+        }
         if (Start < From)
             Cut(Start, From - 1);
         if (To < Last)

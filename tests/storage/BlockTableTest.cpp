@@ -157,7 +157,7 @@ TEST_F(BlockTableTest, ABorderInALongBlockTouchesOnlyWhatIsNear) {
             const std::int32_t Used = MemoryUsed;
             List.MakeBorder(Border);
             EXPECT_LE(MemoryUsed - Used, 2 * 65536) << Border;
-            EXPECT_GT(MemoryUsed, Used);
+            EXPECT_EQ(MemoryUsed > Used, !Silent) << Border; // silence stays without samples
             std::vector<std::int16_t> All(Length, 1);
             std::int32_t Sum = 0;
             bool Begins = false;

@@ -1,6 +1,7 @@
 #include "StorageChecks.h"
 #include "base/DocumentState.h"
 #include "base/ViewState.h"
+#include "support/FullDisk.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
 
@@ -50,6 +51,20 @@ class UndoTest : public ::testing::Test {
     FileMemoClass Store;
     BlockCarrBuffClass Clip;
 };
+
+TEST_F(UndoTest, PaddingOnTopOfOtherSilenceGoesBackOnAFullDisk) {
+    Store.WaveDataInsert(21, 1, &Clip, nullptr, "Paste", true);
+    Store.WaveDataDelete(1, 2, 10, "Delete", true);
+    const FullDisk Work;
+    Work.Fill();
+    MemoryBudget = 2;
+    Store.Undo();
+    EXPECT_EQ(Store.UndoMenu().Caption, "Undo [Paste]");
+    Store.Undo();
+    Work.Empty();
+    EXPECT_TRUE(Messages.Texts().empty());
+    ExpectUntouched();
+}
 
 TEST_F(UndoTest, APasteIntoOneChannelGoesBackWithItsPaddingInOneStep) {
     Store.WaveDataInsert(21, 1, &Clip, nullptr, "Paste", true);
