@@ -20,26 +20,42 @@ void ArrayMake(SampleArray& Buff, std::int32_t Count) {
     Buff.resize(static_cast<std::size_t>(Count) + 1);
 }
 
+/// What one block gives of a stretch.
+struct BlockPart {
+    std::int32_t BlockNo = 0;
+    std::int32_t From = 0;
+    std::int32_t Length = 0;
+};
+
+/// Whether every place of a stretch lies in a block. Silent blocks may lie on top of one another,
+/// so the sum of the lengths does not tell.
+bool Cover(std::vector<BlockPart> Parts, std::int32_t FromPos, std::int32_t ToPos) {
+    std::sort(Parts.begin(), Parts.end(),
+              [](const BlockPart& A, const BlockPart& B) { return A.From < B.From; });
+    std::int64_t Next = FromPos;
+    for (const BlockPart& One : Parts) {
+        if (One.From > Next)
+            return false;
+        Next = std::max(Next, std::int64_t{One.From} + One.Length);
+    }
+    return Next > ToPos;
+}
+
 /// Fills an array from the blocks of a list, in list order. Places without a block become 0.
 /// `Read(BlockNo, From, To, Target)` gives the samples of one block.
 template <typename Reader>
 void ArrayFill(const BlockListClass& List, std::int32_t FromPos, std::int32_t ToPos,
                SampleArray& Buff, const Reader& Read) {
-    struct Stretch {
-        std::int32_t BlockNo, From, Length;
-    };
-    std::vector<Stretch> Stretches;
-    std::int64_t Covered = 0;
+    std::vector<BlockPart> Parts;
     for (const std::int32_t Index : List.Overlapping(FromPos, ToPos)) {
-        Stretch One{List.At(Index), 0, 0};
+        BlockPart One{List.At(Index), 0, 0};
         (void)BlockOverlap(BlockAt(One.BlockNo), FromPos, ToPos, One.From, One.Length);
-        Stretches.push_back(One);
-        Covered += One.Length;
+        Parts.push_back(One);
     }
     Buff[0] = 0;
-    if (Covered != std::int64_t{ToPos} - FromPos + 1)
+    if (!Cover(Parts, FromPos, ToPos))
         std::fill(Buff.begin(), Buff.end(), std::int16_t{0});
-    for (const Stretch& One : Stretches)
+    for (const BlockPart& One : Parts)
         Read(One.BlockNo, One.From, One.From + One.Length - 1,
              Buff.data() + (One.From - FromPos + 1));
 }

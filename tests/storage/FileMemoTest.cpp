@@ -269,6 +269,32 @@ TEST_F(FileMemoTest, CollectingBringsBlocksIntoMemoryAndQuickReadingDoesNot) {
     EXPECT_EQ(Block(Mine).BlockKind, 1);
 }
 
+TEST_F(FileMemoTest, AGapBesidePaddingOnPaddingReadsAsSilenceIntoAUsedArray) {
+    Load(2, 100);
+    BlockCarrBuffClass More;
+    CarrierFill(More, 100, 1);
+    Store.WaveDataInsert(101, 1, &More, nullptr, "Paste", true); // padding behind 200
+    Store.WaveDataDelete(1, 2, 60, "Delete", true);              // from 141, and behind 200 again
+    Store.WaveDataInsert(201, 1, &More, nullptr, "Paste", true);
+    const std::vector<std::int16_t> Expected = Joined({TestSamples(61, 100, 2), Zeros(260)});
+    // Some stretches hold as many samples of padding on padding as there are places without any.
+    for (std::int32_t From = 1; From <= 300; ++From)
+        for (std::int32_t To = From; To <= 300; To += 7) {
+            const std::vector<std::int16_t> Part(Expected.begin() + From - 1,
+                                                 Expected.begin() + To);
+            const auto Count = static_cast<std::size_t>(To - From) + 1;
+            SampleArray Unused;
+            SampleArray Quick(Count + 1, 99);
+            SampleArray Through(Count + 1, 99);
+            Store.QuickBuffGet(From, To - From + 1, 2, Unused, Quick);
+            Store.WaveCollectBuff(From, To, 2, Unused, Through);
+            ASSERT_EQ(std::vector<std::int16_t>(Quick.begin() + 1, Quick.end()), Part)
+                << From << " to " << To;
+            ASSERT_EQ(std::vector<std::int16_t>(Through.begin() + 1, Through.end()), Part)
+                << From << " to " << To;
+        }
+}
+
 TEST_F(FileMemoTest, QuickReadingPastTheEndGivesZerosThere) {
     Load(2, 100);
     SampleArray L;
