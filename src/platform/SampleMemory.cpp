@@ -25,8 +25,13 @@ struct Spare {
     std::size_t Bytes;
 };
 
-/// The newest last. Never destroyed: blocks may be given back at the very end of the process.
-std::vector<Spare>& Spares = *new std::vector<Spare>;
+/// The newest last. Never destroyed: blocks may be given back at the very end of the process. There
+/// is room for all that can be kept, so that giving back never needs memory.
+std::vector<Spare>& Spares = []() -> std::vector<Spare>& {
+    auto* const Room = new std::vector<Spare>;
+    Room->reserve(MostSpareBytes / MappedUnit);
+    return *Room;
+}();
 std::size_t SpareBytes = 0;
 std::int64_t BytesInUse = 0;
 
@@ -74,8 +79,14 @@ void SparesKeepAtMost(std::size_t Bytes) noexcept {
 }
 
 void* MapZeroed(std::size_t Bytes) {
-    void* const Mapped =
-        ::mmap(nullptr, Bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    const auto Map = [Bytes] {
+        return ::mmap(nullptr, Bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    };
+    void* Mapped = Map();
+    if (Mapped == MAP_FAILED) {
+        SparesKeepAtMost(0); // what is only kept must not be missing
+        Mapped = Map();
+    }
     if (Mapped == MAP_FAILED)
         FailNoMemory();
     return Mapped;
@@ -99,6 +110,8 @@ void* MapLarge(std::size_t Bytes) {
 } // namespace
 
 std::int16_t* SampleMemoryTake(std::int32_t Count, bool Zeroed) {
+    if (Count < 0)
+        FailNoMemory();
     const std::size_t Bytes = BytesFor(Count);
     void* Place = nullptr;
     if (Bytes < MappedFrom) {

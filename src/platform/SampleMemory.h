@@ -9,7 +9,7 @@
 namespace quoril {
 
 /// Room for `Count` samples, aligned to 64 bytes; all zero if `Zeroed`. Count 0 gives a pointer
-/// that may not be read. Throws Failure when there is no memory.
+/// that may not be read. Throws Failure when there is no memory, and for a negative count.
 [[nodiscard]] std::int16_t* SampleMemoryTake(std::int32_t Count, bool Zeroed);
 /// Gives back what SampleMemoryTake gave for the same `Count`.
 void SampleMemoryGive(std::int16_t* Samples, std::int32_t Count) noexcept;

@@ -1,7 +1,14 @@
 #include "platform/SampleMemory.h"
 
+#include "base/Failure.h"
+
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <gtest/gtest.h>
+#include <limits>
+#include <random>
+#include <sys/resource.h>
 #include <vector>
 
 namespace quoril {
@@ -90,6 +97,84 @@ TEST_F(SampleMemoryTest, NoMoreOfTheOldestSpareIsGivenToTheSystemThanMustBe) {
     EXPECT_EQ(Rest, First);
     SampleMemoryGive(Whole, Half);
     SampleMemoryGive(Rest, Half - Piece);
+}
+
+/// Bytes of address space that this process has.
+std::int64_t AddressSpace() {
+    std::FILE* const File = std::fopen("/proc/self/statm", "r");
+    long long Pages = 0;
+    EXPECT_EQ(std::fscanf(File, "%lld", &Pages), 1);
+    std::fclose(File);
+    return Pages * 4096;
+}
+
+TEST_F(SampleMemoryTest, NoTwoRunsEverShareAPlaceWhateverIsTakenAndGivenBack) {
+    struct Run {
+        std::int16_t* Place;
+        std::int32_t Count;
+        std::int16_t Mark;
+    };
+    std::vector<Run> Held;
+    std::mt19937 Random(5);
+    const auto Number = [&Random](std::int32_t From, std::int32_t To) {
+        return std::uniform_int_distribution<std::int32_t>(From, To)(Random);
+    };
+    const std::int64_t SpaceBefore = AddressSpace();
+    for (int i = 0; i < 20000; ++i) {
+        if (Held.size() < 60 && Number(0, 1) == 0) {
+            // Around the sizes where the way of taking changes, and anything else.
+            const std::int32_t Around = Number(1, 8) * (1 << Number(14, 19)) + Number(-1, 1);
+            const std::int32_t Count = Number(0, 3) == 0 ? Number(0, 3000000) : Around;
+            const bool Zeroed = Number(0, 3) == 0;
+            const Run One{SampleMemoryTake(Count, Zeroed), Count, static_cast<std::int16_t>(i | 1)};
+            ASSERT_EQ(reinterpret_cast<std::uintptr_t>(One.Place) % 64, 0U);
+            for (const Run& Other : Held)
+                ASSERT_TRUE(One.Place + std::max(Count, 1) <= Other.Place ||
+                            Other.Place + std::max(Other.Count, 1) <= One.Place);
+            for (std::int32_t At = 0; At < Count; At += 1021) {
+                ASSERT_TRUE(!Zeroed || One.Place[At] == 0);
+                One.Place[At] = One.Mark;
+            }
+            if (Count > 0)
+                One.Place[Count - 1] = One.Place[0] = One.Mark;
+            Held.push_back(One);
+        } else if (!Held.empty()) {
+            const auto Which = Held.begin() + Number(0, static_cast<std::int32_t>(Held.size()) - 1);
+            for (std::int32_t At = 0; At < Which->Count; At += 1021)
+                ASSERT_EQ(Which->Place[At], Which->Mark);
+            ASSERT_TRUE(Which->Count == 0 || Which->Place[Which->Count - 1] == Which->Mark);
+            SampleMemoryGive(Which->Place, Which->Count);
+            Held.erase(Which);
+        }
+        if (Number(0, 2000) == 0)
+            SampleMemoryTrim();
+    }
+    for (const Run& One : Held)
+        SampleMemoryGive(One.Place, One.Count);
+    SampleMemoryTrim();
+    EXPECT_LT(AddressSpace() - SpaceBefore, 64LL << 20); // small runs come from the heap
+}
+
+TEST_F(SampleMemoryTest, WhatNobodyCanHaveIsRefused) {
+    for (const std::int32_t Count : {-1, -2, -40000, std::numeric_limits<std::int32_t>::min()})
+        EXPECT_THROW((void)SampleMemoryTake(Count, false), Failure) << Count;
+    std::int16_t* const Most = SampleMemoryTake(std::numeric_limits<std::int32_t>::max(), false);
+    Most[std::numeric_limits<std::int32_t>::max() - 1] = 1;
+    SampleMemoryGive(Most, std::numeric_limits<std::int32_t>::max());
+}
+
+TEST_F(SampleMemoryTest, SparesAreGivenUpWhereMemoryEnds) {
+    std::int16_t* const Small = SampleMemoryTake(16 * Piece, false);
+    SampleMemoryGive(Small, 16 * Piece);
+    rlimit Normal{};
+    ASSERT_EQ(::getrlimit(RLIMIT_AS, &Normal), 0);
+    const rlimit Tight{static_cast<rlim_t>(AddressSpace()) + (16U << 20), Normal.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_AS, &Tight), 0);
+    std::int16_t* Large = nullptr;
+    EXPECT_NO_THROW(Large = SampleMemoryTake(20 * Piece, true));
+    EXPECT_EQ(::setrlimit(RLIMIT_AS, &Normal), 0);
+    ASSERT_NE(Large, nullptr);
+    SampleMemoryGive(Large, 20 * Piece);
 }
 
 } // namespace
