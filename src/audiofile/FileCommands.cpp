@@ -56,8 +56,10 @@ bool OverwriteMayGo(const std::string& FileName) {
 }
 
 void FileCommandsClass::New() {
-    if (UnsavedWorkMayGo("Create new file with out saving it?"))
-        NewDocument();
+    RunCommand({}, [this] {
+        if (UnsavedWorkMayGo("Create new file with out saving it?"))
+            NewDocument();
+    });
 }
 
 void FileCommandsClass::NewDocument() {
@@ -178,12 +180,15 @@ bool FileCommandsClass::SaveDocument(bool SaveAs) {
     OpenSaveClass Files;
     const bool Written =
         Type->Write(Files, *WaveStore, Path, {.ReuseParameters = SameFile && Mp3ParamsChosen});
-    WaveChanged = BookmarkChanged = false;
+    WaveChanged = false;
     WaveFileName = NameOfPath(Path);
     WaveFilePath = Path;
     HasFile = true;
     View.SetDocumentTitle(WaveFileName);
+    // Until they are in their file: the writing may fail.
+    BookmarkChanged = true;
     View.SaveBookmarks(Type->HasBookmarkFile ? BookmarkFileOf(Path) : std::string());
+    BookmarkChanged = false;
     View.SetMenu_To_DefaultFormat();
     AddLastFile(Path);
     return Written;
@@ -210,8 +215,11 @@ std::optional<std::string> FileCommandsClass::AskSaveName(const std::string& Tit
     return Path;
 }
 
-void FileCommandsClass::SaveBookmarksBesideFile() {
-    View.SaveBookmarks(BookmarkFileOf(WaveFilePath));
+bool FileCommandsClass::SaveBookmarksBesideFile() {
+    return RunCommand("Save Error", [this] {
+        View.SaveBookmarks(BookmarkFileOf(WaveFilePath));
+        BookmarkChanged = false;
+    });
 }
 
 void FileCommandsClass::SaveSelected() {

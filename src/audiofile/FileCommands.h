@@ -85,8 +85,9 @@ class FileCommandsClass {
     void OpenAnother();
     /// Puts a file at the head of the recent files; an empty name only fills the menu.
     void AddLastFile(const std::string& FileName);
-    /// Writes the bookmark file that belongs to the document's path.
-    void SaveBookmarksBesideFile();
+    /// Writes the bookmark file that belongs to the document's path. False when that failed: then
+    /// the user has been told, and the bookmarks count as changed as before.
+    bool SaveBookmarksBesideFile();
 
   private:
     void OpenInThisWindow(const std::string& Path);

@@ -301,7 +301,7 @@ bool WEditorClass::UnsavedWorkSettled() {
     if (BookmarkChanged) {
         const MsgBoxAnswer Answer = Ask("Bookmarks of the current file is changed.");
         if (Answer == MsgBoxAnswer::Yes)
-            Files->SaveBookmarksBesideFile();
+            return Files->SaveBookmarksBesideFile();
         return Answer != MsgBoxAnswer::Cancel;
     }
     return true;

@@ -96,7 +96,10 @@ struct Surroundings final : FileDialogs, FileCommandsView {
     void LoadBookmarks(const std::string& FileName) override {
         Calls.push_back("load " + fs::path(FileName).filename().string());
     }
+    bool BookmarksFail = false;
     void SaveBookmarks(const std::string& FileName) override {
+        if (BookmarksFail)
+            throw Failure("No space left\n" + FileName);
         Calls.push_back("bookmarks [" + fs::path(FileName).filename().string() + "]");
     }
 
@@ -609,8 +612,25 @@ TEST_F(FileCommands, SavingOverTheOpenedFileKeepsUndoGoing) {
 TEST_F(FileCommands, TheBookmarksBesideTheFileBearItsName) {
     OpenByDialog(WriteWav("a.wav"));
     Around.TakeCalls();
-    Commands.SaveBookmarksBesideFile();
+    EXPECT_TRUE(Commands.SaveBookmarksBesideFile());
     EXPECT_THAT(Around.TakeCalls(), ElementsAre("bookmarks [a.bok]"));
+}
+
+TEST_F(FileCommands, BookmarksThatCouldNotBeWrittenAreToldAndStillCountAsChanged) {
+    const std::string Path = WriteWav("a.wav");
+    OpenByDialog(Path);
+    const std::string Told = "Save Error|No space left\n" + Session.Path("music/a.bok");
+    BookmarkChanged = true;
+    Around.BookmarksFail = true;
+    EXPECT_FALSE(Commands.SaveBookmarksBesideFile());
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre(Told));
+    EXPECT_TRUE(BookmarkChanged);
+    EXPECT_FALSE(Commands.Save(false));
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre(Told));
+    EXPECT_TRUE(BookmarkChanged);
+    Around.BookmarksFail = false;
+    EXPECT_TRUE(Commands.Save(false));
+    EXPECT_FALSE(BookmarkChanged);
 }
 
 // ---- Save Selected

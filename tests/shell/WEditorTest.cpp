@@ -2,6 +2,7 @@
 #include "audiofile/RecentFiles.h"
 #include "base/Failure.h"
 #include "base/PlayState.h"
+#include "bookmarks/BookmarkRec.h"
 #include "shell/EditorFixture.h"
 #include "shell/HelpViewer.h"
 #include "shell/StartUpMod.h"
@@ -46,6 +47,12 @@ class WEditor : public test::EditorFixture {
     /// An edit that can be undone.
     static void Edit(const std::string& Name = "Delete") {
         WaveStore->WaveDataDelete(1, 1, 10, Name, true);
+    }
+    static void BookmarkMade() {
+        BookmarkRec Here = NewBookmark();
+        Here.From = Here.To = 5;
+        BookmarkAppend(std::move(Here));
+        BookmarkChanged = true;
     }
     static bool IsSessionFolder(const std::string& Path) {
         struct stat Status {};
@@ -335,6 +342,36 @@ TEST_F(WEditor, ChangedBookmarksAreAskedAboutAlone) {
     Messages->Answer(MsgBoxAnswer::No);
     EXPECT_TRUE(Window().close());
     EXPECT_EQ(Exit, 1);
+}
+
+TEST_F(WEditor, ChangedBookmarksAndYesWriteTheirFileAndEnd) {
+    Start(CommandLineText({WriteWav("a.wav")}));
+    BookmarkMade();
+    Messages->Answer(MsgBoxAnswer::Yes);
+    EXPECT_TRUE(Window().close());
+    EXPECT_EQ(Exit, 1);
+    EXPECT_TRUE(fs::exists(Music() + "/a.bok"));
+}
+
+TEST_F(WEditor, BookmarksThatCannotBeWrittenAreToldAndKeepItOpen) {
+    Start(CommandLineText({WriteWav("a.wav")}));
+    fs::create_directory(Music() + "/a.bok");
+    BookmarkMade();
+    Messages->Answer(MsgBoxAnswer::Yes);
+    EXPECT_FALSE(Window().close());
+    EXPECT_FALSE(Exit.has_value());
+    EXPECT_TRUE(BookmarkChanged);
+    ASSERT_EQ(Messages->Requests.size(), 2U);
+    EXPECT_EQ(Messages->Requests[1].Title, "Save Error");
+    EXPECT_THAT(Messages->Requests[1].Text, HasSubstr("a.bok"));
+    // The end of the desktop session takes the same way.
+    Messages->Answer(MsgBoxAnswer::Yes);
+    EXPECT_FALSE(Editor->SessionEndMayGo());
+    fs::remove(Music() + "/a.bok");
+    Messages->Answer(MsgBoxAnswer::Yes);
+    EXPECT_TRUE(Editor->SessionEndMayGo());
+    EXPECT_TRUE(fs::is_regular_file(Music() + "/a.bok"));
+    EXPECT_FALSE(BookmarkChanged) << "what is in its file is not asked about again";
 }
 
 TEST_F(WEditor, ChangedSamplesHideTheQuestionAboutBookmarks) {
