@@ -2,6 +2,7 @@
 
 #include "base/Failure.h"
 #include "base/ProgressReport.h"
+#include "platform/FileSystem.h"
 #include "settings/STD1.h"
 #include "storage/WoroFileBlockMod.h"
 
@@ -134,6 +135,10 @@ void ReleaseFileToWrite(const std::string& FileName) {
     BlocksLeaveFile(FileName);
     if (FileReleased != nullptr)
         FileReleased();
+}
+
+bool DeleteFileToWrite(const std::string& FileName) noexcept {
+    return !IsWriteProtected(FileName) && FileDelete(FileName);
 }
 
 void SetFileReleasedRoutine(void (*Routine)()) noexcept {

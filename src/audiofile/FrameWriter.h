@@ -45,6 +45,10 @@ void WriteFrames(FileMemoClass& Store, const WriteRange& Range, std::int32_t Chu
 /// when the samples cannot be held elsewhere: then the file must not be touched.
 void ReleaseFileToWrite(const std::string& FileName);
 
+/// Deletes a file that is to be written anew. False when it is still there: protected against
+/// writing, or held by another program. The rights of its folder alone would let it be deleted.
+[[nodiscard]] bool DeleteFileToWrite(const std::string& FileName) noexcept;
+
 /// Runs at the end of each `ReleaseFileToWrite`, for whoever has told others where blocks lie; null
 /// for nothing. Must not throw.
 void SetFileReleasedRoutine(void (*Routine)()) noexcept;

@@ -6,7 +6,6 @@
 #include "base/CommandFailure.h"
 #include "base/MsgBoxMod.h"
 #include "base/ProgressReport.h"
-#include "settings/STD1.h"
 
 #include <cerrno>
 #include <cstring>
@@ -77,7 +76,7 @@ bool WriteWavFile(FileMemoClass& Store, const WriteRange& Range, std::int32_t Fi
     if ((Store.WavFmtChannel != 1 && Store.WavFmtChannel != 2) || !BitsKnown(Store))
         return UnknownFormat();
     const bool Written = WriteWavFile(Store, PartRange(Store, 1, Frames, 0), FileBlockLength,
-                                      FileName, [&] { return FileDelete(FileName); });
+                                      FileName, [&] { return DeleteFileToWrite(FileName); });
     if (!Written)
         return {"This file " + FileName +
                     " is locked,\nmay be used by another program.\nRelease that file and try again",
@@ -99,7 +98,7 @@ bool WriteWavFile(FileMemoClass& Store, const WriteRange& Range, std::int32_t Fi
         return UnknownFormat();
     WriteWavFile(Store, PartRange(Store, FromPos, ToPos, WorkChn), FileBlockLength, FileName, [&] {
         // Where the file could not be deleted, opening it for writing is refused as well.
-        if (!FileDelete(FileName))
+        if (!DeleteFileToWrite(FileName))
             throw SystemFailure(EACCES, FileName);
         return true;
     });

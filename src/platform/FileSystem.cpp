@@ -114,6 +114,14 @@ std::int64_t NowNs() noexcept {
     return Nanoseconds(Now);
 }
 
+bool IsWriteProtected(const std::string& FileName) noexcept {
+    // The rights count for the superuser too, to whom the system opens every file.
+    constexpr mode_t AnybodyWrites = S_IWUSR | S_IWGRP | S_IWOTH;
+    struct stat Status {};
+    return StatusOf(FileName, Status) &&
+           ((Status.st_mode & AnybodyWrites) == 0 || ::access(FileName.c_str(), W_OK) != 0);
+}
+
 bool DeleteFileIfFree(const std::string& FileName) noexcept {
     struct stat Status {};
     if (!StatusOfEntry(FileName, Status))

@@ -22,6 +22,9 @@ struct FileTimes {
 /// The time now, counted in the same way.
 [[nodiscard]] std::int64_t NowNs() noexcept;
 
+/// Whether a file is there that is not to be written: its rights let nobody write it, or not us.
+[[nodiscard]] bool IsWriteProtected(const std::string& FileName) noexcept;
+
 /// Deletes a file. False when it is still there: no right to, or another program (or another
 /// handle of this one) holds it open with a lock. True also when there was none.
 [[nodiscard]] bool DeleteFileIfFree(const std::string& FileName) noexcept;

@@ -218,6 +218,42 @@ TEST_F(WavWriter, ALockedFileIsToldAndTheDocumentStays) {
     EXPECT_EQ(test::LeftOf(Store), All);
 }
 
+TEST_F(WavWriter, AFileThatIsProtectedAgainstWritingStaysAsItIs) {
+    const std::string Own = LoadNoise(1, 16, 100);
+    Store.WaveDataDelete(1, 1, 50, "Delete", true);
+    const std::string Other = Session.WriteFile("out.wav", {1, 2, 3});
+    fs::create_symlink("out.wav", Session.Path("link.wav"));
+    fs::permissions(Own, fs::perms::owner_read);
+    fs::permissions(Other, fs::perms::owner_read);
+    for (const std::string Name : {"doc.wav", "out.wav", "link.wav"}) {
+        const std::string Path = Session.Path(Name);
+        EXPECT_FALSE(Write(Name));
+        EXPECT_THAT(Messages.TakeTexts(),
+                    ElementsAre("Failed to write wave file|This file " + Path +
+                                " is locked,\nmay be used by another program.\nRelease that file "
+                                "and try again"));
+        EXPECT_FALSE(OpenSave.FileWriteWavePart(Store, 1, 10, 0, Path));
+        EXPECT_THAT(Messages.TakeTexts(),
+                    ElementsAre("Wave file write error|Permission denied\n" + Path));
+    }
+    EXPECT_TRUE(Out("doc.wav") == Wav.Whole());
+    EXPECT_EQ(Out(), (Bytes{1, 2, 3}));
+    EXPECT_TRUE(fs::is_symlink(Session.Path("link.wav")));
+    Store.Undo();
+    EXPECT_EQ(test::LeftOf(Store), All);
+    fs::permissions(Own, fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_TRUE(Write("doc.wav"));
+}
+
+TEST_F(WavWriter, ANameThatIsTooLongIsToldInTheWordsOfTheSystem) {
+    LoadNoise(1, 16, 100);
+    const std::string Name = std::string(260, 'n') + ".wav";
+    EXPECT_FALSE(Write(Name));
+    EXPECT_THAT(Messages.TakeTexts(),
+                ElementsAre("Wave file write error|File name too long\n" + Session.Path(Name)));
+    EXPECT_EQ(test::LeftOf(Store), All);
+}
+
 TEST_F(WavWriter, FoldersPipesAndDevicesAreRefusedInTheWordsOfTheSystem) {
     LoadNoise(1, 16, 100);
     fs::create_directory(Session.Path("folder.wav"));

@@ -243,6 +243,24 @@ TEST(FileSystem, WithoutTheRightToDeleteTheFileStays) {
     EXPECT_TRUE(FileExists(File));
 }
 
+TEST(FileSystem, AFileIsWriteProtectedByItsRights) {
+    const TempFolder Folder;
+    const std::string File = Folder.Write("a", "x");
+    ASSERT_EQ(::chmod(Folder.Path().c_str(), 0777), 0);
+    std::filesystem::create_symlink("a", Folder / "link");
+    for (const auto& [Mode, Protected] : {std::pair{0444U, true}, {0U, true}, {0644U, false}}) {
+        ASSERT_EQ(::chmod(File.c_str(), Mode), 0);
+        EXPECT_EQ(IsWriteProtected(File), Protected) << Mode;
+        EXPECT_EQ(IsWriteProtected(Folder / "link"), Protected) << Mode;
+    }
+    // What others may write, and we may not.
+    if (::geteuid() == 0) {
+        EXPECT_EQ(test::AsOrdinaryUser([&] { return IsWriteProtected(File) ? 0 : 1; }), 0);
+    }
+    EXPECT_FALSE(IsWriteProtected(Folder / "missing"));
+    EXPECT_FALSE(IsWriteProtected({}));
+}
+
 TEST(FileSystem, UnreadableFileCanBeDeleted) {
     const TempFolder Folder;
     const std::string File = Folder.Write("a", "x");
