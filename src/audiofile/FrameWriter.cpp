@@ -2,6 +2,7 @@
 
 #include "base/Failure.h"
 #include "base/ProgressReport.h"
+#include "base/UserFileWriting.h"
 #include "platform/FileSystem.h"
 #include "settings/STD1.h"
 #include "storage/WoroFileBlockMod.h"
@@ -77,31 +78,68 @@ WriteRange PartRange(const FileMemoClass& Store, std::int32_t FromPos, std::int3
     return Range;
 }
 
-void WriteFrames(FileMemoClass& Store, const WriteRange& Range, std::int32_t ChunkFrames,
-                 std::int32_t FrameBytes, const FrameCoder& Coder, FileForWriting& File,
-                 std::int64_t FirstByte) {
-    const std::int32_t Total = Range.Frames();
-    const bool Both = Range.StoreChn == 0;
-    SliceReader Reader(Store);
-    std::vector<std::uint8_t> Bytes(static_cast<std::size_t>(std::min(SliceFrames, Total)) *
-                                    static_cast<std::size_t>(FrameBytes));
-    std::int32_t ChunkLeft = 0;
-    for (std::int32_t Position = 0; Position < Total;) {
-        if (ChunkLeft == 0) {
+namespace {
+
+/// The writing of a range, chunk by chunk.
+class FrameWriting {
+  public:
+    FrameWriting(FileMemoClass& Store, const WriteRange& Wanted, std::int32_t FramesOfChunk,
+                 std::int32_t BytesOfFrame, const FrameCoder& HowCoded, FileForWriting& Target,
+                 std::int64_t FirstByteOfTarget)
+        : Reader(Store), Range(Wanted), ChunkFrames(FramesOfChunk), FrameBytes(BytesOfFrame),
+          Coder(HowCoded), File(Target), FirstByte(FirstByteOfTarget),
+          Bytes(static_cast<std::size_t>(std::min(SliceFrames, Total)) *
+                static_cast<std::size_t>(FrameBytes)) {}
+
+    void Run() {
+        const UserFileWriting HalfWritten([this] { WriteTheRest(); });
+        while (Position < Total) {
+            // Events come in here, and with them what would end the process.
             ProgressFrm->SetCurrentProgress(static_cast<float>(Position) /
                                             static_cast<float>(Total));
-            ChunkLeft = std::min(ChunkFrames, Total - Position);
+            WriteChunk();
         }
-        const std::int32_t Count = std::min(SliceFrames, ChunkLeft);
+    }
+
+  private:
+    void WriteTheRest() {
+        while (Position < Total)
+            WriteChunk();
+    }
+    void WriteChunk() {
+        const std::int32_t ChunkEnd = Position + std::min(ChunkFrames, Total - Position);
+        while (Position < ChunkEnd)
+            WriteSlice(std::min(SliceFrames, ChunkEnd - Position));
+    }
+    void WriteSlice(std::int32_t Count) {
         const std::int32_t First = Range.FromPos + Position;
         Reader.Read(First, First + (Count - 1), Range.StoreChn);
+        const bool Both = Range.StoreChn == 0;
         Coder(Reader.Samples(Range.StoreChn == 2, Count),
               Both ? Reader.Samples(true, Count) : std::span<const std::int16_t>(), Bytes.data());
         File.Write(FirstByte + std::int64_t{Position} * FrameBytes, Bytes.data(),
                    static_cast<std::size_t>(Count) * static_cast<std::size_t>(FrameBytes));
         Position += Count;
-        ChunkLeft -= Count;
     }
+
+    SliceReader Reader;
+    const WriteRange& Range;
+    const std::int32_t Total = Range.Frames();
+    const std::int32_t ChunkFrames;
+    const std::int32_t FrameBytes;
+    const FrameCoder& Coder;
+    FileForWriting& File;
+    const std::int64_t FirstByte;
+    std::vector<std::uint8_t> Bytes; ///< of one slice
+    std::int32_t Position = 0;       ///< frames that are in the file
+};
+
+} // namespace
+
+void WriteFrames(FileMemoClass& Store, const WriteRange& Range, std::int32_t ChunkFrames,
+                 std::int32_t FrameBytes, const FrameCoder& Coder, FileForWriting& File,
+                 std::int64_t FirstByte) {
+    FrameWriting(Store, Range, ChunkFrames, FrameBytes, Coder, File, FirstByte).Run();
 }
 
 namespace {

@@ -7,6 +7,7 @@
 #include "base/ModalWindow.h"
 #include "base/MsgBoxMod.h"
 #include "base/PlayState.h"
+#include "base/UserFileWriting.h"
 #include "edit/PrivateClipboard.h"
 #include "platform/FileSystem.h"
 #include "platform/Text.h"
@@ -23,6 +24,7 @@
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QTimer>
 #include <QWindow>
 #include <array>
 #include <fmt/format.h>
@@ -314,6 +316,15 @@ void WEditorClass::ShutDown() {
     // What fails here must not keep the steps after it from being done.
     for (const Step& Each : ExitSteps())
         RunCommand({}, [this, &Each] { (this->*Each.Run)(); });
+}
+
+void WEditorClass::ShutDownWhenWritten() {
+    constexpr int MilliSecondsBetweenLooks = 20;
+    if (UserFileWriting::IsOn())
+        QTimer::singleShot(MilliSecondsBetweenLooks, Window.get(),
+                           [this] { ShutDownWhenWritten(); });
+    else
+        ShutDown();
 }
 
 void WEditorClass::HideMainWindow() {

@@ -58,6 +58,8 @@ class WEditorClass {
     bool Unload();
     /// Takes everything down and ends the process without a question.
     void ShutDown();
+    /// The same as soon as no file of the user's is half written.
+    void ShutDownWhenWritten();
     /// The desktop session is to end: settles unsaved work, and closes nothing. False when the user
     /// wants to stay.
     bool SessionEndMayGo();

@@ -1,4 +1,5 @@
 // How the program stands in the system: arguments, signals, the end of the desktop session.
+#include "base/UserFileWriting.h"
 #include "platform/ProgramPlaces.h"
 #include "platform/TerminationSignals.h"
 #include "playback/PlayerProcess.h"
@@ -24,8 +25,10 @@ namespace {
 }
 
 /// The window system can end the process from within, when the connection to it breaks. The work
-/// files must not stay behind then either, and nothing else may run in that state.
+/// files must not stay behind then either, nor may a file that is being saved be left in halves;
+/// nothing else may run in that state.
 void LostWindowSystem() {
+    (void)UserFileWriting::FinishNow(); // there is nobody left to tell
     SessionDirRemove();
     ExitProcessNow(1);
 }
@@ -57,7 +60,7 @@ int WEditorRun(int ArgumentCount, char** Arguments) {
     const int Signals = TerminationSignalsCatch();
     QSocketNotifier EndWanted(Signals, QSocketNotifier::Read);
     QObject::connect(&EndWanted, &QSocketNotifier::activated, &Application,
-                     [&Editor] { Editor.ShutDown(); });
+                     [&Editor] { Editor.ShutDownWhenWritten(); });
     QObject::connect(
         &Application, &QGuiApplication::commitDataRequest, &Application,
         [&Editor](QSessionManager& Session) {

@@ -1,6 +1,7 @@
 // What the writers put into a file, what they say, and that no failure costs the document a sample.
 #include "audiofile/OpenSaveClass.h"
 #include "base/DocumentState.h"
+#include "base/UserFileWriting.h"
 #include "platform/FileHandle.h"
 #include "settings/STD1.h"
 #include "storage/WoroFileBlockMod.h"
@@ -154,6 +155,63 @@ TEST_F(WavWriter, ProgressIsRedAndMovesChunkByChunk) {
     ASSERT_EQ(Log.Lines.size(), 5U);
     EXPECT_EQ(Log.Lines[3], "hide") << "the window goes before the message comes";
     EXPECT_THAT(Log.Lines[4], StartsWith("message Wave file write error|"));
+}
+
+/// Ends the process, as it were, while a file is half written.
+class EndAtHalf final : public ProgressReport {
+  public:
+    explicit EndAtHalf(std::string File) : FileName(std::move(File)) { SetProgressReport(this); }
+    ~EndAtHalf() override { SetProgressReport(nullptr); }
+    EndAtHalf(const EndAtHalf&) = delete;
+    EndAtHalf& operator=(const EndAtHalf&) = delete;
+    void SetVisible(bool) override {}
+    void SetBarColor1(std::uint32_t) override {}
+    void SetCurrentProgress(float Value) override {
+        Current = Value;
+        if (Value < 0.5F || !AtTheEnd.empty())
+            return;
+        WasOn = UserFileWriting::IsOn();
+        BytesBefore = TestSession::ReadFile(FileName).size();
+        Finished = UserFileWriting::FinishNow();
+        AtTheEnd = TestSession::ReadFile(FileName);
+    }
+    [[nodiscard]] float CurrentProgress() const override { return Current; }
+    void BlinkLamp() override {}
+
+    std::string FileName;
+    bool WasOn = false;
+    bool Finished = false;
+    std::size_t BytesBefore = 0;
+    Bytes AtTheEnd;
+
+  private:
+    float Current = 0;
+};
+
+TEST_F(WavWriter, AFileThatIsHalfWrittenIsCompletedBeforeTheProcessEnds) {
+    const std::string Path = LoadNoise(2, 16, 1000);
+    OpenSave.FileBlockLength = 200;
+    EndAtHalf End(Path);
+    EXPECT_TRUE(Write("doc.wav"));
+    EXPECT_TRUE(End.WasOn);
+    EXPECT_TRUE(End.Finished);
+    EXPECT_LT(End.BytesBefore, 44U + 4000U);
+    EXPECT_TRUE(End.AtTheEnd == Wav.Whole());
+    EXPECT_TRUE(Out("doc.wav") == Wav.Whole());
+    EXPECT_FALSE(UserFileWriting::IsOn());
+}
+
+TEST_F(WavWriter, WhatCannotBeCompletedIsNoReasonToFailTwice) {
+    Samples Left(1000, 127);
+    Left[900] = 128;
+    test::FillStore(Store, {1, 8000, 8}, Left);
+    OpenSave.FileBlockLength = 100;
+    EndAtHalf End(Session.Path("out.wav"));
+    EXPECT_FALSE(Write());
+    EXPECT_TRUE(End.WasOn);
+    EXPECT_FALSE(End.Finished);
+    EXPECT_FALSE(UserFileWriting::IsOn());
+    EXPECT_TRUE(UserFileWriting::FinishNow()) << "nothing is half written now";
 }
 
 TEST_F(WavWriter, WritingForgetsTheFormOfSunFiles) {

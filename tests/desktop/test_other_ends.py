@@ -1,12 +1,16 @@
 """Whatever ends the editor, its working files go with it."""
 
+import hashlib
 import os
 import signal
 import unittest
+import wave
 
 from desktop_test import DesktopTest
+from virtual_desktop import wait_until
 
 SECONDS_TO_END = 5
+SECONDS_TO_WRITE = 60
 
 
 class OtherEnds(DesktopTest):
@@ -19,6 +23,34 @@ class OtherEnds(DesktopTest):
         editor, _ = self.start_editor(self.demonstration_sound())
         editor.send_signal(signal.SIGTERM)
         self.ends_without_a_trace(editor)
+
+    def test_a_signal_in_the_midst_of_saving_leaves_the_whole_file(self):
+        path = self.folder / "long.wav"
+        with wave.open(str(path), "wb") as sound:
+            sound.setnchannels(2)
+            sound.setsampwidth(2)
+            sound.setframerate(44100)
+            sound.writeframes(os.urandom(1 << 20) * 200)
+        before = path.stat()
+        digest = hashlib.sha256(path.read_bytes()).hexdigest()
+        editor, window = self.start_editor(path)
+        self.desktop.run("xdotool", "key", "--window", window.id, "ctrl+s")
+        wait_until(lambda: self.is_half_written(path, before), "the file being written",
+                   pause=0.002)
+        editor.send_signal(signal.SIGTERM)
+        self.assertEqual(editor.wait(SECONDS_TO_WRITE), 1)
+        self.assertEqual(self.session_folders(), [])
+        self.assertEqual(path.stat().st_size, before.st_size)
+        self.assertEqual(hashlib.sha256(path.read_bytes()).hexdigest(), digest)
+
+    @staticmethod
+    def is_half_written(path, before):
+        """Whether the file has been made anew, be it with the first bytes only."""
+        try:
+            now = path.stat()
+        except FileNotFoundError:
+            return False
+        return now.st_ino != before.st_ino or now.st_size < before.st_size
 
     def test_an_interrupt_from_the_keyboard_ends_it(self):
         editor, _ = self.start_editor(self.demonstration_sound())

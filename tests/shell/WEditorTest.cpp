@@ -2,6 +2,7 @@
 #include "audiofile/RecentFiles.h"
 #include "base/Failure.h"
 #include "base/PlayState.h"
+#include "base/UserFileWriting.h"
 #include "bookmarks/BookmarkRec.h"
 #include "shell/EditorFixture.h"
 #include "shell/HelpViewer.h"
@@ -391,6 +392,17 @@ TEST_F(WEditor, ASignalEndsItWithoutAQuestion) {
     EXPECT_EQ(Exit, 1);
     EXPECT_FALSE(fs::exists(Session));
     EXPECT_THAT(Messages->Requests, IsEmpty());
+}
+
+TEST_F(WEditor, ASignalWaitsForAFileThatIsHalfWritten) {
+    Start();
+    {
+        const UserFileWriting HalfWritten([] {});
+        Editor->ShutDownWhenWritten();
+        QTest::qWait(60);
+        EXPECT_FALSE(Exit.has_value());
+    }
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Exit.has_value(); }));
 }
 
 TEST_F(WEditor, TheEndOfTheDesktopSessionAsksAndClosesNothing) {
