@@ -59,11 +59,14 @@ void UndoClearFrm::Fill(const std::vector<std::string>& Names) {
 }
 
 void UndoClearFrm::ButtonClicked(std::int32_t Index) {
-    if (Index == UndoClearUpToSelected && AvailList->selectedItems().isEmpty()) {
+    // The keyboard can move the frame away from the selected item.
+    const QList<QListWidgetItem*> Selected = AvailList->selectedItems();
+    if (Index == UndoClearUpToSelected && Selected.isEmpty()) {
         MsgBox(UndoClearSelectFirst);
         return;
     }
-    Chosen = {Index, static_cast<std::size_t>(std::max(AvailList->currentRow(), 0))};
+    const int Row = Selected.isEmpty() ? 0 : AvailList->row(Selected.first());
+    Chosen = {Index, static_cast<std::size_t>(Row)};
     accept();
 }
 

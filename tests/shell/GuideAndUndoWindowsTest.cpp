@@ -183,6 +183,19 @@ TEST_F(UndoClearDialogTest, UpToTheSelectedItemNeedsOne) {
     EXPECT_EQ(Answer.Selected, 1U);
 }
 
+TEST_F(UndoClearDialogTest, TheSelectedItemCountsAndNotTheOneWithTheFrame) {
+    const WithDialog Act([](QWidget* Window) {
+        auto* List = Part<QListWidget>(Window, "AvailList");
+        List->setCurrentRow(0);
+        List->setCurrentRow(2, QItemSelectionModel::NoUpdate); // as Control and the arrows do
+        ASSERT_TRUE(List->item(0)->isSelected());
+        Press(Window, "ClearBtn_2");
+    });
+    const UndoClearAnswer Answer = Questions.ShowUndoClear({"A", "B", "C"});
+    EXPECT_EQ(Answer.Result, UndoClearUpToSelected);
+    EXPECT_EQ(Answer.Selected, 0U);
+}
+
 TEST_F(UndoClearDialogTest, EscClosesIt) {
     const WithDialog Act([](QWidget* Window) { QTest::keyClick(Window, Qt::Key_Escape); });
     EXPECT_EQ(Questions.ShowUndoClear({"A"}).Result, UndoClearClosed);
