@@ -62,7 +62,9 @@ void ArrayFill(const BlockListClass& List, std::int32_t FromPos, std::int32_t To
 
 void ReadThroughMemory(std::int32_t BlockNo, std::int32_t From, std::int32_t To,
                        std::int16_t* Target) {
-    BlockToMemory(BlockNo);
+    // Silence is as near as memory, and padding stays what an undo can split without room.
+    if (BlockAt(BlockNo).BlockKind != BlockSilence)
+        BlockToMemory(BlockNo);
     BlockRangeReadTo(BlockNo, From, To, Target);
 }
 

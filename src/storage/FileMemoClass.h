@@ -38,7 +38,8 @@ class FileMemoClass {
 
     // ---- Reading
 
-    /// A stretch in memory. Brings the touched blocks into memory. Places without a block are 0.
+    /// A stretch in memory. Brings the touched blocks into memory, but silence, which needs none.
+    /// Places without a block are 0.
     /// An array of a channel that is not asked for, or does not exist, has the single index 0.
     void WaveCollectBuff(std::int32_t FromPos, std::int32_t ToPos, std::int32_t WorkChn,
                          SampleArray& WavBuffL, SampleArray& WavBuffR);

@@ -66,6 +66,22 @@ TEST_F(UndoTest, PaddingOnTopOfOtherSilenceGoesBackOnAFullDisk) {
     ExpectUntouched();
 }
 
+TEST_F(UndoTest, PaddingThatWasReadGoesBackOnAFullDisk) {
+    Store.WaveDataInsert(21, 1, &Clip, nullptr, "Paste", true);
+    Store.WaveDataDelete(1, 2, 10, "Delete", true);
+    SampleArray L;
+    SampleArray R;
+    Store.WaveCollectBuff(1, 130, 0, L, R); // as saving does
+    const FullDisk Work;
+    Work.Fill();
+    MemoryBudget = 2;
+    Store.Undo();
+    Store.Undo();
+    Work.Empty();
+    EXPECT_TRUE(Messages.Texts().empty());
+    ExpectUntouched();
+}
+
 TEST_F(UndoTest, APasteIntoOneChannelGoesBackWithItsPaddingInOneStep) {
     Store.WaveDataInsert(21, 1, &Clip, nullptr, "Paste", true);
     EXPECT_EQ(Store.WaveNosR(), 130);
