@@ -222,6 +222,7 @@ void StartUpSettingsRead() {
     CurrentFormat.Freq = SettingOneOf("Format", "SamplingRate", 22050, {11025, 22050, 44100});
     // Read whole: a folder's name may be longer than what IniGet gives.
     WaveDir = ProfileGet("Path", "Last Wave Dir", AppPath + "/Work", SettingsFileName());
+    SelectedDir = WaveDir;
     LoopOn = SettingIs("Setting", "LoopOn", "0", 1);
     QuickPlay = SettingIs("Setting", "QuickPlay", "1", 1);
     UserGuideSettingsRead();

@@ -350,6 +350,15 @@ TEST(StartUpSettings, WhatLivesThroughSessionsComesBack) {
     EXPECT_EQ(WaveDir, Dir);
 }
 
+TEST(StartUpSettings, BothSaveDialogsBeginInTheFolderOfTheLastSession) {
+    const TestSession Session;
+    IniPut("Path", "Last Wave Dir", "/some/where");
+    SelectedDir = "/elsewhere";
+    StartUpSettingsRead();
+    EXPECT_EQ(WaveDir, "/some/where");
+    EXPECT_EQ(SelectedDir, "/some/where");
+}
+
 TEST(StartUpSettings, ARateOutsideTheThreeIsWrittenButNotRestored) {
     const TestSession Session;
     CurrentFormat = {2, 48000, 16};

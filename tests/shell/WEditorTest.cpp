@@ -507,6 +507,32 @@ TEST_F(WEditor, ADroppedFileOpens) {
     EXPECT_EQ(WaveFilePath, Path);
 }
 
+TEST_F(WEditor, ALoadThatFailedHalfWayLeavesTheOldFileWhole) {
+    const std::string Path = WriteWav("a.wav");
+    const std::string Bad = WriteWav("b.wav");
+    {
+        std::fstream File(Bad, std::ios::binary | std::ios::in | std::ios::out);
+        File.seekp(22).put(3); // channels
+    }
+    Start(CommandLineText({Path}));
+    Edit();
+    Window().FileDropped(Bad);
+    EXPECT_THAT(Messages->TakeTexts(),
+                ElementsAre("Error Loading " + Bad + "|Channel info invalid at byte location 23",
+                            "Wave file loading failed"));
+    EXPECT_EQ(WaveFileName, "a.wav");
+    EXPECT_EQ(WaveStore->WavWaveINos, 0);
+    for (const char* Name : {"SelectAll_Mnu", "ViewAll_Mnu", "Undo_Mnu_1"})
+        Menu(Name);
+    (void)Messages->TakeTexts();
+    Menu("Save_Mnu_0");
+    EXPECT_THAT(Messages->TakeTexts(), ElementsAre("Writing wave error|Zero size wave found"));
+    EXPECT_EQ(fs::file_size(Path), 2044U);
+    EXPECT_EQ(fs::file_size(Bad), 2044U);
+    EXPECT_TRUE(Window().close());
+    EXPECT_EQ(fs::file_size(Path), 2044U);
+}
+
 TEST_F(WEditor, ARecentFileOpensFromTheMenuAsItHangsOpen) {
     RecentFilesAdd(WriteWav("a.wav"));
     RecentFilesAdd(WriteWav("b.wav"));
