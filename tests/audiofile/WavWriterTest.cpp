@@ -54,6 +54,18 @@ class WavWriter : public ::testing::Test {
         EXPECT_TRUE(test::CountsHold());
         return Written;
     }
+    /// A file that is locked or protected is told, whether all is to be written or a part.
+    void ExpectNotWritten(const std::string& Name) {
+        const std::string Path = Session.Path(Name);
+        EXPECT_FALSE(Write(Name));
+        EXPECT_THAT(Messages.TakeTexts(),
+                    ElementsAre("Failed to write wave file|This file " + Path +
+                                " is locked,\nmay be used by another program.\nRelease that file "
+                                "and try again"));
+        EXPECT_FALSE(OpenSave.FileWriteWavePart(Store, 1, 10, 0, Path));
+        EXPECT_THAT(Messages.TakeTexts(),
+                    ElementsAre("Wave file write error|Permission denied\n" + Path));
+    }
     [[nodiscard]] Bytes Out(const std::string& Name = "out.wav") const {
         return TestSession::ReadFile(Session.Path(Name));
     }
@@ -264,14 +276,7 @@ TEST_F(WavWriter, ALockedFileIsToldAndTheDocumentStays) {
     LoadNoise(1, 16, 100);
     const std::string Path = Session.WriteFile("out.wav", {1, 2, 3});
     const FileForReading Another(Path);
-    EXPECT_FALSE(Write());
-    EXPECT_THAT(Messages.TakeTexts(),
-                ElementsAre("Failed to write wave file|This file " + Path +
-                            " is locked,\nmay be used by another program.\nRelease that file and "
-                            "try again"));
-    EXPECT_FALSE(OpenSave.FileWriteWavePart(Store, 1, 10, 0, Path));
-    EXPECT_THAT(Messages.TakeTexts(),
-                ElementsAre("Wave file write error|Permission denied\n" + Path));
+    ExpectNotWritten("out.wav");
     EXPECT_EQ(TestSession::ReadFile(Path), (Bytes{1, 2, 3}));
     EXPECT_EQ(test::LeftOf(Store), All);
 }
@@ -283,17 +288,8 @@ TEST_F(WavWriter, AFileThatIsProtectedAgainstWritingStaysAsItIs) {
     fs::create_symlink("out.wav", Session.Path("link.wav"));
     fs::permissions(Own, fs::perms::owner_read);
     fs::permissions(Other, fs::perms::owner_read);
-    for (const std::string Name : {"doc.wav", "out.wav", "link.wav"}) {
-        const std::string Path = Session.Path(Name);
-        EXPECT_FALSE(Write(Name));
-        EXPECT_THAT(Messages.TakeTexts(),
-                    ElementsAre("Failed to write wave file|This file " + Path +
-                                " is locked,\nmay be used by another program.\nRelease that file "
-                                "and try again"));
-        EXPECT_FALSE(OpenSave.FileWriteWavePart(Store, 1, 10, 0, Path));
-        EXPECT_THAT(Messages.TakeTexts(),
-                    ElementsAre("Wave file write error|Permission denied\n" + Path));
-    }
+    for (const std::string Name : {"doc.wav", "out.wav", "link.wav"})
+        ExpectNotWritten(Name);
     EXPECT_TRUE(Out("doc.wav") == Wav.Whole());
     EXPECT_EQ(Out(), (Bytes{1, 2, 3}));
     EXPECT_TRUE(fs::is_symlink(Session.Path("link.wav")));

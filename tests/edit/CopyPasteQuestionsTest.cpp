@@ -3,6 +3,7 @@
 #include "base/Failure.h"
 #include "edit/ClipMarker.h"
 #include "edit/CopyPasteFixture.h"
+#include "selection/ScriptedSelConf.h"
 #include "selection/SelectionMod.h"
 #include "selection/ViewListener.h"
 
@@ -14,22 +15,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-/// Chooses the option of that index; -1 cancels.
-struct SelConfAnswer final : SelConfDialog {
-    SelConfAnswer() { SetSelConfDialog(this); }
-    ~SelConfAnswer() override { SetSelConfDialog(nullptr); }
-    SelConfAnswer(const SelConfAnswer&) = delete;
-    SelConfAnswer& operator=(const SelConfAnswer&) = delete;
-    std::optional<std::int32_t> ShowSelConf(const SelConfRequest& Request) override {
-        Needs.push_back(Request.Need);
-        Captions.push_back(Request.Caption);
-        return Index < 0 ? std::nullopt : std::optional(Index);
-    }
-    std::int32_t Index = -1;
-    std::vector<std::int32_t> Needs;
-    std::vector<std::string> Captions;
-};
 
 struct Tips final : UserGuideWindow {
     Tips() {
@@ -55,7 +40,7 @@ TEST_F(CopyPasteQuestions, each_command_names_itself_and_does_nothing_when_cance
     Document({1, 2, 3}, {4, 5, 6});
     WaveChanged = false;
     Windows.Copied.clear();
-    SelConfAnswer Dialog;
+    ScriptedSelConf Dialog;
     const std::vector<std::function<void()>> Runs = {[this] { Commands.Copy(); },
                                                      [this] { Commands.Cut(); },
                                                      [this] { Commands.Delete(); },
@@ -86,7 +71,7 @@ TEST_F(CopyPasteQuestions, each_command_names_itself_and_does_nothing_when_cance
 
 /// The fourth offer to a point is the point as a range.
 TEST_F(CopyPasteQuestions, one_sample_can_be_copied_cut_and_deleted) {
-    SelConfAnswer Dialog;
+    ScriptedSelConf Dialog;
     Dialog.Index = 3;
     Document({1, 2, 3});
     Select(3, 3);
@@ -104,7 +89,7 @@ TEST_F(CopyPasteQuestions, one_sample_can_be_copied_cut_and_deleted) {
 /// A paste at a range, too, goes to one point of it.
 TEST_F(CopyPasteQuestions, a_paste_at_a_range_takes_the_end_that_was_chosen) {
     Clip({10, 20});
-    SelConfAnswer Dialog;
+    ScriptedSelConf Dialog;
     for (const std::int32_t End : {0, 1}) {
         Dialog.Index = End;
         Document({1, 2, 3, 4});

@@ -4,6 +4,7 @@
 #include "edit/CopyPasteFixture.h"
 #include "support/OrderLog.h"
 
+#include "selection/ScriptedSelConf.h"
 #include "selection/SelectionMod.h"
 
 #include <filesystem>
@@ -168,22 +169,11 @@ TEST_F(CopyPasteTest, insert_at_the_last_sample_goes_before_it) {
     EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Insert");
 }
 
-struct EndChosen final : SelConfDialog {
-    explicit EndChosen(std::int32_t UsedIndex) : Index(UsedIndex) { SetSelConfDialog(this); }
-    ~EndChosen() override { SetSelConfDialog(nullptr); }
-    EndChosen(const EndChosen&) = delete;
-    EndChosen& operator=(const EndChosen&) = delete;
-    std::optional<std::int32_t> ShowSelConf(const SelConfRequest&) override { return Index; }
-
-  private:
-    std::int32_t Index;
-};
-
 TEST_F(CopyPasteTest, every_paste_into_an_empty_sound_takes_the_whole_clip_at_either_end) {
     Clip({10, 20, 30});
     for (std::int32_t Mode = PasteReplace; Mode <= PasteCrossFade; ++Mode)
         for (const std::int32_t End : {0, 1}) {
-            const EndChosen Chosen(End);
+            const ScriptedSelConf Chosen(End);
             Document({1, 2}, {3, 4});
             Select(1, 2);
             Commands.Delete();

@@ -4,6 +4,7 @@
 #include "audiofile/OpenSaveClass.h"
 #include "audiofile/WavMaker.h"
 #include "effects/EffectFixture.h"
+#include "effects/ScriptedMix.h"
 #include "effects/TransformCommands.h"
 #include "support/LargeFile.h"
 
@@ -103,22 +104,6 @@ TEST(MixKernels, runs_of_every_length_are_exact) {
         ExpectMix(L, R, 16);
     }
 }
-
-/// Answers the question for the sources, and keeps what it began with.
-class ScriptedMix final : public ChnMixDialog {
-  public:
-    ScriptedMix() { SetChnMixDialog(this); }
-    ~ScriptedMix() override { SetChnMixDialog(nullptr); }
-    ScriptedMix(const ScriptedMix&) = delete;
-    ScriptedMix& operator=(const ScriptedMix&) = delete;
-    ChnMixAnswer ShowChnMix(const ChnMixChoice& Last) override {
-        Offered.push_back(Last);
-        return Answer;
-    }
-
-    ChnMixAnswer Answer;
-    std::vector<ChnMixChoice> Offered;
-};
 
 class ChannelMixTest : public EffectTest {
   protected:

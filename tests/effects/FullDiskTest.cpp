@@ -1,6 +1,7 @@
 // Every command that computes samples, on a disk that fills up at any place of its work.
 #include "effects/ChannelMix.h"
 #include "effects/EffectFixture.h"
+#include "effects/ScriptedMix.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
 
@@ -15,18 +16,6 @@ struct DiskRow {
     std::function<void()> Command;
     const char* Title; ///< what the message of a failure begins with
     int Failures;      ///< as many at least: the work has places to fail
-};
-
-/// Answers with two sources that make the most work.
-class MixAnswer final : public ChnMixDialog {
-  public:
-    MixAnswer() { SetChnMixDialog(this); }
-    ~MixAnswer() override { SetChnMixDialog(nullptr); }
-    MixAnswer(const MixAnswer&) = delete;
-    MixAnswer& operator=(const MixAnswer&) = delete;
-    ChnMixAnswer ShowChnMix(const ChnMixChoice&) override {
-        return {true, {MixSum, MixLeftLessRight}};
-    }
 };
 
 class FullDiskTest : public EffectTest {
@@ -73,7 +62,7 @@ class FullDiskTest : public EffectTest {
         };
     }
 
-    MixAnswer Mix;
+    ScriptedMix Mix{{true, {MixSum, MixLeftLessRight}}}; // the most work
 };
 
 TEST_F(FullDiskTest, wherever_it_fills_up_the_document_stays_as_it_was) {
