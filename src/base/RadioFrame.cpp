@@ -8,6 +8,17 @@
 
 namespace quoril {
 
+void TabToTheChosen(QButtonGroup& Group) {
+    QObject::connect(&Group, &QButtonGroup::buttonToggled, &Group,
+                     [&Group](QAbstractButton* Toggled, bool Checked) {
+                         if (!Checked)
+                             return;
+                         for (QAbstractButton* Button : Group.buttons())
+                             Button->setFocusPolicy(Button == Toggled ? Qt::StrongFocus
+                                                                      : Qt::ClickFocus);
+                     });
+}
+
 QButtonGroup* AddRadioFrame(QDialog& Dialog, QLayout& Place, const char* Heading, const char* Name,
                             std::span<const char* const> Captions, int First) {
     auto* Frame = new QGroupBox(QLatin1String(Heading), &Dialog);
@@ -22,15 +33,7 @@ QButtonGroup* AddRadioFrame(QDialog& Dialog, QLayout& Place, const char* Heading
         Group->addButton(Button, Index++);
         Rows->addWidget(Button);
     }
-    // The Tab key comes to the option that is chosen, whence the arrows go on to the others.
-    QObject::connect(Group, &QButtonGroup::buttonToggled, Group,
-                     [Group](QAbstractButton* Toggled, bool Checked) {
-                         if (!Checked)
-                             return;
-                         for (QAbstractButton* Button : Group->buttons())
-                             Button->setFocusPolicy(Button == Toggled ? Qt::StrongFocus
-                                                                      : Qt::ClickFocus);
-                     });
+    TabToTheChosen(*Group);
     Rows->addStretch(1);
     Place.addWidget(Frame);
     return Group;

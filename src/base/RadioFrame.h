@@ -9,6 +9,10 @@ class QLayout;
 
 namespace quoril {
 
+/// From now on the Tab key comes to the option of the group that is chosen, whence the arrows go on
+/// to the others. Called before an option is chosen.
+void TabToTheChosen(QButtonGroup& Group);
+
 /// Adds a frame with a heading and a button for each caption to `Place`, a layout of the dialog.
 /// The buttons are an array of controls `Name`, whose elements, also their numbers in the group,
 /// begin with `First`. None is checked.

@@ -3,6 +3,7 @@
 #include "base/ModalWindow.h"
 #include "base/PlayState.h"
 #include "base/QtText.h"
+#include "base/RadioFrame.h"
 #include "view/PicturePanel.h"
 
 #include <QButtonGroup>
@@ -243,14 +244,15 @@ void OptionsFrm::BuildGuide(QWidget* Page) {
         "I am experienced / dont like that (Don't show me any guide)",
         "I am new user / learning (Show me all guides once again)"};
     Guide_Option = new QButtonGroup(Page);
+    TabToTheChosen(*Guide_Option);
     auto* Column = new QVBoxLayout(Page);
     Column->setSpacing(10);
     for (int Index = 0; Index < 3; ++Index) {
         auto* Button = new QRadioButton(
             QString::fromLatin1(Captions.at(static_cast<std::size_t>(Index))), Page);
         Button->setObjectName(QStringLiteral("Guide_Option_%1").arg(Index));
-        Button->setChecked(Index == Choice.Guide);
         Guide_Option->addButton(Button, Index);
+        Button->setChecked(Index == Choice.Guide);
         Column->addWidget(Button);
     }
     Column->addStretch();

@@ -14,6 +14,12 @@ namespace {
 /// side of the border are read; the rest stays as it is.
 constexpr std::int64_t MostBesideBorder = 32768;
 
+/// How many of them for a block of this kind. Taking an edit back may split padding that lies on
+/// top of other silence: silence needs neither memory nor disk for that.
+std::int64_t BesideBorder(std::int32_t Kind) {
+    return Kind == BlockSilence ? 0 : MostBesideBorder;
+}
+
 /// The pieces of a block with a border at `Position`, which lies strictly inside. The block stays.
 /// On failure nothing is left.
 BlockSet PiecesWithBorder(std::int32_t BlockNo, std::int32_t Position) {
@@ -22,30 +28,25 @@ BlockSet PiecesWithBorder(std::int32_t BlockNo, std::int32_t Position) {
     const std::int64_t Last = Start + BlockAt(BlockNo).BlockLen - 1;
     std::int32_t FirstNo = 0;
     std::int32_t SecondNo = 0;
-    const std::int64_t From = std::max(Start, Position - MostBesideBorder);
-    const std::int64_t To = std::min(Last, Position + MostBesideBorder - 1);
+    const std::int64_t From = std::max(Start, Position - BesideBorder(Kind));
+    const std::int64_t To = std::min(Last, Position + BesideBorder(Kind) - 1);
+    if ((Kind != BlockOrgFile && Kind != BlockSilence) || (From == Start && To == Last)) {
+        BlockBrake(BlockNo, Position, FirstNo, SecondNo);
+        return {FirstNo, SecondNo};
+    }
     BlockSet Pieces;
     const auto Cut = [&](std::int64_t First, std::int64_t Until) {
         Pieces.push_back(BlockCutRange(BlockNo, static_cast<std::int32_t>(First),
                                        static_cast<std::int32_t>(Until)));
         BlockAt(Pieces.back()).BlockStart = static_cast<std::int32_t>(First);
     };
-    if (Kind != BlockSilence && (Kind != BlockOrgFile || (From == Start && To == Last))) {
-        BlockBrake(BlockNo, Position, FirstNo, SecondNo);
-        return {FirstNo, SecondNo};
-    }
     try {
-        if (Kind == BlockSilence) {
-            // Taking an edit back may split padding that lies on top of other silence. Silence
-            // needs neither memory nor disk for that.
-            Cut(Start, Position - 1);
-            Cut(Position, Last);
-            return Pieces;
-        }
         if (Start < From)
             Cut(Start, From - 1);
         if (To < Last)
             Cut(To + 1, Last);
+        if (To < From)
+            return Pieces;
         Cut(From, To);
         BlockBrake(Pieces.back(), Position, FirstNo, SecondNo);
     } catch (...) {

@@ -93,6 +93,14 @@ TEST_F(OptionsWindow, EveryControlHasAnAccessibleNameOrWordsOfItsOwn) {
     }
 }
 
+TEST_F(OptionsWindow, TabComesToTheGuideOptionThatIsChosen) {
+    auto* Chosen = Find<QAbstractButton>("Guide_Option_1");
+    Chosen->setChecked(true);
+    EXPECT_TRUE((Chosen->focusPolicy() & Qt::TabFocus) != 0);
+    for (const char* Other : {"Guide_Option_0", "Guide_Option_2"})
+        EXPECT_TRUE((Find<QAbstractButton>(Other)->focusPolicy() & Qt::TabFocus) == 0) << Other;
+}
+
 TEST_F(OptionsWindow, ReturnPressesTheButtonThatHasTheFocus) {
     const bool Loop = LoopOn;
     Window.show();
