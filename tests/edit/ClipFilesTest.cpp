@@ -51,7 +51,7 @@ class ClipFilesTest : public ClipImportFixture {
     static constexpr std::int32_t WavHeaderBytes = 44;
 };
 
-TEST_F(ClipFilesTest, two_names_that_differ_in_the_case_of_letters_are_two_files) {
+TEST_F(ClipFilesTest, TwoNamesThatDifferInTheCaseOfLettersAreTwoFiles) {
     const std::string Lower = OpenedAs("song.wav", {1, 2, 3});
     const std::string Upper = Session.WriteFile("SONG.wav", Wav({10, 20, 30}));
     Describe(OneBlock(Upper, 3, BlockOrgFile, 1, WavHeaderBytes + 1));
@@ -61,7 +61,7 @@ TEST_F(ClipFilesTest, two_names_that_differ_in_the_case_of_letters_are_two_files
     EXPECT_THAT(Left(), ElementsAre(10, 20, 30, 1, 2, 3));
 }
 
-TEST_F(ClipFilesTest, working_files_whose_names_differ_in_the_case_of_letters_are_two_files) {
+TEST_F(ClipFilesTest, WorkingFilesWhoseNamesDifferInTheCaseOfLettersAreTwoFiles) {
     Clip({1, 2, 3});
     const auto Held = BlockTable[static_cast<std::size_t>(ClipCarrL->Blocks().Numbers()[0])];
     ASSERT_EQ(Held.BlockKind, BlockWorkFile);
@@ -88,7 +88,7 @@ TEST_F(ClipFilesTest, working_files_whose_names_differ_in_the_case_of_letters_ar
     EXPECT_EQ(MemoryUsed, Used) << "nothing was read";
 }
 
-TEST_F(ClipFilesTest, two_such_files_of_one_clip_stay_two) {
+TEST_F(ClipFilesTest, TwoSuchFilesOfOneClipStayTwo) {
     const std::string Lower = Session.WriteFile("a.wav", Wav({1, 2}));
     const std::string Upper = Session.WriteFile("A.wav", Wav({10, 20}));
     Words Two = OneBlock(Lower, 2, BlockOrgFile, 1, WavHeaderBytes + 1);
@@ -104,7 +104,7 @@ TEST_F(ClipFilesTest, two_such_files_of_one_clip_stay_two) {
     EXPECT_THAT(Left(), ElementsAre(1, 2, 10, 20, 7));
 }
 
-TEST_F(ClipFilesTest, a_name_in_other_letters_for_an_opened_file_shares_it) {
+TEST_F(ClipFilesTest, ANameInOtherLettersForAnOpenedFileSharesIt) {
     const std::string Path = OpenedAs("song.wav", {1, 2, 3});
     const std::string Link = Session.Path("SONG.wav"); // as a disk without case would find it
     fs::create_hard_link(Path, Link);
@@ -117,7 +117,7 @@ TEST_F(ClipFilesTest, a_name_in_other_letters_for_an_opened_file_shares_it) {
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 1, 2, 3));
 }
 
-TEST_F(ClipFilesTest, a_file_that_was_replaced_after_it_was_opened_here_comes_as_it_is_there) {
+TEST_F(ClipFilesTest, AFileThatWasReplacedAfterItWasOpenedHereComesAsItIsThere) {
     const std::string Path = OpenedAs("song.wav", {1, 2, 3});
     Document({7});
     const std::string Again = OpenedAs("song.wav", {1, 2, 3});
@@ -134,7 +134,7 @@ TEST_F(ClipFilesTest, a_file_that_was_replaced_after_it_was_opened_here_comes_as
     EXPECT_THAT(Got, ElementsAre(10, 20, 30, 40));
 }
 
-TEST_F(ClipFilesTest, another_form_of_an_opened_file_is_read_in_that_form) {
+TEST_F(ClipFilesTest, AnotherFormOfAnOpenedFileIsReadInThatForm) {
     const std::string Path = OpenedAs("song.wav", {0x0102, 0x0304, 0x0506});
     Words Form = OneBlock(Path, 6, BlockOrgFile, 1, WavHeaderBytes + 1);
     Form.back() = 8;
@@ -154,7 +154,7 @@ TEST_F(ClipFilesTest, another_form_of_an_opened_file_is_read_in_that_form) {
     EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
 }
 
-TEST_F(ClipFilesTest, a_name_with_a_zero_byte_does_not_stand_for_a_shorter_one) {
+TEST_F(ClipFilesTest, ANameWithAZeroByteDoesNotStandForAShorterOne) {
     Describe(OneBlock(ForeignFile(5) + std::string("\0more", 5), 3, BlockWorkFile, 1, 1));
     Offer(1, 3);
     ExpectRefused("a zero byte in the name of a file");
@@ -164,7 +164,7 @@ TEST_F(ClipFilesTest, a_name_with_a_zero_byte_does_not_stand_for_a_shorter_one) 
     ExpectRefused("a zero byte in the name of the folder");
 }
 
-TEST_F(ClipFilesTest, copying_from_a_file_that_another_program_changed_is_told) {
+TEST_F(ClipFilesTest, CopyingFromAFileThatAnotherProgramChangedIsTold) {
     const std::string Path = OpenedAs("song.wav", {1, 2, 3});
     Replaced("song.wav", Wav({10, 20, 30, 40}));
     Select(1, 3);
@@ -176,7 +176,7 @@ TEST_F(ClipFilesTest, copying_from_a_file_that_another_program_changed_is_told) 
     EXPECT_EQ(ClipPointer, 0);
 }
 
-TEST_F(ClipFilesTest, a_file_that_was_replaced_while_it_is_open_here_is_copied_as_it_was) {
+TEST_F(ClipFilesTest, AFileThatWasReplacedWhileItIsOpenHereIsCopiedAsItWas) {
     for (const bool Deleted : {false, true}) {
         const std::string Path = OpenedAs("song.wav", {1, 2, 3});
         EXPECT_THAT(Left(), ElementsAre(1, 2, 3)); // opens it
@@ -196,7 +196,7 @@ TEST_F(ClipFilesTest, a_file_that_was_replaced_while_it_is_open_here_is_copied_a
     }
 }
 
-TEST_F(ClipFilesTest, saving_over_one_file_of_a_clip_tells_of_another_one_that_was_changed) {
+TEST_F(ClipFilesTest, SavingOverOneFileOfAClipTellsOfAnotherOneThatWasChanged) {
     const std::string One = OpenedAs("one.wav", {1, 2, 3});
     Windows.Choice = Session.WriteFile("two.wav", Wav({4, 5, 6}));
     Commands.CopyFile();
@@ -213,7 +213,7 @@ TEST_F(ClipFilesTest, saving_over_one_file_of_a_clip_tells_of_another_one_that_w
 
 // ---- What may stand in the place of a file
 
-TEST_F(ClipFilesTest, a_pipe_in_place_of_a_file_is_told_and_not_waited_for) {
+TEST_F(ClipFilesTest, APipeInPlaceOfAFileIsToldAndNotWaitedFor) {
     ::alarm(20); // waiting would be for ever
     const std::string Pipe = Session.Path("pipe");
     ASSERT_EQ(::mkfifo(Pipe.c_str(), 0600), 0);
@@ -231,7 +231,7 @@ TEST_F(ClipFilesTest, a_pipe_in_place_of_a_file_is_told_and_not_waited_for) {
     ::alarm(0);
 }
 
-TEST_F(ClipFilesTest, a_copy_writes_through_no_link_in_place_of_a_description) {
+TEST_F(ClipFilesTest, ACopyWritesThroughNoLinkInPlaceOfADescription) {
     const std::string Mine = Session.WriteFile("letter.txt", {1, 2, 3});
     const std::string Nothing = Session.Path("nothing");
     for (const std::string& Target : {Mine, Nothing}) {
@@ -249,7 +249,7 @@ TEST_F(ClipFilesTest, a_copy_writes_through_no_link_in_place_of_a_description) {
     EXPECT_FALSE(fs::exists(Nothing));
 }
 
-TEST_F(ClipFilesTest, whoever_reads_a_description_reads_it_to_its_end) {
+TEST_F(ClipFilesTest, WhoeverReadsADescriptionReadsItToItsEnd) {
     const Words First = OneBlock(" ", 1000, BlockSilence, 1, 0);
     Describe(First);
     const FileForReading Reader(ClipDescriptionName(AppPath, 1));
@@ -259,7 +259,7 @@ TEST_F(ClipFilesTest, whoever_reads_a_description_reads_it_to_its_end) {
     EXPECT_EQ(Read, First);
 }
 
-TEST_F(ClipFilesTest, links_to_files_with_samples_are_followed_and_left) {
+TEST_F(ClipFilesTest, LinksToFilesWithSamplesAreFollowedAndLeft) {
     const std::string Foreign = ForeignFile(5);
     const std::string Link = Session.Path("link.tmp");
     fs::create_symlink(Foreign, Link);
@@ -277,7 +277,7 @@ TEST_F(ClipFilesTest, links_to_files_with_samples_are_followed_and_left) {
 
 // ---- Where there is no room, or no folder
 
-TEST_F(ClipFilesTest, a_copy_that_fails_before_it_describes_leaves_what_another_has_described) {
+TEST_F(ClipFilesTest, ACopyThatFailsBeforeItDescribesLeavesWhatAnotherHasDescribed) {
     const Words Others = OneBlock(" ", 1000, BlockSilence, 1, 0);
     Describe(Others);
     Offer(1, 1000);
@@ -289,7 +289,7 @@ TEST_F(ClipFilesTest, a_copy_that_fails_before_it_describes_leaves_what_another_
     EXPECT_EQ(Left().size(), 1003U);
 }
 
-TEST_F(ClipFilesTest, a_copy_that_fails_takes_the_description_of_the_own_clip_along) {
+TEST_F(ClipFilesTest, ACopyThatFailsTakesTheDescriptionOfTheOwnClipAlong) {
     Clip({10, 20});
     CopyOnAFullDisk();
     EXPECT_FALSE(FileThere(ClipDescriptionName(AppPath, 1)));
@@ -297,7 +297,7 @@ TEST_F(ClipFilesTest, a_copy_that_fails_takes_the_description_of_the_own_clip_al
     ExpectRefused("the clip went with its working files");
 }
 
-TEST_F(ClipFilesTest, a_description_that_cannot_be_finished_does_not_stay) {
+TEST_F(ClipFilesTest, ADescriptionThatCannotBeFinishedDoesNotStay) {
     fs::create_directories(ClipDescriptionName(AppPath, 2) + "/in the way");
     Document({1, 2, 3});
     Select(1, 3);
@@ -325,7 +325,7 @@ class GuardDouble final : public ChkDskSpcDialog {
 };
 
 /// Free space cannot be asked where there is no such folder, which counts as none.
-TEST_F(ClipFilesTest, a_copy_asks_for_two_bytes_for_each_sample_of_the_channels_concerned) {
+TEST_F(ClipFilesTest, ACopyAsksForTwoBytesForEachSampleOfTheChannelsConcerned) {
     GuardDouble Guard;
     Document({1, 2, 3}, {4, 5, 6});
     TmpDir0 = Session.Path("missing");
@@ -353,7 +353,7 @@ TEST_F(ClipFilesTest, a_copy_asks_for_two_bytes_for_each_sample_of_the_channels_
     EXPECT_NE(ClipPointer, 0);
 }
 
-TEST_F(ClipFilesTest, a_paste_from_elsewhere_asks_for_the_samples_and_the_description) {
+TEST_F(ClipFilesTest, APasteFromElsewhereAsksForTheSamplesAndTheDescription) {
     GuardDouble Guard;
     const Words Description = OneBlock(" ", 1000, BlockSilence, 1, 0);
     TmpDir0 = Session.Path("missing");
@@ -376,7 +376,7 @@ TEST_F(ClipFilesTest, a_paste_from_elsewhere_asks_for_the_samples_and_the_descri
     EXPECT_EQ(Guard.Asked.size(), 3U) << "once imported, nothing is asked";
 }
 
-TEST_F(ClipFilesTest, the_folder_for_working_files_goes_while_the_program_runs) {
+TEST_F(ClipFilesTest, TheFolderForWorkingFilesGoesWhileTheProgramRuns) {
     Clip({10, 20});
     Document({1, 2, 3});
     fs::remove_all(SessionDir);
@@ -393,7 +393,7 @@ TEST_F(ClipFilesTest, the_folder_for_working_files_goes_while_the_program_runs) 
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 1, 2, 3));
 }
 
-TEST_F(ClipFilesTest, a_file_that_is_written_while_the_user_thinks_about_the_disk_is_told) {
+TEST_F(ClipFilesTest, AFileThatIsWrittenWhileTheUserThinksAboutTheDiskIsTold) {
     GuardDouble Guard;
     Guard.Answer = 1;
     const std::string Path = Session.WriteFile("song.wav", Wav({1, 2, 3}));

@@ -15,7 +15,7 @@ using ::testing::IsEmpty;
 
 using ClipImportTest = ClipImportFixture;
 
-TEST_F(ClipImportTest, a_foreign_work_file_is_read_at_once_and_never_deleted) {
+TEST_F(ClipImportTest, AForeignWorkFileIsReadAtOnceAndNeverDeleted) {
     const std::string Foreign = ForeignFile(5);
     Describe(OneBlock(Foreign, 3, BlockWorkFile, 1, 3));
     Offer(1, 3);
@@ -32,7 +32,7 @@ TEST_F(ClipImportTest, a_foreign_work_file_is_read_at_once_and_never_deleted) {
     EXPECT_TRUE(FileThere(Foreign));
 }
 
-TEST_F(ClipImportTest, the_other_process_may_end_after_the_paste) {
+TEST_F(ClipImportTest, TheOtherProcessMayEndAfterThePaste) {
     const std::string Foreign = ForeignFile(5);
     Describe(OneBlock(Foreign, 5, BlockWorkFile, 1, 1));
     Offer(1, 5);
@@ -44,7 +44,7 @@ TEST_F(ClipImportTest, the_other_process_may_end_after_the_paste) {
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4, 5, 1, 2, 3, 4, 5, 50));
 }
 
-TEST_F(ClipImportTest, pasting_twice_here_imports_nothing) {
+TEST_F(ClipImportTest, PastingTwiceHereImportsNothing) {
     Clip({10, 20});
     Document({1});
     std::filesystem::remove(AppPath + "/InfoLeft.dat");
@@ -54,7 +54,7 @@ TEST_F(ClipImportTest, pasting_twice_here_imports_nothing) {
     EXPECT_THAT(Left(), ElementsAre(10, 20, 10, 20, 1));
 }
 
-TEST_F(ClipImportTest, a_copy_can_be_read_back_from_its_description) {
+TEST_F(ClipImportTest, ACopyCanBeReadBackFromItsDescription) {
     Clip({10, 20, 0, 30}, {1, 2, 3, 4});
     const std::string Folder = SessionDir;
     // The files must outlive the clip, as those of another process do.
@@ -68,7 +68,7 @@ TEST_F(ClipImportTest, a_copy_can_be_read_back_from_its_description) {
     EXPECT_THAT(Right(), ElementsAre(1, 2, 3, 4, 8));
 }
 
-TEST_F(ClipImportTest, parts_of_files_of_every_form_come_over_exactly) {
+TEST_F(ClipImportTest, PartsOfFilesOfEveryFormComeOverExactly) {
     for (const SampleForm& Form : SampleForms) {
         const Samples All = Noise(3000 * Form.Channels, Form.Bits, 5);
         const std::string Path =
@@ -102,7 +102,7 @@ TEST_F(ClipImportTest, parts_of_files_of_every_form_come_over_exactly) {
     }
 }
 
-TEST_F(ClipImportTest, a_clip_out_of_a_file_that_its_editor_saves_over_stays_what_it_was) {
+TEST_F(ClipImportTest, AClipOutOfAFileThatItsEditorSavesOverStaysWhatItWas) {
     for (const std::int32_t Channels : {1, 2}) {
         const std::string Path = OpenedFile(Channels);
         const auto ClipL = Left();
@@ -124,7 +124,7 @@ TEST_F(ClipImportTest, a_clip_out_of_a_file_that_its_editor_saves_over_stays_wha
     }
 }
 
-TEST_F(ClipImportTest, saving_leaves_the_description_of_a_later_copy_elsewhere_alone) {
+TEST_F(ClipImportTest, SavingLeavesTheDescriptionOfALaterCopyElsewhereAlone) {
     const std::string Path = OpenedFile(1);
     Select(1, WaveStore->WavWaveINos);
     Commands.Copy();
@@ -135,7 +135,7 @@ TEST_F(ClipImportTest, saving_leaves_the_description_of_a_later_copy_elsewhere_a
     EXPECT_EQ(TestSession::ReadFile(ClipDescriptionName(AppPath, 1)), Before);
 }
 
-TEST_F(ClipImportTest, a_file_that_was_changed_after_the_copy_is_told) {
+TEST_F(ClipImportTest, AFileThatWasChangedAfterTheCopyIsTold) {
     using std::chrono::seconds;
     const std::string Path = OpenedFile(1);
     Select(1, WaveStore->WavWaveINos);
@@ -163,7 +163,7 @@ TEST_F(ClipImportTest, a_file_that_was_changed_after_the_copy_is_told) {
     EXPECT_EQ(Left(), ClipL);
 }
 
-TEST_F(ClipImportTest, a_file_of_two_channels_is_read_once_for_both) {
+TEST_F(ClipImportTest, AFileOfTwoChannelsIsReadOnceForBoth) {
     constexpr std::int32_t Frames = 200000;
     const std::string Path = Session.WriteFile(
         "a.wav",
@@ -185,7 +185,7 @@ TEST_F(ClipImportTest, a_file_of_two_channels_is_read_once_for_both) {
     EXPECT_LT(Read, Frames * 5);
 }
 
-TEST_F(ClipImportTest, a_file_with_an_older_date_that_came_after_the_copy_is_told) {
+TEST_F(ClipImportTest, AFileWithAnOlderDateThatCameAfterTheCopyIsTold) {
     const std::string Path =
         Session.WriteFile("old.wav", WavFile{.Data = AudioBytes({1, 2, 3}, 16)}.Whole());
     std::filesystem::last_write_time(Path, std::filesystem::file_time_type::clock::now() -
@@ -206,7 +206,7 @@ TEST_F(ClipImportTest, a_file_with_an_older_date_that_came_after_the_copy_is_tol
     EXPECT_THROW(ClipDescriptionCheck(Longs, 3, Described), Failure);
 }
 
-TEST_F(ClipImportTest, silence_comes_as_silence) {
+TEST_F(ClipImportTest, SilenceComesAsSilence) {
     Describe(OneBlock(" ", 1000, BlockSilence, 1, 0));
     Offer(1, 1000);
     Document({5});
@@ -216,7 +216,7 @@ TEST_F(ClipImportTest, silence_comes_as_silence) {
     EXPECT_EQ(MemoryUsed, Used);
 }
 
-TEST_F(ClipImportTest, a_clip_that_is_gone_is_told) {
+TEST_F(ClipImportTest, AClipThatIsGoneIsTold) {
     Offer(1, 3);
     ExpectRefused("no description");
     Describe(OneBlock(Session.Path("gone"), 3, BlockWorkFile, 1, 1));
@@ -225,7 +225,7 @@ TEST_F(ClipImportTest, a_clip_that_is_gone_is_told) {
     ExpectRefused("no folder");
 }
 
-TEST_F(ClipImportTest, a_damaged_description_is_told_and_changes_nothing) {
+TEST_F(ClipImportTest, ADamagedDescriptionIsToldAndChangesNothing) {
     const std::string File = ForeignFile(5);
     const Words Good = OneBlock(File, 3, BlockWorkFile, 1, 1);
     Offer(1, 3);
@@ -295,7 +295,7 @@ TEST_F(ClipImportTest, a_damaged_description_is_told_and_changes_nothing) {
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 9)) << "the undamaged one works";
 }
 
-TEST_F(ClipImportTest, a_line_of_two_channels_does_not_fit_the_description_of_one) {
+TEST_F(ClipImportTest, ALineOfTwoChannelsDoesNotFitTheDescriptionOfOne) {
     Describe(OneBlock(" ", 3, BlockSilence, 1, 0));
     ClipDescriptionWrite(ClipDescriptionName(AppPath, 2), {0});
     Offer(2, 3);
@@ -305,7 +305,7 @@ TEST_F(ClipImportTest, a_line_of_two_channels_does_not_fit_the_description_of_on
     ExpectRefused("no channel at all");
 }
 
-TEST_F(ClipImportTest, a_folder_that_may_not_be_entered_is_told) {
+TEST_F(ClipImportTest, AFolderThatMayNotBeEnteredIsTold) {
     const std::string Closed = Session.Path("closed");
     std::filesystem::create_directory(Closed);
     ClipDescriptionWrite(ClipDescriptionName(Closed, 1), OneBlock(" ", 3, BlockSilence, 1, 0));
@@ -326,7 +326,7 @@ TEST_F(ClipImportTest, a_folder_that_may_not_be_entered_is_told) {
     std::filesystem::permissions(Closed, std::filesystem::perms::owner_all);
 }
 
-TEST_F(ClipImportTest, a_failed_import_leaves_no_clip_to_paste_from) {
+TEST_F(ClipImportTest, AFailedImportLeavesNoClipToPasteFrom) {
     Clip({1, 2});
     Offer(1, 3);
     std::filesystem::remove(AppPath + "/InfoLeft.dat");

@@ -17,12 +17,12 @@ ClipMarker Example() {
     return Marker;
 }
 
-TEST(ClipMarkerTest, the_line_has_seven_fields_without_blanks) {
+TEST(ClipMarkerTest, TheLineHasSevenFieldsWithoutBlanks) {
     EXPECT_EQ(ClipMarkerLine(Example()),
               "QuorilWaveEditorClip,2,1000,8,44100,ClipPointer:12345,/home/me/sounds");
 }
 
-TEST(ClipMarkerTest, a_line_is_read_back) {
+TEST(ClipMarkerTest, ALineIsReadBack) {
     const auto Read = ClipMarkerRead(ClipMarkerLine(Example()));
     ASSERT_TRUE(Read.has_value());
     EXPECT_EQ(Read->Channels, 2);
@@ -34,13 +34,13 @@ TEST(ClipMarkerTest, a_line_is_read_back) {
     EXPECT_EQ(Read->Folder, "/home/me/sounds");
 }
 
-TEST(ClipMarkerTest, a_folder_with_a_comma_makes_a_line_that_is_none) {
+TEST(ClipMarkerTest, AFolderWithACommaMakesALineThatIsNone) {
     ClipMarker Marker = Example();
     Marker.Folder = "/home/me/rock, pop";
     EXPECT_FALSE(ClipMarkerRead(ClipMarkerLine(Marker)).has_value());
 }
 
-TEST(ClipMarkerTest, other_texts_and_wrong_fields_are_no_marker) {
+TEST(ClipMarkerTest, OtherTextsAndWrongFieldsAreNoMarker) {
     for (const char* Text :
          {"", "hello", ",,,,,,", "QuorilWaveEditorClip", "QuorilWaveEditorClip,1,10,16,8000,x",
           "quorilwaveeditorclip,1,10,16,8000,ClipPointer:1,/tmp",
@@ -53,7 +53,7 @@ TEST(ClipMarkerTest, other_texts_and_wrong_fields_are_no_marker) {
         EXPECT_FALSE(ClipMarkerRead(Text).has_value()) << Text;
 }
 
-TEST(ClipMarkerTest, a_text_of_any_length_and_of_any_bytes_is_no_marker) {
+TEST(ClipMarkerTest, ATextOfAnyLengthAndOfAnyBytesIsNoMarker) {
     std::string Line = ClipMarkerLine(Example());
     EXPECT_FALSE(ClipMarkerRead(Line + '\0').has_value());
     EXPECT_FALSE(ClipMarkerRead(Line + std::string(100000000, 'x')).has_value());
@@ -63,7 +63,7 @@ TEST(ClipMarkerTest, a_text_of_any_length_and_of_any_bytes_is_no_marker) {
     EXPECT_TRUE(ClipMarkerRead(ClipMarkerLine(Marker)).has_value());
 }
 
-TEST(ClipMarkerTest, a_field_without_a_number_of_the_clip_gives_0) {
+TEST(ClipMarkerTest, AFieldWithoutANumberOfTheClipGives0) {
     for (const char* Field :
          {"", "ClipPointer", "ClipPointer:", "ClipPointer:abc", "ClipPointer:99999999999"}) {
         const auto Read =

@@ -14,7 +14,7 @@ using ::testing::IsEmpty;
 
 using CopyFile = CopyPasteFixture;
 
-TEST_F(CopyFile, another_file_is_copied_whole_and_the_document_stays) {
+TEST_F(CopyFile, AnotherFileIsCopiedWholeAndTheDocumentStays) {
     Document({1, 2});
     WaveChanged = false;
     Windows.Choice = Session.WriteFile(
@@ -46,7 +46,7 @@ struct MenuSeen final : UndoListener {
     int FormatsShown = 0;
 };
 
-TEST_F(CopyFile, a_copy_of_another_file_leaves_what_is_known_of_the_document) {
+TEST_F(CopyFile, ACopyOfAnotherFileLeavesWhatIsKnownOfTheDocument) {
     Document({1, 2, 3, 4});
     const MenuSeen Menu;
     Select(2, 3);
@@ -85,7 +85,7 @@ TEST_F(CopyFile, a_copy_of_another_file_leaves_what_is_known_of_the_document) {
     BookmarkChanged = false;
 }
 
-TEST_F(CopyFile, a_file_that_is_no_sound_is_not_copied) {
+TEST_F(CopyFile, AFileThatIsNoSoundIsNotCopied) {
     Document({1, 2});
     Windows.Choice = Session.WriteFile("c.txt", {1, 2, 3});
     Commands.CopyFile();
@@ -98,7 +98,7 @@ TEST_F(CopyFile, a_file_that_is_no_sound_is_not_copied) {
     EXPECT_THAT(Windows.Copied, IsEmpty());
 }
 
-TEST_F(CopyFile, another_file_is_asked_for_where_the_last_one_was) {
+TEST_F(CopyFile, AnotherFileIsAskedForWhereTheLastOneWas) {
     Document({1});
     WaveDir = Session.Path("music");
     Commands.CopyFile();
@@ -114,7 +114,7 @@ TEST_F(CopyFile, another_file_is_asked_for_where_the_last_one_was) {
     EXPECT_EQ(ClipPointer, 0);
 }
 
-TEST_F(CopyFile, a_file_is_copied_with_its_own_channels_bits_and_rate) {
+TEST_F(CopyFile, AFileIsCopiedWithItsOwnChannelsBitsAndRate) {
     Document({1}, {2});
     SelBoth = false;
     SelSingle = 2;

@@ -34,7 +34,7 @@ struct Tips final : UserGuideWindow {
 
 class CopyPasteQuestions : public CopyPasteFixture {};
 
-TEST_F(CopyPasteQuestions, each_command_names_itself_and_does_nothing_when_cancelled) {
+TEST_F(CopyPasteQuestions, EachCommandNamesItselfAndDoesNothingWhenCancelled) {
     Clip({10, 20});
     const std::string Line = Slot.Held;
     Document({1, 2, 3}, {4, 5, 6});
@@ -70,7 +70,7 @@ TEST_F(CopyPasteQuestions, each_command_names_itself_and_does_nothing_when_cance
 }
 
 /// The fourth offer to a point is the point as a range.
-TEST_F(CopyPasteQuestions, one_sample_can_be_copied_cut_and_deleted) {
+TEST_F(CopyPasteQuestions, OneSampleCanBeCopiedCutAndDeleted) {
     ScriptedSelConf Dialog;
     Dialog.Index = 3;
     Document({1, 2, 3});
@@ -87,7 +87,7 @@ TEST_F(CopyPasteQuestions, one_sample_can_be_copied_cut_and_deleted) {
 }
 
 /// A paste at a range, too, goes to one point of it.
-TEST_F(CopyPasteQuestions, a_paste_at_a_range_takes_the_end_that_was_chosen) {
+TEST_F(CopyPasteQuestions, APasteAtARangeTakesTheEndThatWasChosen) {
     Clip({10, 20});
     ScriptedSelConf Dialog;
     for (const std::int32_t End : {0, 1}) {
@@ -117,7 +117,7 @@ struct RefreshCount final : ViewListener {
     int Count = 0;
 };
 
-TEST_F(CopyPasteQuestions, what_changes_the_sound_shows_it_once_and_a_copy_does_not) {
+TEST_F(CopyPasteQuestions, WhatChangesTheSoundShowsItOnceAndACopyDoesNot) {
     Clip({10, 20});
     Document({1, 2, 3, 4, 5, 6});
     RefreshCount View;
@@ -140,7 +140,7 @@ TEST_F(CopyPasteQuestions, what_changes_the_sound_shows_it_once_and_a_copy_does_
     }
 }
 
-TEST_F(CopyPasteQuestions, a_copy_that_went_well_offers_the_tip_and_a_failed_one_does_not) {
+TEST_F(CopyPasteQuestions, ACopyThatWentWellOffersTheTipAndAFailedOneDoesNot) {
     const Tips Guide;
     Document({1, 2, 3});
     Select(1, 2);
@@ -175,7 +175,7 @@ struct BrokenProgress final : ProgressReport {
     bool Shown = false;
 };
 
-TEST_F(CopyPasteQuestions, a_copy_that_breaks_off_while_it_gathers_says_that_it_failed) {
+TEST_F(CopyPasteQuestions, ACopyThatBreaksOffWhileItGathersSaysThatItFailed) {
     Clip({7, 8});
     const std::string Line = Slot.Held;
     Document({1, 2, 3});
@@ -199,7 +199,7 @@ TEST_F(CopyPasteQuestions, a_copy_that_breaks_off_while_it_gathers_says_that_it_
     EXPECT_FALSE(Progress.Shown);
 }
 
-TEST_F(CopyPasteQuestions, a_paste_that_breaks_off_while_it_computes_shows_the_error) {
+TEST_F(CopyPasteQuestions, APasteThatBreaksOffWhileItComputesShowsTheError) {
     const std::vector<std::int16_t> Long(150000, 3);
     Clip(Long);
     Document(Long);

@@ -22,7 +22,7 @@ using CopyPasteTest = CopyPasteFixture;
 constexpr const char* NoClip = "Get Wave Form from Clipboard Failed|No Waveform found (or invalid "
                                "data) in Clipboard";
 
-TEST_F(CopyPasteTest, copy_puts_a_marker_on_the_desktops_clipboard_and_leaves_the_document) {
+TEST_F(CopyPasteTest, CopyPutsAMarkerOnTheDesktopsClipboardAndLeavesTheDocument) {
     Document({1, 2, 3, 4, 5}, {6, 7, 8, 9, 10});
     WaveChanged = false;
     Select(2, 4);
@@ -43,12 +43,12 @@ TEST_F(CopyPasteTest, copy_puts_a_marker_on_the_desktops_clipboard_and_leaves_th
     EXPECT_FALSE(WaveChanged);
 }
 
-TEST_F(CopyPasteTest, the_right_description_of_a_mono_clip_is_one_zero_word) {
+TEST_F(CopyPasteTest, TheRightDescriptionOfAMonoClipIsOneZeroWord) {
     Clip({1, 2, 3});
     EXPECT_EQ(TestSession::ReadFile(AppPath + "/InfoRight.dat"), std::vector<std::uint8_t>(4, 0));
 }
 
-TEST_F(CopyPasteTest, a_copy_is_confirmed_in_samples_and_time) {
+TEST_F(CopyPasteTest, ACopyIsConfirmedInSamplesAndTime) {
     Document(std::vector<std::int16_t>(5000, 7));
     Select(1001, 3500);
     Commands.Copy();
@@ -61,7 +61,7 @@ TEST_F(CopyPasteTest, a_copy_is_confirmed_in_samples_and_time) {
               "files).");
 }
 
-TEST_F(CopyPasteTest, a_cut_is_confirmed_in_samples_and_seconds) {
+TEST_F(CopyPasteTest, ACutIsConfirmedInSamplesAndSeconds) {
     Document(std::vector<std::int16_t>(5000, 7));
     Select(1001, 3500);
     Commands.Cut();
@@ -70,7 +70,7 @@ TEST_F(CopyPasteTest, a_cut_is_confirmed_in_samples_and_seconds) {
     EXPECT_EQ(Windows.Copied[0].Second, "Duration: 2.500 Seconds");
 }
 
-TEST_F(CopyPasteTest, a_clip_of_the_right_channel_is_a_left_one) {
+TEST_F(CopyPasteTest, AClipOfTheRightChannelIsALeftOne) {
     Document({1, 2, 3}, {4, 5, 6});
     SelBoth = false;
     SelSingle = 2;
@@ -84,7 +84,7 @@ TEST_F(CopyPasteTest, a_clip_of_the_right_channel_is_a_left_one) {
     EXPECT_THAT(Left(), ElementsAre(4, 5, 0));
 }
 
-TEST_F(CopyPasteTest, cut_takes_out_what_it_copies_and_one_undo_puts_it_back) {
+TEST_F(CopyPasteTest, CutTakesOutWhatItCopiesAndOneUndoPutsItBack) {
     Document({1, 2, 3, 4, 5});
     Select(2, 3);
     Commands.Cut();
@@ -98,7 +98,7 @@ TEST_F(CopyPasteTest, cut_takes_out_what_it_copies_and_one_undo_puts_it_back) {
     EXPECT_THAT(Messages.Texts(), IsEmpty());
 }
 
-TEST_F(CopyPasteTest, delete_leaves_the_clip_alone) {
+TEST_F(CopyPasteTest, DeleteLeavesTheClipAlone) {
     Document({1, 2, 3, 4, 5});
     Select(1, 2);
     Commands.Copy();
@@ -112,7 +112,7 @@ TEST_F(CopyPasteTest, delete_leaves_the_clip_alone) {
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4, 5));
 }
 
-TEST_F(CopyPasteTest, what_was_selected_in_a_sound_that_is_gone_is_not_deleted_again) {
+TEST_F(CopyPasteTest, WhatWasSelectedInASoundThatIsGoneIsNotDeletedAgain) {
     Document({1, 2, 3}, {4, 5, 6});
     Select(1, 3);
     Commands.Delete();
@@ -132,7 +132,7 @@ TEST_F(CopyPasteTest, what_was_selected_in_a_sound_that_is_gone_is_not_deleted_a
     EXPECT_EQ(WaveStore->UndoCount(), 0);
 }
 
-TEST_F(CopyPasteTest, a_copy_that_fails_says_so_and_a_cut_then_deletes_nothing) {
+TEST_F(CopyPasteTest, ACopyThatFailsSaysSoAndACutThenDeletesNothing) {
     Document({1, 2, 3});
     const std::string Folder = AppPath;
     AppPath = Session.Path("missing");
@@ -148,7 +148,7 @@ TEST_F(CopyPasteTest, a_copy_that_fails_says_so_and_a_cut_then_deletes_nothing) 
     AppPath = Folder;
 }
 
-TEST_F(CopyPasteTest, replace_takes_the_place_of_as_many_and_runs_past_the_end) {
+TEST_F(CopyPasteTest, ReplaceTakesThePlaceOfAsManyAndRunsPastTheEnd) {
     Clip({10, 20, 30});
     Document({1, 2, 3, 4, 5});
     PasteAt(PasteReplace, 2);
@@ -161,7 +161,7 @@ TEST_F(CopyPasteTest, replace_takes_the_place_of_as_many_and_runs_past_the_end) 
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3, 4, 5));
 }
 
-TEST_F(CopyPasteTest, insert_at_the_last_sample_goes_before_it) {
+TEST_F(CopyPasteTest, InsertAtTheLastSampleGoesBeforeIt) {
     Clip({10, 20});
     Document({1, 2, 3});
     PasteAt(PasteInsert, 3);
@@ -169,7 +169,7 @@ TEST_F(CopyPasteTest, insert_at_the_last_sample_goes_before_it) {
     EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Insert");
 }
 
-TEST_F(CopyPasteTest, every_paste_into_an_empty_sound_takes_the_whole_clip_at_either_end) {
+TEST_F(CopyPasteTest, EveryPasteIntoAnEmptySoundTakesTheWholeClipAtEitherEnd) {
     Clip({10, 20, 30});
     for (std::int32_t Mode = PasteReplace; Mode <= PasteCrossFade; ++Mode)
         for (const std::int32_t End : {0, 1}) {
@@ -192,7 +192,7 @@ TEST_F(CopyPasteTest, every_paste_into_an_empty_sound_takes_the_whole_clip_at_ei
         }
 }
 
-TEST_F(CopyPasteTest, a_mono_clip_fills_both_channels) {
+TEST_F(CopyPasteTest, AMonoClipFillsBothChannels) {
     Clip({10, 20});
     Document({1, 2}, {3, 4});
     PasteAt(PasteInsert, 2);
@@ -200,7 +200,7 @@ TEST_F(CopyPasteTest, a_mono_clip_fills_both_channels) {
     EXPECT_THAT(Right(), ElementsAre(3, 10, 20, 4));
 }
 
-TEST_F(CopyPasteTest, a_channel_takes_its_own_of_a_stereo_clip) {
+TEST_F(CopyPasteTest, AChannelTakesItsOwnOfAStereoClip) {
     Clip({10, 20}, {30, 40});
     Document({1, 2}, {3, 4});
     SelBoth = false;
@@ -218,7 +218,7 @@ std::vector<std::int16_t> SamplesOf(const std::unique_ptr<BlockCarrBuffClass>& C
     return Samples;
 }
 
-TEST_F(CopyPasteTest, a_channel_that_is_not_wanted_gets_none_of_a_mono_clip_and_its_own_of_stereo) {
+TEST_F(CopyPasteTest, AChannelThatIsNotWantedGetsNoneOfAMonoClipAndItsOwnOfStereo) {
     const std::vector<std::int16_t> None;
     struct Row {
         std::vector<std::int16_t> ClipR;
@@ -240,7 +240,7 @@ TEST_F(CopyPasteTest, a_channel_that_is_not_wanted_gets_none_of_a_mono_clip_and_
     }
 }
 
-TEST_F(CopyPasteTest, only_the_channels_in_use_change_their_bits) {
+TEST_F(CopyPasteTest, OnlyTheChannelsInUseChangeTheirBits) {
     for (const std::int32_t WorkChn : {0, 1, 2}) {
         Clip({256, 512}, {768, 1024});
         Document({5, 5}, {6, 6}, 8);
@@ -258,7 +258,7 @@ TEST_F(CopyPasteTest, only_the_channels_in_use_change_their_bits) {
     }
 }
 
-TEST_F(CopyPasteTest, a_mono_document_takes_the_left_channel_of_a_stereo_clip) {
+TEST_F(CopyPasteTest, AMonoDocumentTakesTheLeftChannelOfAStereoClip) {
     Clip({10, 20}, {30, 40});
     for (const std::int32_t Mode : {PasteInsert, PasteReplace, PasteMix}) {
         Document({1, 2, 3});
@@ -273,7 +273,7 @@ TEST_F(CopyPasteTest, a_mono_document_takes_the_left_channel_of_a_stereo_clip) {
     EXPECT_THAT(Left(), ElementsAre(1, 10, 20));
 }
 
-TEST_F(CopyPasteTest, a_clip_outlives_the_undo_data_and_the_samples_that_it_was_taken_from) {
+TEST_F(CopyPasteTest, AClipOutlivesTheUndoDataAndTheSamplesThatItWasTakenFrom) {
     Document({1, 2, 3, 4, 5}, {6, 7, 8, 9, 10});
     Select(2, 4);
     Commands.Cut();
@@ -293,7 +293,7 @@ TEST_F(CopyPasteTest, a_clip_outlives_the_undo_data_and_the_samples_that_it_was_
     EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get(), ClipCarrR.get()}), "");
 }
 
-TEST_F(CopyPasteTest, a_paste_shows_dark_green_progress_from_0_and_hides_it_before_it_says_a_word) {
+TEST_F(CopyPasteTest, APasteShowsDarkGreenProgressFrom0AndHidesItBeforeItSaysAWord) {
     Clip({1, 2});
     Document({3});
     std::vector<std::string> Lines;
@@ -307,7 +307,7 @@ TEST_F(CopyPasteTest, a_paste_shows_dark_green_progress_from_0_and_hides_it_befo
                                    "0.000", "hide", std::string("message ") + NoClip));
 }
 
-TEST_F(CopyPasteTest, the_number_of_a_clip_is_drawn_new_for_every_copy) {
+TEST_F(CopyPasteTest, TheNumberOfAClipIsDrawnNewForEveryCopy) {
     std::set<std::int32_t> Numbers;
     for (int Round = 0; Round < 20; ++Round) {
         Clip({1, 2});
@@ -318,7 +318,7 @@ TEST_F(CopyPasteTest, the_number_of_a_clip_is_drawn_new_for_every_copy) {
     EXPECT_GE(Numbers.size(), 18U);
 }
 
-TEST_F(CopyPasteTest, other_texts_on_the_clipboard_are_no_clip) {
+TEST_F(CopyPasteTest, OtherTextsOnTheClipboardAreNoClip) {
     Document({1, 2, 3});
     for (const char* Text :
          {"", "some words", "QuorilWaveEditorClip,1,0,16,1000,ClipPointer:5,/"}) {
@@ -329,7 +329,7 @@ TEST_F(CopyPasteTest, other_texts_on_the_clipboard_are_no_clip) {
     EXPECT_THAT(Left(), ElementsAre(1, 2, 3));
 }
 
-TEST_F(CopyPasteTest, a_folder_with_a_comma_cannot_be_pasted_from_even_here) {
+TEST_F(CopyPasteTest, AFolderWithACommaCannotBePastedFromEvenHere) {
     const std::string Folder = AppPath;
     AppPath = Session.Path("a,b");
     std::filesystem::create_directory(AppPath);
@@ -341,7 +341,7 @@ TEST_F(CopyPasteTest, a_folder_with_a_comma_cannot_be_pasted_from_even_here) {
     AppPath = Folder;
 }
 
-TEST_F(CopyPasteTest, another_rate_is_asked_about_and_no_is_no_clip) {
+TEST_F(CopyPasteTest, AnotherRateIsAskedAboutAndNoIsNoClip) {
     Clip({10, 20});
     Document({1});
     WaveStore->WavFmtFreq = 8000;
@@ -359,21 +359,21 @@ TEST_F(CopyPasteTest, another_rate_is_asked_about_and_no_is_no_clip) {
     EXPECT_THAT(Left(), ElementsAre(10, 20, 1));
 }
 
-TEST_F(CopyPasteTest, samples_of_8_bits_are_scaled_to_16) {
+TEST_F(CopyPasteTest, SamplesOf8BitsAreScaledTo16) {
     Clip({-128, 127, 0, 1}, {}, 8);
     Document({5});
     PasteAt(PasteInsert, 1);
     EXPECT_THAT(Left(), ElementsAre(-32640, 32385, 0, 255, 5));
 }
 
-TEST_F(CopyPasteTest, samples_of_16_bits_are_rounded_to_8_with_ties_to_even) {
+TEST_F(CopyPasteTest, SamplesOf16BitsAreRoundedTo8WithTiesToEven) {
     Clip({32767, -32768, 128, 384, -128, -384, 129, 255});
     Document({5}, {}, 8);
     PasteAt(PasteInsert, 1);
     EXPECT_THAT(Left(), ElementsAre(128, -128, 0, 2, 0, -2, 1, 1, 5));
 }
 
-TEST_F(CopyPasteTest, what_8_bits_cannot_hold_is_pasted_and_refused_by_a_writer) {
+TEST_F(CopyPasteTest, What8BitsCannotHoldIsPastedAndRefusedByAWriter) {
     Clip({32767, 32639}); // becomes 128 and 127
     Document({5}, {}, 8);
     PasteAt(PasteInsert, 1);
@@ -386,7 +386,7 @@ TEST_F(CopyPasteTest, what_8_bits_cannot_hold_is_pasted_and_refused_by_a_writer)
     EXPECT_TRUE(OpenSaveClass().FileWriteWave(*WaveStore, Session.Path("8.wav")));
 }
 
-TEST_F(CopyPasteTest, what_neither_8_nor_16_bits_can_hold_is_told_and_not_pasted) {
+TEST_F(CopyPasteTest, WhatNeither8Nor16BitsCanHoldIsToldAndNotPasted) {
     Clip({127, 129}, {}, 8);
     Document({5});
     PasteAt(PasteInsert, 1);
@@ -396,7 +396,7 @@ TEST_F(CopyPasteTest, what_neither_8_nor_16_bits_can_hold_is_told_and_not_pasted
     EXPECT_EQ(BrokenRule(*WaveStore, {ClipCarrL.get()}), "");
 }
 
-TEST_F(CopyPasteTest, a_change_of_bits_leaves_the_clip_as_it_is) {
+TEST_F(CopyPasteTest, AChangeOfBitsLeavesTheClipAsItIs) {
     Clip({256, 512});
     Document({5}, {}, 8);
     PasteAt(PasteInsert, 1);
@@ -405,7 +405,7 @@ TEST_F(CopyPasteTest, a_change_of_bits_leaves_the_clip_as_it_is) {
     EXPECT_THAT(Left(), ElementsAre(256, 512, 5));
 }
 
-TEST_F(CopyPasteTest, a_mono_clip_on_both_channels_takes_no_more_room_than_on_one) {
+TEST_F(CopyPasteTest, AMonoClipOnBothChannelsTakesNoMoreRoomThanOnOne) {
     Clip(std::vector<std::int16_t>(100000, 3));
     Document({1}, {2});
     const std::int32_t Used = MemoryUsed;
@@ -421,7 +421,7 @@ TEST_F(CopyPasteTest, a_mono_clip_on_both_channels_takes_no_more_room_than_on_on
     EXPECT_EQ(std::get<0>(At(WaveStore->BlocksL())), BlockWorkFile);
 }
 
-TEST_F(CopyPasteTest, the_clip_ends_with_the_program_and_takes_its_line_along) {
+TEST_F(CopyPasteTest, TheClipEndsWithTheProgramAndTakesItsLineAlong) {
     Clip({1, 2});
     ClearClipboard();
     EXPECT_EQ(Slot.Held, "");
@@ -429,7 +429,7 @@ TEST_F(CopyPasteTest, the_clip_ends_with_the_program_and_takes_its_line_along) {
     EXPECT_EQ(ClipCarrL, nullptr);
 }
 
-TEST_F(CopyPasteTest, what_another_program_put_there_since_stays) {
+TEST_F(CopyPasteTest, WhatAnotherProgramPutThereSinceStays) {
     Clip({1, 2});
     Slot.Held = "a shopping list";
     ClearClipboard();
@@ -442,7 +442,7 @@ TEST_F(CopyPasteTest, what_another_program_put_there_since_stays) {
     EXPECT_EQ(ClipCarrL, nullptr);
 }
 
-TEST_F(CopyPasteTest, copy_cut_paste_and_undo_read_no_sample_of_a_file) {
+TEST_F(CopyPasteTest, CopyCutPasteAndUndoReadNoSampleOfAFile) {
     const std::string Path = Session.WriteFile(
         "a.wav", WavFile{.Rate = 1000, .Data = AudioBytes(Noise(9000, 16, 3), 16)}.Whole());
     bool Loaded = false;
@@ -471,7 +471,7 @@ TEST_F(CopyPasteTest, copy_cut_paste_and_undo_read_no_sample_of_a_file) {
 // ---- A full disk
 
 /// Free space cannot be asked where there is no such folder, which counts as none.
-TEST_F(CopyPasteTest, a_refused_copy_keeps_the_clip_before_and_a_refused_mix_the_document) {
+TEST_F(CopyPasteTest, ARefusedCopyKeepsTheClipBeforeAndARefusedMixTheDocument) {
     Clip({10, 20});
     const std::string Line = Slot.Held;
     Document({1, 2, 3});

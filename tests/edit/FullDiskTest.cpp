@@ -121,7 +121,7 @@ class FullDiskTest : public CopyPasteFixture {
     }
 };
 
-TEST_F(FullDiskTest, in_the_middle_of_a_paste_that_computes) {
+TEST_F(FullDiskTest, InTheMiddleOfAPasteThatComputes) {
     Clip(Noise(Count, 16, 1));
     Opened(1);
     for (const auto& [Mode, Name] :
@@ -130,7 +130,7 @@ TEST_F(FullDiskTest, in_the_middle_of_a_paste_that_computes) {
         FailsAndThenWorks([&, Used = Mode] { PasteAt(Used, 1000); }, 0.6F, Name);
 }
 
-TEST_F(FullDiskTest, in_the_second_channel_of_a_paste_that_computes) {
+TEST_F(FullDiskTest, InTheSecondChannelOfAPasteThatComputes) {
     Clip(Noise(Count, 16, 1), Noise(Count, 16, 2));
     Opened(2);
     for (const auto& [Mode, Name] :
@@ -139,7 +139,7 @@ TEST_F(FullDiskTest, in_the_second_channel_of_a_paste_that_computes) {
         FailsAndThenWorks([&, Used = Mode] { PasteAt(Used, 1000); }, 0.8F, Name);
 }
 
-TEST_F(FullDiskTest, in_the_middle_of_a_lap) {
+TEST_F(FullDiskTest, InTheMiddleOfALap) {
     LapChosen Chosen;
     Opened(2);
     for (const std::int32_t Style : {LapSmooth, LapSimple}) {
@@ -154,7 +154,7 @@ TEST_F(FullDiskTest, in_the_middle_of_a_lap) {
 }
 
 /// The samples are there, and what is left to do is their way into the document.
-TEST_F(FullDiskTest, when_the_samples_are_computed) {
+TEST_F(FullDiskTest, WhenTheSamplesAreComputed) {
     Clip(Noise(Count, 16, 1), Noise(Count, 16, 2));
     Opened(2);
     FailsAndThenWorks([this] { PasteAt(PasteMix, 1000); }, 0.985F, "Paste Mix");
@@ -208,13 +208,13 @@ class FullDiskEdits : public FullDiskTest {
     BlockCarrBuffClass FewSilent;
 };
 
-TEST_F(FullDiskEdits, a_delete_changes_both_channels_or_none) {
+TEST_F(FullDiskEdits, ADeleteChangesBothChannelsOrNone) {
     ExpectWholeOrNothing("Delete",
                          [] { WaveStore->WaveDataDelete(1000, 0, 5000, "Delete", true); });
 }
 
 /// The tail lies on a border, and the front ends within a block of memory.
-TEST_F(FullDiskEdits, a_trim_takes_both_ends_off_or_none) {
+TEST_F(FullDiskEdits, ATrimTakesBothEndsOffOrNone) {
     WaveStore->WaveDataInsert(Count + 1, 0, &FewSilent, &FewSilent, "", true);
     WaveStore->UndoInfoReset();
     ExpectWholeOrNothing("Trim", [] {
@@ -224,7 +224,7 @@ TEST_F(FullDiskEdits, a_trim_takes_both_ends_off_or_none) {
     });
 }
 
-TEST_F(FullDiskEdits, an_insert_changes_both_channels_or_none) {
+TEST_F(FullDiskEdits, AnInsertChangesBothChannelsOrNone) {
     ExpectWholeOrNothing("Insert in a block", [this] {
         WaveStore->WaveDataInsert(1000, 0, &FewSilent, &FewSilent, "Insert", true);
     });
@@ -233,7 +233,7 @@ TEST_F(FullDiskEdits, an_insert_changes_both_channels_or_none) {
     });
 }
 
-TEST_F(FullDiskEdits, a_replace_takes_nothing_out_that_it_cannot_replace) {
+TEST_F(FullDiskEdits, AReplaceTakesNothingOutThatItCannotReplace) {
     ExpectWholeOrNothing("Replace in a block", [this] {
         WaveStore->WaveDataReplace(1000, 0, &FewSilent, &FewSilent, "Replace", true);
     });
@@ -242,7 +242,7 @@ TEST_F(FullDiskEdits, a_replace_takes_nothing_out_that_it_cannot_replace) {
     });
 }
 
-TEST_F(FullDiskEdits, an_exchange_takes_nothing_out_that_it_cannot_replace) {
+TEST_F(FullDiskEdits, AnExchangeTakesNothingOutThatItCannotReplace) {
     ExpectWholeOrNothing("Exchange", [this] {
         WaveStore->WaveDataExchange(1, 0, Count, &FewSilent, &Memory, "Exchange", true);
     });

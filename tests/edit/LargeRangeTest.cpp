@@ -38,7 +38,7 @@ class LargeRange : public CopyPasteFixture {
     }
 };
 
-TEST_F(LargeRange, copy_cut_paste_and_undo_read_only_at_borders) {
+TEST_F(LargeRange, CopyCutPasteAndUndoReadOnlyAtBorders) {
     OpenAsDocument(Session.Path("long.wav"));
     SelBoth = true;
     Select(10000001, 10000000 + Clipped);
@@ -59,7 +59,7 @@ TEST_F(LargeRange, copy_cut_paste_and_undo_read_only_at_borders) {
     EXPECT_EQ(BrokenRule(*WaveStore), "");
 }
 
-TEST_F(LargeRange, a_stereo_clip_of_another_process_is_read_once) {
+TEST_F(LargeRange, AStereoClipOfAnotherProcessIsReadOnce) {
     constexpr std::int32_t Length = 10000000;
     OpenAsDocument(Session.Path("long.wav"));
     SelBoth = true;

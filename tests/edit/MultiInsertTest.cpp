@@ -12,7 +12,7 @@ using ::testing::IsEmpty;
 
 using MultiInsert = CopyPasteFixture;
 
-TEST_F(MultiInsert, multi_insert_asks_how_often_and_is_one_undo_step) {
+TEST_F(MultiInsert, MultiInsertAsksHowOftenAndIsOneUndoStep) {
     Clip({10, 20});
     Document({1, 2});
     Messages.AnswerInput("3");
@@ -27,7 +27,7 @@ TEST_F(MultiInsert, multi_insert_asks_how_often_and_is_one_undo_step) {
     EXPECT_THAT(Left(), ElementsAre(1, 2));
 }
 
-TEST_F(MultiInsert, multi_insert_takes_1_to_10000_and_leading_numbers) {
+TEST_F(MultiInsert, MultiInsertTakes1To10000AndLeadingNumbers) {
     Clip({10});
     Document({1});
     for (const char* Text : {"0", "10001", "-3", "abc"}) {
@@ -46,7 +46,7 @@ TEST_F(MultiInsert, multi_insert_takes_1_to_10000_and_leading_numbers) {
     EXPECT_EQ(Left().size(), 10004U);
 }
 
-TEST_F(MultiInsert, a_cancelled_multi_insert_leaves_everything) {
+TEST_F(MultiInsert, ACancelledMultiInsertLeavesEverything) {
     Clip({10});
     Document({1});
     Commands.MultiPasteTimes = 7;
@@ -58,7 +58,7 @@ TEST_F(MultiInsert, a_cancelled_multi_insert_leaves_everything) {
     EXPECT_THAT(Left(), ElementsAre(1));
 }
 
-TEST_F(MultiInsert, ten_thousand_insertions_and_their_undo_take_less_than_two_seconds_each) {
+TEST_F(MultiInsert, TenThousandInsertionsAndTheirUndoTakeLessThanTwoSecondsEach) {
     Clip({10, 20, 30}, {40, 50, 60});
     Document({1, 2}, {3, 4});
     Messages.AnswerInput("10000");
@@ -74,7 +74,7 @@ TEST_F(MultiInsert, ten_thousand_insertions_and_their_undo_take_less_than_two_se
     EXPECT_THAT(Right(), ElementsAre(3, 4));
 }
 
-TEST_F(MultiInsert, multi_insert_offers_5_and_then_the_last_number) {
+TEST_F(MultiInsert, MultiInsertOffers5AndThenTheLastNumber) {
     Clip({10, 20});
     Document({1});
     PasteAt(PasteMultiInsert, 1);
@@ -103,7 +103,7 @@ struct PointerSeen final : UserMessages {
     std::vector<int> Seen;
 };
 
-TEST_F(MultiInsert, the_pointer_is_not_busy_while_multi_insert_asks) {
+TEST_F(MultiInsert, ThePointerIsNotBusyWhileMultiInsertAsks) {
     Clip({10});
     Document({1});
     PointerSeen Asked(BusyDepth);
@@ -112,7 +112,7 @@ TEST_F(MultiInsert, the_pointer_is_not_busy_while_multi_insert_asks) {
     EXPECT_THAT(Left(), ElementsAre(10, 10, 1));
 }
 
-TEST_F(MultiInsert, multi_insert_rounds_to_whole_times) {
+TEST_F(MultiInsert, MultiInsertRoundsToWholeTimes) {
     Clip({10});
     const std::pair<const char*, std::size_t> Rows[] = {
         {"0.6", 1}, {"2.5", 2}, {"3.5", 4}, {"1e1", 10}, {" 2", 2}, {"2,9", 2}, {"10000.4", 10000}};
@@ -134,7 +134,7 @@ TEST_F(MultiInsert, multi_insert_rounds_to_whole_times) {
 }
 
 /// Silence costs no room, so that such lengths are quick.
-TEST_F(MultiInsert, a_sound_beyond_32_bits_is_refused_with_nothing_changed) {
+TEST_F(MultiInsert, ASoundBeyond32BitsIsRefusedWithNothingChanged) {
     const auto Silence = [](std::int32_t Count) {
         auto Carrier = std::make_unique<BlockCarrBuffClass>();
         Carrier->ReDimSize(Count);

@@ -285,7 +285,7 @@ const std::vector<PastedRow>& PastedRows() {
 
 class PasteComputing : public CopyPasteFixture {};
 
-TEST_F(PasteComputing, gives_the_values_worked_out_in_all_modes_depths_and_channels) {
+TEST_F(PasteComputing, GivesTheValuesWorkedOutInAllModesDepthsAndChannels) {
     for (const PastedRow& Row : PastedRows()) {
         SCOPED_TRACE(fmt::format("mode {}, {} bits, channel {}, {} samples at {} of {}", Row.Mode,
                                  Row.Bits, Row.WorkChn, Row.ClipL.size(), Row.Pos,
@@ -305,7 +305,7 @@ TEST_F(PasteComputing, gives_the_values_worked_out_in_all_modes_depths_and_chann
     EXPECT_THAT(Messages.Texts(), ::testing::IsEmpty());
 }
 
-TEST_F(PasteComputing, gives_the_same_without_undo) {
+TEST_F(PasteComputing, GivesTheSameWithoutUndo) {
     for (const PastedRow& Row : PastedRows()) {
         UndoOptionON = true;
         Clip(Row.ClipL, Row.ClipR, Row.Bits);
@@ -328,7 +328,7 @@ std::vector<std::string> MovesOfColor(const std::vector<std::string>& Lines,
     return {From, std::find(From, Lines.end(), "hide")};
 }
 
-TEST_F(PasteComputing, tells_every_100000_samples_how_far_it_has_come) {
+TEST_F(PasteComputing, TellsEvery100000SamplesHowFarItHasCome) {
     constexpr std::size_t Count = 250000;
     const Samples Long(Count, 3);
     struct Row {
@@ -372,7 +372,7 @@ struct DiskAsked final : ChkDskSpcDialog {
 };
 
 /// Where there is no such folder, no space is free.
-TEST_F(PasteComputing, asks_the_disk_for_4_bytes_per_sample_and_channel_and_replace_does_not_ask) {
+TEST_F(PasteComputing, AsksTheDiskFor4BytesPerSampleAndChannelAndReplaceDoesNotAsk) {
     Clip({1, 2, 3});
     Document({10, 20, 30, 40}, {50, 60, 70, 80});
     DiskAsked Disk;
@@ -396,7 +396,7 @@ TEST_F(PasteComputing, asks_the_disk_for_4_bytes_per_sample_and_channel_and_repl
     EXPECT_THAT(Disk.Needs, ::testing::IsEmpty());
 }
 
-TEST_F(PasteComputing, mix_limits_and_pastes_what_runs_past_the_end_unmixed) {
+TEST_F(PasteComputing, MixLimitsAndPastesWhatRunsPastTheEndUnmixed) {
     Clip({32767, -32768, 100, 200, 300});
     Document({5, 32767, -32768, 1});
     PasteAt(PasteMix, 2);
@@ -406,7 +406,7 @@ TEST_F(PasteComputing, mix_limits_and_pastes_what_runs_past_the_end_unmixed) {
     EXPECT_THAT(Left(), ElementsAre(5, 32767, -32768, 1));
 }
 
-TEST_F(PasteComputing, mix_works_on_both_channels) {
+TEST_F(PasteComputing, MixWorksOnBothChannels) {
     Clip({1, 2}, {3, 4});
     Document({10, 20, 30}, {40, 50, 60});
     PasteAt(PasteMix, 2);
@@ -414,7 +414,7 @@ TEST_F(PasteComputing, mix_works_on_both_channels) {
     EXPECT_THAT(Right(), ElementsAre(40, 53, 64));
 }
 
-TEST_F(PasteComputing, a_silent_clip_modulates_to_silence) {
+TEST_F(PasteComputing, ASilentClipModulatesToSilence) {
     Clip({0, 0});
     Document({100, 200, 300});
     PasteAt(PasteModulate, 2);
@@ -422,21 +422,21 @@ TEST_F(PasteComputing, a_silent_clip_modulates_to_silence) {
     EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Modulate");
 }
 
-TEST_F(PasteComputing, a_full_scale_clip_keeps_95_percent) {
+TEST_F(PasteComputing, AFullScaleClipKeeps95Percent) {
     Clip({32767, -32767});
     Document({10000, -10000});
     PasteAt(PasteModulate, 1);
     EXPECT_THAT(Left(), ElementsAre(9500, -9500));
 }
 
-TEST_F(PasteComputing, cross_fade_over_one_sample_gives_the_documents) {
+TEST_F(PasteComputing, CrossFadeOverOneSampleGivesTheDocuments) {
     Clip({1000});
     Document({7, 8, 9});
     PasteAt(PasteCrossFade, 2);
     EXPECT_THAT(Left(), ElementsAre(7, 8, 9));
 }
 
-TEST_F(PasteComputing, cross_fade_counts_over_the_whole_range) {
+TEST_F(PasteComputing, CrossFadeCountsOverTheWholeRange) {
     Clip({0, 0, 0, 0});
     Document({1000, 1000, 1000, 1000});
     PasteAt(PasteCrossFade, 1);
@@ -444,7 +444,7 @@ TEST_F(PasteComputing, cross_fade_counts_over_the_whole_range) {
     EXPECT_EQ(WaveStore->UndoRecords().back().UndoName, "Paste Cross Fade");
 }
 
-TEST_F(PasteComputing, a_mix_over_many_runs_and_blocks_is_right_everywhere) {
+TEST_F(PasteComputing, AMixOverManyRunsAndBlocksIsRightEverywhere) {
     const auto ClipSamples = Noise(250001, 16, 1);
     const auto DocSamples = Noise(250001, 16, 2);
     Clip(ClipSamples);

@@ -14,12 +14,12 @@ namespace {
 
 using Samples = std::vector<std::int16_t>;
 
-TEST(PasteKernelTest, the_limit_is_that_of_the_bits) {
+TEST(PasteKernelTest, TheLimitIsThatOfTheBits) {
     EXPECT_EQ(PasteMaxSample(8), 127);
     EXPECT_EQ(PasteMaxSample(16), 32767);
 }
 
-TEST(PasteKernelTest, mix_adds_and_limits) {
+TEST(PasteKernelTest, MixAddsAndLimits) {
     const Samples Clip = {100, 32767, -32768, 20000, -20000, 0};
     const Samples Doc = {-30, 32767, -32768, 12767, -12768, -32768};
     Samples Out(6);
@@ -32,7 +32,7 @@ TEST(PasteKernelTest, mix_adds_and_limits) {
     EXPECT_EQ(Out8, (Samples{127, -127, 11}));
 }
 
-TEST(PasteKernelTest, modulate_takes_the_size_from_the_clip_and_the_sign_from_the_document) {
+TEST(PasteKernelTest, ModulateTakesTheSizeFromTheClipAndTheSignFromTheDocument) {
     // 0.95 x 10000 = 9500; half scale 16384 / 32767 x 0.95 x 10000 = 4750.14...;
     // 0.95 x 32768 / 32767 x 32767 = 31129.6; 0.95 x -32768 = -31129.6.
     const Samples Clip = {32767, -32767, 16384, 0, -32768, 32767};
@@ -42,7 +42,7 @@ TEST(PasteKernelTest, modulate_takes_the_size_from_the_clip_and_the_sign_from_th
     EXPECT_EQ(Out, (Samples{9500, -9500, 4750, 0, 31130, -31130}));
 }
 
-TEST(PasteKernelTest, modulate_limits) {
+TEST(PasteKernelTest, ModulateLimits) {
     const Samples Clip = {128};
     const Samples Doc = {-128};
     Samples Out(1);
@@ -50,7 +50,7 @@ TEST(PasteKernelTest, modulate_limits) {
     EXPECT_EQ(Out, Samples{-100});
 }
 
-TEST(PasteKernelTest, cross_fade_goes_from_the_clip_to_the_document) {
+TEST(PasteKernelTest, CrossFadeGoesFromTheClipToTheDocument) {
     // x = 1/4, 2/4, 3/4, 1 of the document's 1000 and 1 - x of the clip's 0.
     const Samples Clip(4, 0);
     const Samples Doc(4, 1000);
@@ -68,7 +68,7 @@ TEST(PasteKernelTest, cross_fade_goes_from_the_clip_to_the_document) {
     }
 }
 
-TEST(PasteKernelTest, cross_fade_weighs_in_single_precision) {
+TEST(PasteKernelTest, CrossFadeWeighsInSinglePrecision) {
     // 1/3 in single precision is above a third: 32767/3 = 10922.33, and 0.3333333433 x 32767 =
     // 10922.3336; 2/3 gives 21844.668.
     const Samples Clip(3, 0);
@@ -81,7 +81,7 @@ TEST(PasteKernelTest, cross_fade_weighs_in_single_precision) {
     EXPECT_EQ(Out[0], 1);
 }
 
-TEST(PasteKernelTest, runs_of_any_length_give_the_same_as_single_samples) {
+TEST(PasteKernelTest, RunsOfAnyLengthGiveTheSameAsSingleSamples) {
     Samples Clip(1003);
     Samples Doc(1003);
     for (std::size_t i = 0; i < Clip.size(); ++i) {
@@ -107,7 +107,7 @@ std::int16_t CrossFaded(std::int16_t Clip, std::int16_t Doc, std::int32_t i, std
     return static_cast<std::int16_t>(std::clamp(RoundToLong(Sum), -Max, Max));
 }
 
-TEST(PasteKernelTest, cross_fade_keeps_single_precision_at_every_place_of_long_stretches) {
+TEST(PasteKernelTest, CrossFadeKeepsSinglePrecisionAtEveryPlaceOfLongStretches) {
     std::mt19937 Random(11);
     constexpr std::int32_t Length = 5000;
     Samples Clip(Length);
@@ -133,7 +133,7 @@ TEST(PasteKernelTest, cross_fade_keeps_single_precision_at_every_place_of_long_s
     }
 }
 
-TEST(PasteKernelTest, the_peak_is_the_largest_absolute_value) {
+TEST(PasteKernelTest, ThePeakIsTheLargestAbsoluteValue) {
     EXPECT_EQ(PeakOfRun(Samples{3, -32768, 32767}), 32768);
     EXPECT_EQ(PeakOfRun(Samples{}), 0);
 }

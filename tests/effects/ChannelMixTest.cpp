@@ -61,7 +61,7 @@ void ExpectMix(const Samples& L, const Samples& R, std::int32_t Bits) {
     }
 }
 
-TEST(MixKernels, every_pair_of_8_bits_is_exact) {
+TEST(MixKernels, EveryPairOf8BitsIsExact) {
     Samples L;
     Samples R;
     for (std::int32_t A = -128; A <= 127; ++A)
@@ -72,7 +72,7 @@ TEST(MixKernels, every_pair_of_8_bits_is_exact) {
     ExpectMix(L, R, 8);
 }
 
-TEST(MixKernels, every_value_of_16_bits_is_exact_beside_every_kind_of_other) {
+TEST(MixKernels, EveryValueOf16BitsIsExactBesideEveryKindOfOther) {
     Samples All;
     for (std::int32_t Value = -32768; Value <= 32767; ++Value)
         All.push_back(static_cast<std::int16_t>(Value));
@@ -93,7 +93,7 @@ TEST(MixKernels, every_value_of_16_bits_is_exact_beside_every_kind_of_other) {
     ExpectMix(Scattered, All, 16);
 }
 
-TEST(MixKernels, runs_of_every_length_are_exact) {
+TEST(MixKernels, RunsOfEveryLengthAreExact) {
     for (std::size_t Count = 0; Count < 70; ++Count) {
         Samples L;
         Samples R;
@@ -152,7 +152,7 @@ class ChannelMixTest : public EffectTest {
     const std::string BothOnly = "This function works only if you select both channels";
 };
 
-TEST_F(ChannelMixTest, every_pair_of_sources_comes_out_across_borders_of_blocks) {
+TEST_F(ChannelMixTest, EveryPairOfSourcesComesOutAcrossBordersOfBlocks) {
     for (const std::int32_t Bits : {8, 16}) {
         const Samples Extra = Noise(700, Bits, 3);
         Document(Noise(12000, Bits, 1), Noise(12000, Bits, 2), Bits, 3001);
@@ -177,14 +177,14 @@ TEST_F(ChannelMixTest, every_pair_of_sources_comes_out_across_borders_of_blocks)
     }
 }
 
-TEST_F(ChannelMixTest, every_pair_of_sources_comes_out_of_an_opened_file) {
+TEST_F(ChannelMixTest, EveryPairOfSourcesComesOutOfAnOpenedFile) {
     for (const std::int32_t Bits : {8, 16}) {
         Open(5000, Bits);
         ExpectAllPairs();
     }
 }
 
-TEST_F(ChannelMixTest, an_opened_file_is_read_once_for_both_channels) {
+TEST_F(ChannelMixTest, AnOpenedFileIsReadOnceForBothChannels) {
     constexpr std::int32_t Frames = 2000000;
     MakeLongWav(Session.Path("long.wav"), Frames);
     for (const auto& [A, B] :
@@ -200,7 +200,7 @@ TEST_F(ChannelMixTest, an_opened_file_is_read_once_for_both_channels) {
     }
 }
 
-TEST_F(ChannelMixTest, channels_of_an_opened_file_that_have_changed_places_come_out) {
+TEST_F(ChannelMixTest, ChannelsOfAnOpenedFileThatHaveChangedPlacesComeOut) {
     Open(5000, 16);
     InterchangeChannels();
     WaveStore->UndoInfoReset();
@@ -224,7 +224,7 @@ TEST_F(ChannelMixTest, channels_of_an_opened_file_that_have_changed_places_come_
     EXPECT_TRUE(Right() == Mixed(MixLeftLessRight, L, R, 16));
 }
 
-TEST_F(ChannelMixTest, a_range_larger_than_memory_comes_out_the_same) {
+TEST_F(ChannelMixTest, ARangeLargerThanMemoryComesOutTheSame) {
     MemoryBudget = 100000;
     Document(Noise(300000, 16, 1), Noise(300000, 16, 2), 16, 30000);
     const Samples L = Left();
@@ -236,13 +236,13 @@ TEST_F(ChannelMixTest, a_range_larger_than_memory_comes_out_the_same) {
     }
 }
 
-TEST_F(ChannelMixTest, right_for_left_and_left_for_right_swaps_the_channels) {
+TEST_F(ChannelMixTest, RightForLeftAndLeftForRightSwapsTheChannels) {
     Document({1, 2, 3}, {4, 5, 6});
     Choose(MixRight, MixLeft);
     ExpectStep(ChannelMix, "Interchange Left-Right", {4, 5, 6}, {1, 2, 3});
 }
 
-TEST_F(ChannelMixTest, a_sum_of_two_loud_samples_is_clipped) {
+TEST_F(ChannelMixTest, ASumOfTwoLoudSamplesIsClipped) {
     Document({20000, -20000, 100}, {20000, -20000, -1});
     Choose(MixSum, MixSilence);
     ExpectStep(ChannelMix, "Interchange Left-Right", {32767, -32768, 99}, {0, 0, 0});
@@ -251,14 +251,14 @@ TEST_F(ChannelMixTest, a_sum_of_two_loud_samples_is_clipped) {
     ExpectStep(ChannelMix, "Interchange Left-Right", {100, -100, 100}, {127, -128, 99});
 }
 
-TEST_F(ChannelMixTest, halves_of_the_average_go_to_the_even_side) {
+TEST_F(ChannelMixTest, HalvesOfTheAverageGoToTheEvenSide) {
     Document({0, 1, 2, 0, -1, -2, 32767, -32768}, {1, 2, 3, -1, -2, -3, 32766, -32767});
     Choose(MixAverage, MixAverage);
     const Samples Middle = {0, 2, 2, 0, -2, -2, 32766, -32768};
     ExpectStep(ChannelMix, "Interchange Left-Right", Middle, Middle);
 }
 
-TEST_F(ChannelMixTest, channels_that_share_their_samples_are_told_apart) {
+TEST_F(ChannelMixTest, ChannelsThatShareTheirSamplesAreToldApart) {
     Document({7, -8, 9}, {1, 2, 3});
     Choose(MixLeft, MixLeft);
     ChannelMix();
@@ -276,7 +276,7 @@ TEST_F(ChannelMixTest, channels_that_share_their_samples_are_told_apart) {
     EXPECT_EQ(Right(), (Samples{14, -16, 18}));
 }
 
-TEST_F(ChannelMixTest, a_channel_that_ends_early_counts_as_silent_there) {
+TEST_F(ChannelMixTest, AChannelThatEndsEarlyCountsAsSilentThere) {
     Document({1, 2, 3, 4}, {10, 20, 30, 40});
     WaveStore->WaveDataDelete(3, 2, 2, "Cut", false);
     ASSERT_EQ(WaveStore->WaveNosR(), 2);
@@ -287,14 +287,14 @@ TEST_F(ChannelMixTest, a_channel_that_ends_early_counts_as_silent_there) {
     EXPECT_EQ(BrokenRule(*WaveStore), "");
 }
 
-TEST_F(ChannelMixTest, a_mono_document_is_refused_before_anything_is_asked) {
+TEST_F(ChannelMixTest, AMonoDocumentIsRefusedBeforeAnythingIsAsked) {
     Document({1, 2, 3});
     Select(0, 0);
     EXPECT_EQ(Unchanged(ChannelMix), std::vector<std::string>{StereoOnly});
     EXPECT_TRUE(Dialog.Offered.empty());
 }
 
-TEST_F(ChannelMixTest, one_selected_channel_is_refused_before_the_sources_are_asked_for) {
+TEST_F(ChannelMixTest, OneSelectedChannelIsRefusedBeforeTheSourcesAreAskedFor) {
     Document({1, 2, 3}, {4, 5, 6});
     SelBoth = false;
     for (const std::int16_t Channel : {std::int16_t{1}, std::int16_t{2}}) {
@@ -304,7 +304,7 @@ TEST_F(ChannelMixTest, one_selected_channel_is_refused_before_the_sources_are_as
     EXPECT_TRUE(Dialog.Offered.empty());
 }
 
-TEST_F(ChannelMixTest, cancel_changes_and_remembers_nothing) {
+TEST_F(ChannelMixTest, CancelChangesAndRemembersNothing) {
     Document({1, 2, 3}, {4, 5, 6});
     Dialog.Answer = {false, {MixSum, MixSilence}};
     EXPECT_TRUE(Unchanged(ChannelMix).empty());
@@ -314,14 +314,14 @@ TEST_F(ChannelMixTest, cancel_changes_and_remembers_nothing) {
     EXPECT_TRUE(Unchanged(ChannelMix).empty());
 }
 
-TEST_F(ChannelMixTest, without_a_selection_and_an_answer_nothing_happens) {
+TEST_F(ChannelMixTest, WithoutASelectionAndAnAnswerNothingHappens) {
     Document({1, 2, 3}, {4, 5, 6});
     Select(0, 0);
     EXPECT_TRUE(Unchanged(ChannelMix).empty());
     EXPECT_TRUE(Dialog.Offered.empty());
 }
 
-TEST_F(ChannelMixTest, the_sources_are_remembered_in_the_settings) {
+TEST_F(ChannelMixTest, TheSourcesAreRememberedInTheSettings) {
     Document({1, 2, 3}, {4, 5, 6});
     Choose(MixSilence, MixLeft);
     ChannelMix();
@@ -332,7 +332,7 @@ TEST_F(ChannelMixTest, the_sources_are_remembered_in_the_settings) {
     EXPECT_EQ(Dialog.Offered.at(1), (ChnMixChoice{MixSilence, MixLeft}));
 }
 
-TEST_F(ChannelMixTest, a_setting_out_of_range_becomes_the_average) {
+TEST_F(ChannelMixTest, ASettingOutOfRangeBecomesTheAverage) {
     for (const char* Wrong : {"-1", "7", "99999999999", "1e300", "-0.6", "6.51"}) {
         IniPut("ChannelMix", "LeftSrc", Wrong);
         IniPut("ChannelMix", "RightSrc", "5");
@@ -343,7 +343,7 @@ TEST_F(ChannelMixTest, a_setting_out_of_range_becomes_the_average) {
     EXPECT_EQ(ChnMixSettingsRead(), (ChnMixChoice{MixLeft, MixAverage}));
 }
 
-TEST_F(ChannelMixTest, the_disk_is_asked_for_4_bytes_a_sample_after_the_sources) {
+TEST_F(ChannelMixTest, TheDiskIsAskedFor4BytesASampleAfterTheSources) {
     Document(Samples(1000, 1), Samples(1000, 1));
     Choose(MixSum, MixSum);
     EXPECT_EQ(Refused(ChannelMix), std::vector<std::int64_t>{4000});
@@ -352,7 +352,7 @@ TEST_F(ChannelMixTest, the_disk_is_asked_for_4_bytes_a_sample_after_the_sources)
     EXPECT_EQ(ChnMixSettingsRead(), (ChnMixChoice{MixSum, MixSum}));
 }
 
-TEST_F(ChannelMixTest, a_failure_in_the_middle_leaves_the_document_as_it_was) {
+TEST_F(ChannelMixTest, AFailureInTheMiddleLeavesTheDocumentAsItWas) {
     Document(Noise(100000, 16, 1), Noise(100000, 16, 2), 16, 30000);
     for (const auto& [A, B] : {std::pair(MixSum, MixAverage), std::pair(MixSum, MixLeft),
                                std::pair(MixSilence, MixAverage), std::pair(MixLeft, MixRight)}) {
@@ -366,7 +366,7 @@ TEST_F(ChannelMixTest, a_failure_in_the_middle_leaves_the_document_as_it_was) {
     }
 }
 
-TEST_F(ChannelMixTest, the_bar_moves_every_10000_samples_and_a_half_for_each_channel) {
+TEST_F(ChannelMixTest, TheBarMovesEvery10000SamplesAndAHalfForEachChannel) {
     Document(Samples(20000, 1), Samples(20000, 1), 16, 10000);
     const auto Bar = [this](std::int32_t A, std::int32_t B) {
         Progress.Values.clear();

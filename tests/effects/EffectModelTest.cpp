@@ -249,7 +249,7 @@ std::uint32_t FromEnvironment(const char* Name, std::uint32_t Otherwise) {
 
 class EffectModelOf : public EffectModel, public ::testing::WithParamInterface<int> {};
 
-TEST_P(EffectModelOf, agrees_with_plain_arrays_after_every_command) {
+TEST_P(EffectModelOf, AgreesWithPlainArraysAfterEveryCommand) {
     const std::uint32_t Seed =
         FromEnvironment("QUORIL_MODEL_SEED", 700) + static_cast<std::uint32_t>(GetParam());
     const std::uint32_t Steps = FromEnvironment("QUORIL_MODEL_STEPS", 1500);

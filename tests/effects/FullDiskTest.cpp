@@ -65,7 +65,7 @@ class FullDiskTest : public EffectTest {
     ScriptedMix Mix{{true, {MixSum, MixLeftLessRight}}}; // the most work
 };
 
-TEST_F(FullDiskTest, wherever_it_fills_up_the_document_stays_as_it_was) {
+TEST_F(FullDiskTest, WhereverItFillsUpTheDocumentStaysAsItWas) {
     for (const DiskRow& Row : Rows()) {
         ManyBlocks();
         const Samples OldLeft = Left();
@@ -80,7 +80,7 @@ TEST_F(FullDiskTest, wherever_it_fills_up_the_document_stays_as_it_was) {
     }
 }
 
-TEST_F(FullDiskTest, without_undo_the_document_stays_as_it_was_just_the_same) {
+TEST_F(FullDiskTest, WithoutUndoTheDocumentStaysAsItWasJustTheSame) {
     for (const DiskRow& Row : Rows()) {
         ManyBlocks();
         UndoOptionON = false;
@@ -93,7 +93,7 @@ TEST_F(FullDiskTest, without_undo_the_document_stays_as_it_was_just_the_same) {
     }
 }
 
-TEST_F(FullDiskTest, one_channel_alone_stays_as_it_was_too) {
+TEST_F(FullDiskTest, OneChannelAloneStaysAsItWasToo) {
     for (const DiskRow& Row : Rows()) {
         if (std::string(Row.Name) == "mix" || std::string(Row.Name) == "interchange")
             continue; // they work on both
@@ -105,7 +105,7 @@ TEST_F(FullDiskTest, one_channel_alone_stays_as_it_was_too) {
     }
 }
 
-TEST_F(FullDiskTest, what_was_done_before_can_still_be_undone_after_a_failure) {
+TEST_F(FullDiskTest, WhatWasDoneBeforeCanStillBeUndoneAfterAFailure) {
     ManyBlocks();
     const Samples OldLeft = Left();
     WaveInvert();

@@ -21,7 +21,7 @@ class LargeRangeOfEffect : public EffectTest {
     }
 };
 
-TEST_F(LargeRangeOfEffect, undo_reads_nothing) {
+TEST_F(LargeRangeOfEffect, UndoReadsNothing) {
     AdjustVolume(16);
     ASSERT_GT(WaveStore->UndoCount(), 0);
     const std::int64_t Before = BytesReadSoFar();
@@ -31,7 +31,7 @@ TEST_F(LargeRangeOfEffect, undo_reads_nothing) {
     EXPECT_TRUE(Messages.Texts().empty());
 }
 
-TEST_F(LargeRangeOfEffect, no_more_memory_is_held_than_the_budget_and_the_latest_blocks) {
+TEST_F(LargeRangeOfEffect, NoMoreMemoryIsHeldThanTheBudgetAndTheLatestBlocks) {
     AdjustVolume(5);
     ASSERT_GT(WaveStore->UndoCount(), 0);
     EXPECT_LE(MemoryUsed, MemoryBudget);
@@ -46,7 +46,7 @@ struct Walk {
     std::int32_t Most; ///< samples between two moves
 };
 
-TEST_F(LargeRangeOfEffect, the_bar_moves_all_the_time) {
+TEST_F(LargeRangeOfEffect, TheBarMovesAllTheTime) {
     for (const Walk& Each : {Walk{"volume", [] { AdjustVolume(16); }, 0.5, 100000},
                              Walk{"fade", [] { AdjustVolume(4); }, 0.5, 100000},
                              Walk{"maximize", [] { OptimizeVolume(3); }, 0.25, 100000},

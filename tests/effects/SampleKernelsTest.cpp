@@ -54,7 +54,7 @@ Wide SinglePercent(std::int32_t Percent) {
     return Whole << (30 - Fraction);
 }
 
-TEST(SampleKernels, presets_are_exact_for_every_sample_value_and_depth) {
+TEST(SampleKernels, PresetsAreExactForEverySampleValueAndDepth) {
     const Samples In = AllValues();
     Samples Out(In.size());
     for (const std::int32_t Percent : {200, 160, 120, 85, 70, 50, 25})
@@ -67,7 +67,7 @@ TEST(SampleKernels, presets_are_exact_for_every_sample_value_and_depth) {
         }
 }
 
-TEST(SampleKernels, a_ramp_is_exact_for_every_sample_value) {
+TEST(SampleKernels, ARampIsExactForEverySampleValue) {
     // Steps that a double holds exactly, so that whole numbers tell the result.
     const Samples In = AllValues();
     for (const std::int32_t Bits : {8, 16})
@@ -83,7 +83,7 @@ TEST(SampleKernels, a_ramp_is_exact_for_every_sample_value) {
         }
 }
 
-TEST(SampleKernels, a_ramp_at_any_place_of_a_run_is_the_same) {
+TEST(SampleKernels, ARampAtAnyPlaceOfARunIsTheSame) {
     std::mt19937 Random(7);
     Samples In(5000);
     for (std::int16_t& Value : In)
@@ -100,7 +100,7 @@ TEST(SampleKernels, a_ramp_at_any_place_of_a_run_is_the_same) {
     }
 }
 
-TEST(SampleKernels, a_product_of_a_loud_sample_is_clipped_and_never_wraps) {
+TEST(SampleKernels, AProductOfALoudSampleIsClippedAndNeverWraps) {
     const Samples In = {32767, -32768, 1, -1, 0};
     Samples Out(In.size());
     GainRun(In, Out, 655340.0, 16);
@@ -109,7 +109,7 @@ TEST(SampleKernels, a_product_of_a_loud_sample_is_clipped_and_never_wraps) {
     EXPECT_EQ(Out, (Samples{127, -128, 127, -128, 0}));
 }
 
-TEST(SampleKernels, the_peak_is_found_wherever_it_stands) {
+TEST(SampleKernels, ThePeakIsFoundWhereverItStands) {
     EXPECT_EQ(PeakOf({}), 0);
     EXPECT_EQ(PeakOf(AllValues()), 32768);
     for (std::size_t At = 0; At < 70; ++At)

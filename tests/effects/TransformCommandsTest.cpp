@@ -29,7 +29,7 @@ class TransformTest : public EffectTest {
                                "Add space by inserting silence and try again.";
 };
 
-TEST_F(TransformTest, reverse_puts_the_last_sample_first_across_borders_of_blocks) {
+TEST_F(TransformTest, ReversePutsTheLastSampleFirstAcrossBordersOfBlocks) {
     const Samples In = Noise(200001);
     Samples Turned = In;
     std::reverse(Turned.begin(), Turned.end());
@@ -41,7 +41,7 @@ TEST_F(TransformTest, reverse_puts_the_last_sample_first_across_borders_of_block
     EXPECT_EQ(Right(), Turned);
 }
 
-TEST_F(TransformTest, reverse_keeps_to_the_range_and_the_channel) {
+TEST_F(TransformTest, ReverseKeepsToTheRangeAndTheChannel) {
     Document({1, 2, 3, 4, 5}, {6, 7, 8, 9, 10}, 16, 2);
     Select(2, 4);
     ExpectStep(WaveReverse, "Reverse", {1, 4, 3, 2, 5}, {6, 9, 8, 7, 10});
@@ -50,7 +50,7 @@ TEST_F(TransformTest, reverse_keeps_to_the_range_and_the_channel) {
     ExpectStep(WaveReverse, "Reverse", {1, 2, 3, 4, 5}, {6, 9, 8, 7, 10});
 }
 
-TEST_F(TransformTest, invert_has_its_one_asymmetry_at_the_lowest_value) {
+TEST_F(TransformTest, InvertHasItsOneAsymmetryAtTheLowestValue) {
     Samples In;
     Samples Out;
     for (std::int32_t Value = -32768; Value <= 32767; ++Value) {
@@ -67,7 +67,7 @@ TEST_F(TransformTest, invert_has_its_one_asymmetry_at_the_lowest_value) {
     ExpectStep(WaveInvert, "Invert", {127, -127, 0, -5});
 }
 
-TEST_F(TransformTest, move_up_adds_a_part_of_the_height_and_clips) {
+TEST_F(TransformTest, MoveUpAddsAPartOfTheHeightAndClips) {
     Document({-32768, -1, 0, 1, 32767});
     Messages.AnswerInput("100");
     WaveMoveUpDown();
@@ -89,7 +89,7 @@ TEST_F(TransformTest, move_up_adds_a_part_of_the_height_and_clips) {
     EXPECT_EQ(Left(), (Samples{-103, 25, 127}));
 }
 
-TEST_F(TransformTest, a_height_out_of_range_or_no_number_is_invalid) {
+TEST_F(TransformTest, AHeightOutOfRangeOrNoNumberIsInvalid) {
     Document({1, 2});
     for (const char* Text : {"0", "-0", "100.01", "-101", "abc", "1e999", "nan", " ", "5 5", "20%"})
         EXPECT_EQ(Unchanged([&] {
@@ -111,7 +111,7 @@ TEST_F(TransformTest, a_height_out_of_range_or_no_number_is_invalid) {
     EXPECT_EQ(Messages.LastProposed(), "-3.5");
 }
 
-TEST_F(TransformTest, a_moved_range_leaves_silence_and_overwrites_what_it_meets) {
+TEST_F(TransformTest, AMovedRangeLeavesSilenceAndOverwritesWhatItMeets) {
     Document({1, 2, 3, 4, 5, 6, 7, 8}, {11, 12, 13, 14, 15, 16, 17, 18}, 16, 3);
     Select(2, 4);
     ExpectStep([this] { MoveBy("3"); }, "Move Forward", {1, 0, 0, 0, 2, 3, 4, 8},
@@ -125,7 +125,7 @@ TEST_F(TransformTest, a_moved_range_leaves_silence_and_overwrites_what_it_meets)
                {11, 12, 13, 14, 15, 16, 17, 18});
 }
 
-TEST_F(TransformTest, a_range_can_be_moved_to_the_last_sample_and_then_makes_the_document_longer) {
+TEST_F(TransformTest, ARangeCanBeMovedToTheLastSampleAndThenMakesTheDocumentLonger) {
     Document({1, 2, 3, 4, 5});
     Select(1, 3);
     ExpectStep([this] { MoveBy("4"); }, "Move Forward", {0, 0, 0, 4, 1, 2, 3});
@@ -137,7 +137,7 @@ TEST_F(TransformTest, a_range_can_be_moved_to_the_last_sample_and_then_makes_the
                {6, 7, 8, 9, 10, 0, 0});
 }
 
-TEST_F(TransformTest, a_range_can_not_be_moved_out_of_the_document) {
+TEST_F(TransformTest, ARangeCanNotBeMovedOutOfTheDocument) {
     Document({1, 2, 3, 4, 5});
     Select(2, 3);
     for (const char* Distance : {"4", "-2", "2147483647", "-2147483648"})
@@ -151,7 +151,7 @@ TEST_F(TransformTest, a_range_can_not_be_moved_out_of_the_document) {
     EXPECT_TRUE(Unchanged(WaveMoveForwardBack).empty());
 }
 
-TEST_F(TransformTest, the_distance_is_asked_for_with_the_document_and_the_last_one) {
+TEST_F(TransformTest, TheDistanceIsAskedForWithTheDocumentAndTheLastOne) {
     Document(Samples(3000, 1));
     Select(2, 3);
     Duration.Answer = {true, "1500"};
@@ -165,7 +165,7 @@ TEST_F(TransformTest, the_distance_is_asked_for_with_the_document_and_the_last_o
     EXPECT_EQ(Duration.Requests.at(1).EnterSmp, "1500");
 }
 
-TEST_F(TransformTest, interchange_swaps_the_channels) {
+TEST_F(TransformTest, InterchangeSwapsTheChannels) {
     Document({1, 2, 3}, {4, 5, 6});
     ExpectStep(InterchangeChannels, "Interchange Left-Right", {4, 5, 6}, {1, 2, 3});
     Select(2, 2);
@@ -173,7 +173,7 @@ TEST_F(TransformTest, interchange_swaps_the_channels) {
     ExpectStep(InterchangeChannels, "Interchange Left-Right", {1, 5, 6}, {4, 2, 3});
 }
 
-TEST_F(TransformTest, interchange_of_one_channel_takes_the_empty_carrier_of_the_other) {
+TEST_F(TransformTest, InterchangeOfOneChannelTakesTheEmptyCarrierOfTheOther) {
     Document({1, 2, 3}, {4, 5, 6});
     SelBoth = false;
     InterchangeChannels();
@@ -183,13 +183,13 @@ TEST_F(TransformTest, interchange_of_one_channel_takes_the_empty_carrier_of_the_
     ExpectQuiet();
 }
 
-TEST_F(TransformTest, interchange_does_nothing_in_a_mono_document) {
+TEST_F(TransformTest, InterchangeDoesNothingInAMonoDocument) {
     Document({1, 2, 3});
     EXPECT_TRUE(Unchanged(InterchangeChannels).empty());
     EXPECT_EQ(View.Redraws, 0);
 }
 
-TEST_F(TransformTest, each_command_asks_the_disk_for_what_it_needs) {
+TEST_F(TransformTest, EachCommandAsksTheDiskForWhatItNeeds) {
     Document(Samples(1000, 1), Samples(1000, 1));
     Duration.Answer = {true, "1"};
     EXPECT_EQ(Refused(WaveReverse), std::vector<std::int64_t>{4000});
@@ -200,7 +200,7 @@ TEST_F(TransformTest, each_command_asks_the_disk_for_what_it_needs) {
     EXPECT_EQ(Refused(WaveMoveForwardBack), std::vector<std::int64_t>{80});
 }
 
-TEST_F(TransformTest, a_failure_in_the_middle_leaves_the_document_as_it_was) {
+TEST_F(TransformTest, AFailureInTheMiddleLeavesTheDocumentAsItWas) {
     Document(Noise(100000), Noise(100000), 16, 30000);
     Progress.FailAt = 0.6F;
     EXPECT_EQ(Unchanged(WaveReverse), std::vector<std::string>{"Reverse Error|Disk full"});

@@ -38,14 +38,14 @@ class VolumeTest : public EffectTest {
         "Adjust Volume Failed|Invalid Entry\nEnter values between 0 to 2000";
 };
 
-TEST_F(VolumeTest, doubling_clips_at_both_depths) {
+TEST_F(VolumeTest, DoublingClipsAtBothDepths) {
     Document({20000, -20000, 100, 16384, -16384});
     ExpectStep([] { AdjustVolume(11); }, "Chg. Vol. 200%", {32767, -32768, 200, 32767, -32768});
     Document({100, -100, 63, 64, -64}, {}, 8);
     ExpectStep([] { AdjustVolume(11); }, "Chg. Vol. 200%", {127, -128, 126, 127, -128});
 }
 
-TEST_F(VolumeTest, every_preset_has_its_name_and_its_factor) {
+TEST_F(VolumeTest, EveryPresetHasItsNameAndItsFactor) {
     // 10000 and 7 times the percentage, the halves to even: worked out by hand.
     struct Row {
         std::int32_t Mode;
@@ -70,7 +70,7 @@ TEST_F(VolumeTest, every_preset_has_its_name_and_its_factor) {
     }
 }
 
-TEST_F(VolumeTest, an_unknown_mode_does_nothing) {
+TEST_F(VolumeTest, AnUnknownModeDoesNothing) {
     Document({1, 2, 3});
     for (const std::int32_t Mode : {-1, 1, 2, 3, 6, 10, 18, 20, 22})
         EXPECT_TRUE(Unchanged([Mode] { AdjustVolume(Mode); }).empty());
@@ -78,14 +78,14 @@ TEST_F(VolumeTest, an_unknown_mode_does_nothing) {
         EXPECT_TRUE(Unchanged([Mode] { OptimizeVolume(Mode); }).empty());
 }
 
-TEST_F(VolumeTest, a_fade_covers_its_start_and_stops_a_step_short_of_its_end) {
+TEST_F(VolumeTest, AFadeCoversItsStartAndStopsAStepShortOfItsEnd) {
     // Four samples of 1000: factors 0, 1/4, 2/4, 3/4, and 1, 3/4, 2/4, 1/4.
     Document({1000, 1000, 1000, 1000});
     ExpectStep([] { AdjustVolume(5); }, "Fade In", {0, 250, 500, 750});
     ExpectStep([] { AdjustVolume(4); }, "Fade Out", {1000, 750, 500, 250});
 }
 
-TEST_F(VolumeTest, a_fade_across_borders_of_blocks_is_exact) {
+TEST_F(VolumeTest, AFadeAcrossBordersOfBlocksIsExact) {
     // A length of 2^18: every factor is i / 2^18, and whole numbers tell the result.
     constexpr std::int64_t Length = 262144;
     const Samples In = Noise(Length);
@@ -108,7 +108,7 @@ TEST_F(VolumeTest, a_fade_across_borders_of_blocks_is_exact) {
     ExpectStep([] { AdjustVolume(4); }, "Fade Out", FadeOut);
 }
 
-TEST_F(VolumeTest, two_entered_values_make_a_ramp) {
+TEST_F(VolumeTest, TwoEnteredValuesMakeARamp) {
     // 1.2 to 0.1 over 1000 samples: the step is -0.0011, the last factor 0.1011.
     Document(Samples(1000, 10000));
     Messages.AnswerInput("120~10");
@@ -124,7 +124,7 @@ TEST_F(VolumeTest, two_entered_values_make_a_ramp) {
         "Adj. Vol. Enter");
 }
 
-TEST_F(VolumeTest, the_factors_are_single_and_the_product_is_double) {
+TEST_F(VolumeTest, TheFactorsAreSingleAndTheProductIsDouble) {
     // 110 % is 1.10000002384185791015625 in single precision. 30 x 1.1 then is above 33 and 15 x
     // 1.1 above 16.5, where exact tenths would give a tie to even: 16.
     Document({15, -15, 25, 5});
@@ -133,12 +133,12 @@ TEST_F(VolumeTest, the_factors_are_single_and_the_product_is_double) {
     EXPECT_EQ(Left(), (Samples{17, -17, 28, 6}));
 }
 
-TEST_F(VolumeTest, silence_makes_zeros_and_can_be_undone) {
+TEST_F(VolumeTest, SilenceMakesZerosAndCanBeUndone) {
     Document({1, -32768, 32767}, {5, 6, 7});
     ExpectStep([] { AdjustVolume(21); }, "Silence", {0, 0, 0}, {0, 0, 0});
 }
 
-TEST_F(VolumeTest, only_the_range_and_the_channel_in_work_change) {
+TEST_F(VolumeTest, OnlyTheRangeAndTheChannelInWorkChange) {
     Document({100, 100, 100, 100}, {200, 200, 200, 200});
     Select(2, 3);
     ExpectStep([] { AdjustVolume(16); }, "Chg. Vol. 50%", {100, 50, 50, 100}, {200, 100, 100, 200});
@@ -148,7 +148,7 @@ TEST_F(VolumeTest, only_the_range_and_the_channel_in_work_change) {
                {200, 100, 100, 200});
 }
 
-TEST_F(VolumeTest, maximize_brings_each_channel_to_the_top) {
+TEST_F(VolumeTest, MaximizeBringsEachChannelToTheTop) {
     Document({100, -200, 50}, {-400, 10, 0});
     // 200 -> 32767, so 100 -> 16383.5 -> 16384 (even); 400 -> 32767, so 10 -> 819.175.
     ExpectStep([] { OptimizeVolume(3); }, "Maximize", {16384, -32767, 8192}, {-32767, 819, 0});
@@ -157,25 +157,25 @@ TEST_F(VolumeTest, maximize_brings_each_channel_to_the_top) {
     ExpectStep([] { OptimizeVolume(21); }, "Opti.Vol.100%", {127, -63});
 }
 
-TEST_F(VolumeTest, optimize_leaves_the_peak_at_the_top) {
+TEST_F(VolumeTest, OptimizeLeavesThePeakAtTheTop) {
     Document({-32768, 32767, 0});
     ExpectStep([] { OptimizeVolume(21); }, "Opti.Vol.100%", {-32767, 32766, 0});
 }
 
-TEST_F(VolumeTest, optimize_at_half_brings_16000_to_half_of_the_top) {
+TEST_F(VolumeTest, OptimizeAtHalfBrings16000ToHalfOfTheTop) {
     Document({16000, -16000, 8000});
     // The level is 16383.5. The factor 1.02396875 is 1.0239686965942383 in single precision, which
     // puts the product at 16383.49915.
     ExpectStep([] { OptimizeVolume(16); }, "Opti.Vol.50%", {16383, -16383, 8192});
 }
 
-TEST_F(VolumeTest, optimize_keeps_silence_silent) {
+TEST_F(VolumeTest, OptimizeKeepsSilenceSilent) {
     Document(Samples(10), {0, 0, 0, 1, 0, 0, 0, 0, 0, 0});
     ExpectStep([] { OptimizeVolume(3); }, "Maximize", Samples(10),
                {0, 0, 0, 32767, 0, 0, 0, 0, 0, 0});
 }
 
-TEST_F(VolumeTest, optimize_with_two_entered_values_is_a_ramp) {
+TEST_F(VolumeTest, OptimizeWithTwoEnteredValuesIsARamp) {
     Document({100, 100, 100, 100});
     Messages.AnswerInput("100~0");
     OptimizeVolume(0);
@@ -189,7 +189,7 @@ TEST_F(VolumeTest, optimize_with_two_entered_values_is_a_ramp) {
     EXPECT_EQ(Left(), (Samples{100, 100, 100, 100}));
 }
 
-TEST_F(VolumeTest, the_border_of_the_accepted_numbers_is_2000) {
+TEST_F(VolumeTest, TheBorderOfTheAcceptedNumbersIs2000) {
     Document({1, -1});
     Enter(Messages, AdjustVolume, "2000");
     EXPECT_EQ(Left(), (Samples{20, -20}));
@@ -204,7 +204,7 @@ TEST_F(VolumeTest, the_border_of_the_accepted_numbers_is_2000) {
               (std::vector<std::string>{AskOptimize, Invalid}));
 }
 
-TEST_F(VolumeTest, text_that_is_no_number_ends_with_the_reason) {
+TEST_F(VolumeTest, TextThatIsNoNumberEndsWithTheReason) {
     Document({1, -1});
     const std::vector<std::pair<std::string, std::string>> Rows = {
         {"abc", "\"abc\" is not a number."},   {"120~", "\"\" is not a number."},
@@ -225,20 +225,20 @@ TEST_F(VolumeTest, text_that_is_no_number_ends_with_the_reason) {
               (std::vector<std::string>{AskAdjust, "The entry is not a number."}));
 }
 
-TEST_F(VolumeTest, elements_after_the_second_are_not_looked_at) {
+TEST_F(VolumeTest, ElementsAfterTheSecondAreNotLookedAt) {
     Document({100, 100});
     Enter(Messages, AdjustVolume, " 50 ~\t+50~abc~");
     EXPECT_EQ(Left(), (Samples{50, 50}));
 }
 
-TEST_F(VolumeTest, an_empty_answer_and_cancel_end_the_command) {
+TEST_F(VolumeTest, AnEmptyAnswerAndCancelEndTheCommand) {
     Document({1, -1});
     EXPECT_EQ(Unchanged([&] { Enter(Messages, AdjustVolume, ""); }),
               std::vector<std::string>{AskAdjust});
     EXPECT_EQ(Unchanged([] { OptimizeVolume(0); }), std::vector<std::string>{AskOptimize});
 }
 
-TEST_F(VolumeTest, each_box_begins_with_its_last_accepted_text) {
+TEST_F(VolumeTest, EachBoxBeginsWithItsLastAcceptedText) {
     Document({100, 100});
     EXPECT_EQ(Messages.LastProposed(), "");
     AdjustVolume(0);
@@ -256,13 +256,13 @@ TEST_F(VolumeTest, each_box_begins_with_its_last_accepted_text) {
     EXPECT_EQ(Messages.LastProposed(), "70");
 }
 
-TEST_F(VolumeTest, without_a_selection_and_an_answer_nothing_happens) {
+TEST_F(VolumeTest, WithoutASelectionAndAnAnswerNothingHappens) {
     Document({1, 2, 3});
     Select(0, 0);
     EXPECT_TRUE(Unchanged([] { AdjustVolume(16); }).empty());
 }
 
-TEST_F(VolumeTest, without_disk_space_the_command_ends_before_its_question) {
+TEST_F(VolumeTest, WithoutDiskSpaceTheCommandEndsBeforeItsQuestion) {
     Document(Samples(1000, 1), Samples(1000, 1));
     EXPECT_EQ(Refused([] { AdjustVolume(0); }), std::vector<std::int64_t>{4000});
     Select(1, 10);
@@ -270,7 +270,7 @@ TEST_F(VolumeTest, without_disk_space_the_command_ends_before_its_question) {
     EXPECT_EQ(Refused([] { OptimizeVolume(3); }), std::vector<std::int64_t>{20});
 }
 
-TEST_F(VolumeTest, a_failure_in_the_middle_leaves_the_document_as_it_was) {
+TEST_F(VolumeTest, AFailureInTheMiddleLeavesTheDocumentAsItWas) {
     Document(Noise(250000), Noise(250000, 16, 2), 16, 60000);
     for (const float Where : {0.1F, 0.5F, 0.9F}) {
         Progress.FailAt = Where;
@@ -281,7 +281,7 @@ TEST_F(VolumeTest, a_failure_in_the_middle_leaves_the_document_as_it_was) {
     }
 }
 
-TEST_F(VolumeTest, a_range_larger_than_memory_comes_out_the_same) {
+TEST_F(VolumeTest, ARangeLargerThanMemoryComesOutTheSame) {
     MemoryBudget = 100000;
     const Samples In = Noise(500000);
     Document(In, {}, 16, 30000);
@@ -291,7 +291,7 @@ TEST_F(VolumeTest, a_range_larger_than_memory_comes_out_the_same) {
     ExpectStep([] { AdjustVolume(16); }, "Chg. Vol. 50%", Half);
 }
 
-TEST_F(VolumeTest, the_bar_moves_every_100000_samples_through_both_channels) {
+TEST_F(VolumeTest, TheBarMovesEvery100000SamplesThroughBothChannels) {
     Document(Samples(200000, 1), Samples(200000, 1));
     AdjustVolume(16);
     EXPECT_EQ(Progress.Values, (std::vector<float>{0, 0.25F, 0.5F, 0.5F, 0.75F, 1, 1}));

@@ -11,7 +11,7 @@ namespace {
 
 class HelpCoverageTest : public EditorFixture {};
 
-TEST_F(HelpCoverageTest, every_menu_entry_with_a_command_has_a_topic) {
+TEST_F(HelpCoverageTest, EveryMenuEntryWithACommandHasATopic) {
     Start();
     int Seen = 0;
     for (const std::vector<MenuRow>* Table : {&MenuTable(), &PopMnuTable()})
@@ -23,7 +23,7 @@ TEST_F(HelpCoverageTest, every_menu_entry_with_a_command_has_a_topic) {
     EXPECT_GT(Seen, 30);
 }
 
-TEST_F(HelpCoverageTest, a_page_of_the_options_leads_to_its_topic) {
+TEST_F(HelpCoverageTest, APageOfTheOptionsLeadsToItsTopic) {
     const OptionsFrm Options({}, nullptr);
     const auto PageOf = [&Options](const char* Name) {
         return HelpPageOf(HelpContextAt(Options.findChild<QWidget*>(QLatin1String(Name))));

@@ -12,7 +12,7 @@ namespace quoril {
 
 namespace {
 
-TEST(HelpTopicsTest, numbers_rise_and_are_positive) {
+TEST(HelpTopicsTest, NumbersRiseAndArePositive) {
     int Before = 0;
     for (const HelpTopic& Topic : HelpTopics()) {
         EXPECT_GT(Topic.Number, Before) << Topic.Page;
@@ -21,7 +21,7 @@ TEST(HelpTopicsTest, numbers_rise_and_are_positive) {
     EXPECT_GT(HelpTopics().size(), 40U);
 }
 
-TEST(HelpTopicsTest, every_topic_has_its_page_and_its_place_on_it) {
+TEST(HelpTopicsTest, EveryTopicHasItsPageAndItsPlaceOnIt) {
     for (const HelpTopic& Topic : HelpTopics()) {
         const std::string Page = Topic.Page;
         const std::size_t Hash = Page.find('#');
@@ -34,7 +34,7 @@ TEST(HelpTopicsTest, every_topic_has_its_page_and_its_place_on_it) {
     }
 }
 
-TEST(HelpTopicsTest, every_place_leads_to_a_topic_and_every_topic_has_a_place) {
+TEST(HelpTopicsTest, EveryPlaceLeadsToATopicAndEveryTopicHasAPlace) {
     std::set<int> Numbers;
     for (const HelpTopic& Topic : HelpTopics())
         Numbers.insert(Topic.Number);
@@ -48,7 +48,7 @@ TEST(HelpTopicsTest, every_place_leads_to_a_topic_and_every_topic_has_a_place) {
     EXPECT_EQ(Reached, Numbers);
 }
 
-TEST(HelpTopicsTest, places_named_like_menu_entries_are_in_the_menus) {
+TEST(HelpTopicsTest, PlacesNamedLikeMenuEntriesAreInTheMenus) {
     const auto InMenus = [](const std::string& Name) {
         return MenuRowOf(Name) != nullptr || MenuRowOf(Name + "_0") != nullptr;
     };
@@ -63,30 +63,30 @@ TEST(HelpTopicsTest, places_named_like_menu_entries_are_in_the_menus) {
     EXPECT_GT(Seen, 30);
 }
 
-TEST(HelpTopicsTest, an_element_without_a_row_has_the_topic_of_its_array) {
+TEST(HelpTopicsTest, AnElementWithoutARowHasTheTopicOfItsArray) {
     EXPECT_EQ(HelpPageOf(HelpContextOf("Wave_Pic_2")), "window.html#waveform");
     EXPECT_EQ(HelpPageOf(HelpContextOf("FileLastFilesMnu_3")), "files.html#recent");
     EXPECT_EQ(HelpPageOf(HelpContextOf("Open_Mnu_1")), "files.html#open-new-window");
 }
 
-TEST(HelpTopicsTest, a_button_has_the_topic_of_its_command) {
+TEST(HelpTopicsTest, AButtonHasTheTopicOfItsCommand) {
     EXPECT_EQ(HelpPageOf(HelpContextOf("ViewToolbar_ZoomIn")), "view.html#zoom-in");
     EXPECT_EQ(HelpPageOf(HelpContextOf("MouseToolbar_SelChannel")), "mouse.html#both");
 }
 
-TEST(HelpTopicsTest, an_entry_without_a_row_has_the_topic_of_its_menu) {
+TEST(HelpTopicsTest, AnEntryWithoutARowHasTheTopicOfItsMenu) {
     EXPECT_EQ(HelpPageOf(HelpContextOf("Save_Bookmark_Mnu")), "files.html");
     EXPECT_EQ(HelpPageOf(HelpContextOf("File_OtherItem_Mnu_1")), "files.html");
 }
 
-TEST(HelpTopicsTest, a_name_that_nothing_knows_has_no_topic) {
+TEST(HelpTopicsTest, ANameThatNothingKnowsHasNoTopic) {
     EXPECT_EQ(HelpContextOf(""), 0);
     EXPECT_EQ(HelpContextOf("_1"), 0);
     EXPECT_EQ(HelpContextOf("Nothing_12"), 0);
     EXPECT_EQ(HelpContextOf("12"), 0);
 }
 
-TEST(HelpTopicsTest, a_number_that_no_topic_has_leads_to_the_overview) {
+TEST(HelpTopicsTest, ANumberThatNoTopicHasLeadsToTheOverview) {
     EXPECT_EQ(HelpPageOf(0), "index.html");
     EXPECT_EQ(HelpPageOf(-5), "index.html");
     EXPECT_EQ(HelpPageOf(99999), "index.html");

@@ -62,7 +62,7 @@ class HelpViewerTest : public WindowTest {
 
 // ---- Which topic
 
-TEST_F(HelpViewerTest, the_entries_of_the_help_menu_open_their_topics) {
+TEST_F(HelpViewerTest, TheEntriesOfTheHelpMenuOpenTheirTopics) {
     const std::vector<std::string> Pages = {"index.html", "start.html", "mouse.html", "keys.html"};
     for (std::size_t Index = 0; Index < Pages.size(); ++Index) {
         Window->Entry("Help_Mnu_" + std::to_string(Index))->trigger();
@@ -72,7 +72,7 @@ TEST_F(HelpViewerTest, the_entries_of_the_help_menu_open_their_topics) {
     EXPECT_EQ(Shown().substr(0, 4), "Keys");
 }
 
-TEST_F(HelpViewerTest, pages_show_their_pictures) {
+TEST_F(HelpViewerTest, PagesShowTheirPictures) {
     ASSERT_TRUE(ShowHelp(HelpContextOf("Options_Mnu")));
     const QVariant Picture = InHelp<QTextBrowser>("PageBrowser")
                                  ->loadResource(QTextDocument::ImageResource,
@@ -80,7 +80,7 @@ TEST_F(HelpViewerTest, pages_show_their_pictures) {
     EXPECT_FALSE(QImage::fromData(Picture.toByteArray()).isNull());
 }
 
-TEST_F(HelpViewerTest, F1_opens_the_topic_of_the_control_that_it_is_pressed_on) {
+TEST_F(HelpViewerTest, F1OpensTheTopicOfTheControlThatItIsPressedOn) {
     Show();
     QTest::keyClick(Window->Wave_Pic[1], Qt::Key_F1);
     EXPECT_EQ(Page(), "window.html#waveform");
@@ -94,7 +94,7 @@ TEST_F(HelpViewerTest, F1_opens_the_topic_of_the_control_that_it_is_pressed_on) 
     EXPECT_EQ(Page(), "window.html");
 }
 
-TEST_F(HelpViewerTest, F1_on_a_button_without_a_topic_opens_that_of_its_toolbar) {
+TEST_F(HelpViewerTest, F1OnAButtonWithoutATopicOpensThatOfItsToolbar) {
     Show();
     for (const char* Name : {"EditToolbar", "PlayToolbar"}) {
         auto* Toolbar = Window->findChild<QToolBar*>(QLatin1String(Name));
@@ -108,7 +108,7 @@ TEST_F(HelpViewerTest, F1_on_a_button_without_a_topic_opens_that_of_its_toolbar)
     }
 }
 
-TEST_F(HelpViewerTest, F1_in_an_open_menu_opens_the_topic_of_the_highlighted_entry) {
+TEST_F(HelpViewerTest, F1InAnOpenMenuOpensTheTopicOfTheHighlightedEntry) {
     Show();
     QMenu* Menu = nullptr;
     for (QAction* Action : Window->menuBar()->actions())
@@ -123,12 +123,12 @@ TEST_F(HelpViewerTest, F1_in_an_open_menu_opens_the_topic_of_the_highlighted_ent
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
-TEST_F(HelpViewerTest, F1_on_an_entry_without_a_command_opens_the_overview) {
+TEST_F(HelpViewerTest, F1OnAnEntryWithoutACommandOpensTheOverview) {
     EXPECT_EQ(HelpContextAt(Window->Entry("Echo_Mnu")), HelpOverview);
     EXPECT_EQ(HelpContextAt(nullptr), HelpOverview);
 }
 
-TEST_F(HelpViewerTest, F1_in_a_dialog_opens_its_topic_in_a_window_that_can_be_used) {
+TEST_F(HelpViewerTest, F1InADialogOpensItsTopicInAWindowThatCanBeUsed) {
     Show();
     QTimer::singleShot(0, [] {
         QWidget* Dialog = QApplication::activeModalWidget();
@@ -145,19 +145,19 @@ TEST_F(HelpViewerTest, F1_in_a_dialog_opens_its_topic_in_a_window_that_can_be_us
     EXPECT_EQ(HelpWindow()->parentWidget(), Window.get());
 }
 
-TEST_F(HelpViewerTest, F1_in_a_dialog_without_a_topic_opens_the_overview) {
+TEST_F(HelpViewerTest, F1InADialogWithoutATopicOpensTheOverview) {
     QDialog Dialog(Window.get());
     Dialog.setObjectName(QStringLiteral("UnknownFrm"));
     EXPECT_EQ(HelpContextAt(&Dialog), HelpOverview);
 }
 
-TEST_F(HelpViewerTest, F1_with_another_key_is_left_alone) {
+TEST_F(HelpViewerTest, F1WithAnotherKeyIsLeftAlone) {
     Show();
     QTest::keyClick(Window->Wave_Pic[1], Qt::Key_F1, Qt::ShiftModifier);
     EXPECT_EQ(HelpWindow(), nullptr);
 }
 
-TEST_F(HelpViewerTest, controls_named_in_the_table_are_in_the_main_window) {
+TEST_F(HelpViewerTest, ControlsNamedInTheTableAreInTheMainWindow) {
     // Parts of other windows, and what the playing brings along.
     const std::vector<std::string> Others = {
         "SpeedBoxPic", "ColorDialog", "FolderDialog", "FileDialog", "MsgBox",
@@ -176,7 +176,7 @@ TEST_F(HelpViewerTest, controls_named_in_the_table_are_in_the_main_window) {
 
 // ---- The window
 
-TEST_F(HelpViewerTest, opens_every_topic_with_its_heading) {
+TEST_F(HelpViewerTest, OpensEveryTopicWithItsHeading) {
     for (const HelpTopic& Topic : HelpTopics()) {
         ASSERT_TRUE(ShowHelp(Topic.Number));
         EXPECT_EQ(Page(), Topic.Page);
@@ -184,7 +184,7 @@ TEST_F(HelpViewerTest, opens_every_topic_with_its_heading) {
     }
 }
 
-TEST_F(HelpViewerTest, a_topic_in_the_middle_of_a_page_is_scrolled_to) {
+TEST_F(HelpViewerTest, ATopicInTheMiddleOfAPageIsScrolledTo) {
     Show();
     ShowHelp(HelpOverview);
     HelpWindow()->resize(700, 300);
@@ -195,7 +195,7 @@ TEST_F(HelpViewerTest, a_topic_in_the_middle_of_a_page_is_scrolled_to) {
     EXPECT_EQ(Top.toStdString(), "Save");
 }
 
-TEST_F(HelpViewerTest, the_heading_of_the_topic_is_marked) {
+TEST_F(HelpViewerTest, TheHeadingOfTheTopicIsMarked) {
     ShowHelp(HelpContextOf("Close_Mnu"));
     const auto* Browser = InHelp<QTextBrowser>("PageBrowser");
     ASSERT_EQ(Browser->extraSelections().size(), 1);
@@ -204,7 +204,7 @@ TEST_F(HelpViewerTest, the_heading_of_the_topic_is_marked) {
     EXPECT_EQ(Browser->extraSelections().size(), 0);
 }
 
-TEST_F(HelpViewerTest, back_and_forward_go_through_the_pages_seen) {
+TEST_F(HelpViewerTest, BackAndForwardGoThroughThePagesSeen) {
     ShowHelp(HelpOverview);
     EXPECT_FALSE(InHelp<QToolButton>("BackBtn")->isEnabled());
     ShowHelp(HelpKeys);
@@ -217,7 +217,7 @@ TEST_F(HelpViewerTest, back_and_forward_go_through_the_pages_seen) {
     EXPECT_EQ(Page(), "index.html");
 }
 
-TEST_F(HelpViewerTest, the_contents_follow_the_page_and_lead_to_pages) {
+TEST_F(HelpViewerTest, TheContentsFollowThePageAndLeadToPages) {
     ShowHelp(HelpContextOf("Zoom_Mnu_2"));
     auto* Contents = InHelp<QHelpContentWidget>("ContentsTree");
     ASSERT_TRUE(QTest::qWaitFor(
@@ -227,7 +227,7 @@ TEST_F(HelpViewerTest, the_contents_follow_the_page_and_lead_to_pages) {
     EXPECT_EQ(Page(), "view.html#zoom-out");
 }
 
-TEST_F(HelpViewerTest, the_index_leads_to_the_topic_of_a_word) {
+TEST_F(HelpViewerTest, TheIndexLeadsToTheTopicOfAWord) {
     ShowHelp(HelpOverview);
     auto* List = InHelp<QHelpIndexWidget>("IndexList");
     ASSERT_TRUE(QTest::qWaitFor([&] { return List->model()->rowCount() > 50; }));
@@ -238,7 +238,7 @@ TEST_F(HelpViewerTest, the_index_leads_to_the_topic_of_a_word) {
     EXPECT_EQ(Page(), "undo.html#clear");
 }
 
-TEST_F(HelpViewerTest, the_search_finds_a_word_that_stands_in_one_topic_only) {
+TEST_F(HelpViewerTest, TheSearchFindsAWordThatStandsInOneTopicOnly) {
     ShowHelp(HelpOverview);
     QTest::keyClicks(InHelp<QLineEdit>("SearchTxt"), QStringLiteral("XDG_CONFIG"));
     const auto* Found = InHelp<QListWidget>("SearchList");
@@ -248,7 +248,7 @@ TEST_F(HelpViewerTest, the_search_finds_a_word_that_stands_in_one_topic_only) {
     EXPECT_EQ(Page(), "settings.html#settings-file");
 }
 
-TEST_F(HelpViewerTest, the_search_wants_all_words_in_either_case_and_headings_come_first) {
+TEST_F(HelpViewerTest, TheSearchWantsAllWordsInEitherCaseAndHeadingsComeFirst) {
     ShowHelp(HelpOverview);
     auto* Text = InHelp<QLineEdit>("SearchTxt");
     const auto* Found = InHelp<QListWidget>("SearchList");
@@ -263,7 +263,7 @@ TEST_F(HelpViewerTest, the_search_wants_all_words_in_either_case_and_headings_co
     EXPECT_EQ(InHelp<QLabel>("FoundLbl")->text(), QString());
 }
 
-TEST_F(HelpViewerTest, Esc_closes_it_and_F1_opens_it_again) {
+TEST_F(HelpViewerTest, EscClosesItAndF1OpensItAgain) {
     ShowHelp(HelpKeys);
     QTest::keyClick(InHelp<QTextBrowser>("PageBrowser"), Qt::Key_Escape);
     ASSERT_TRUE(QTest::qWaitFor([] { return HelpWindow() == nullptr; }));
@@ -272,14 +272,14 @@ TEST_F(HelpViewerTest, Esc_closes_it_and_F1_opens_it_again) {
     EXPECT_EQ(Page(), "window.html");
 }
 
-TEST_F(HelpViewerTest, all_its_controls_have_names_for_assistive_tools) {
+TEST_F(HelpViewerTest, AllItsControlsHaveNamesForAssistiveTools) {
     ShowHelp(HelpOverview);
     for (const char* Name : {"PageBrowser", "HelpTabs", "ContentsTree", "IndexTxt", "IndexList",
                              "SearchTxt", "SearchList", "BackBtn", "ForwardBtn", "HomeBtn"})
         EXPECT_FALSE(InHelp<QWidget>(Name)->accessibleName().isEmpty()) << Name;
 }
 
-TEST_F(HelpViewerTest, it_goes_when_the_main_window_is_hidden) {
+TEST_F(HelpViewerTest, ItGoesWhenTheMainWindowIsHidden) {
     Show();
     ShowHelp(HelpOverview);
     Window->hide();
@@ -288,12 +288,12 @@ TEST_F(HelpViewerTest, it_goes_when_the_main_window_is_hidden) {
 
 // ---- The file
 
-TEST_F(HelpViewerTest, a_missing_file_gives_a_message_that_names_it) {
+TEST_F(HelpViewerTest, AMissingFileGivesAMessageThatNamesIt) {
     const std::string File = Session.Path("none.qch");
     EXPECT_EQ(MessageFor(File), "Help|There is no help file " + File + ".");
 }
 
-TEST_F(HelpViewerTest, a_damaged_file_gives_a_message_that_names_it) {
+TEST_F(HelpViewerTest, ADamagedFileGivesAMessageThatNamesIt) {
     const TempFolder Folder;
     const std::string Whole = TempFolder::Read(HELP_FILE);
     std::string Mixed = Whole;
@@ -308,13 +308,13 @@ TEST_F(HelpViewerTest, a_damaged_file_gives_a_message_that_names_it) {
     }
 }
 
-TEST_F(HelpViewerTest, a_folder_that_takes_no_file_gives_a_message) {
+TEST_F(HelpViewerTest, AFolderThatTakesNoFileGivesAMessage) {
     SessionDir = Session.Path("gone");
     EXPECT_EQ(MessageFor(HELP_FILE),
               "Help|The help can not be shown: no file can be made in " + SessionDir + ".");
 }
 
-TEST_F(HelpViewerTest, neither_the_help_nor_its_folder_is_written_to) {
+TEST_F(HelpViewerTest, NeitherTheHelpNorItsFolderIsWrittenTo) {
     namespace fs = std::filesystem;
     const TempFolder Folder;
     const std::string Bytes = TempFolder::Read(HELP_FILE);
@@ -332,7 +332,7 @@ TEST_F(HelpViewerTest, neither_the_help_nor_its_folder_is_written_to) {
     EXPECT_EQ(std::distance(fs::directory_iterator(Folder / "help"), fs::directory_iterator()), 1);
 }
 
-TEST_F(HelpViewerTest, nothing_of_it_stays_in_the_session_folder) {
+TEST_F(HelpViewerTest, NothingOfItStaysInTheSessionFolder) {
     const std::vector<std::string> Before = TestSession::SessionFiles();
     ShowHelp(HelpOverview);
     InHelp<QLineEdit>("SearchTxt")->setText(QStringLiteral("undo"));
@@ -344,7 +344,7 @@ TEST_F(HelpViewerTest, nothing_of_it_stays_in_the_session_folder) {
     EXPECT_EQ(HelpFileName, "");
 }
 
-TEST(HelpFileTest, lies_beside_the_program_or_where_an_installation_has_it) {
+TEST(HelpFileTest, LiesBesideTheProgramOrWhereAnInstallationHasIt) {
     const TempFolder Folder;
     Folder.Write("bin/program", "");
     EXPECT_EQ(HelpFileBeside(Folder / "bin"), Folder / "bin/quoril-wave-editor.qch");
