@@ -1,12 +1,10 @@
 #include "bookmarks/BookmarkListMod.h"
 
-#include "base/Arithmetic.h"
 #include "base/DocumentState.h"
 #include "base/MsgBoxMod.h"
 #include "base/ViewState.h"
 #include "bookmarks/BookmarkEditMod.h"
-#include "bookmarks/BookmarkRec.h"
-#include "selection/SelectionMod.h"
+#include "selection/DocumentFacts.h"
 #include "selection/ViewListener.h"
 #include "storage/FileMemoClass.h"
 
@@ -36,6 +34,10 @@ std::string Seconds(double Samples) {
     return fmt::format("{:.3f} Sec", Samples / WaveStore->WavFmtFreq);
 }
 
+std::int32_t LastOf(const BookmarkRec& Bookmark) {
+    return Bookmark.BokType == BokPoint ? Bookmark.From : Bookmark.To;
+}
+
 /// False when there is no bookmark, which has been told then.
 bool AnyBookmark(const char* Title) {
     if (BookmarkNos() > 0)
@@ -56,9 +58,9 @@ void DeleteSelected(const char* Title) {
     std::int32_t WorkChn = 0;
     if (!ConfirmSelection(From, To, WorkChn, NeedTwoPoints, "Copy"))
         return;
+    const auto In = [&](std::int32_t Position) { return From <= Position && Position <= To; };
     const auto Within = [&](const BookmarkRec& Bookmark) {
-        const std::int32_t Last = Bookmark.BokType == BokPoint ? Bookmark.From : Bookmark.To;
-        return Bookmark.From >= From && Last <= To;
+        return In(Bookmark.From) && In(LastOf(Bookmark));
     };
     const std::int32_t Before = BookmarkNos();
     for (std::int32_t No = Before; No >= 1; --No)
@@ -94,6 +96,10 @@ BookmarkShown BookmarkShownOf(std::int32_t No) {
         Shown.Posi[4] += Seconds(static_cast<double>(Bookmark.To) - Bookmark.From + 1);
     }
     return Shown;
+}
+
+SampleRange BookmarkRange(const BookmarkRec& Bookmark) {
+    return RangeWithin(Bookmark.From, LastOf(Bookmark), CurrentDocument().Total);
 }
 
 void SetBokMrkDialog(BokMrkDialog* Receiver) noexcept {
@@ -151,11 +157,12 @@ void BookmarkDelete(std::int32_t Index) {
 void BookmarkGoto() {
     if (!AnyBookmark("Go to bookmark failed"))
         return;
-    if (const std::int32_t No = Chosen(); No != 0) {
-        const BookmarkRec& Bookmark = Record(No);
-        if (Bookmark.BokType != BokPoint)
-            ViewTotal = AddLong(SubLong(Bookmark.To, Bookmark.From), 1);
-        ViewFrom = Bookmark.From;
+    const std::int32_t No = Chosen();
+    const SampleRange Range = No == 0 ? SampleRange() : BookmarkRange(Record(No));
+    if (Range.From != 0) {
+        if (Record(No).BokType != BokPoint)
+            ViewTotal = Range.To - Range.From + 1;
+        ViewFrom = Range.From;
         ViewAll = false;
     }
     Refresh_Wave_View();
@@ -165,9 +172,9 @@ void BookmarkSelect() {
     if (!AnyBookmark("Select bookmark failed"))
         return;
     if (const std::int32_t No = Chosen(); No != 0) {
-        const BookmarkRec& Bookmark = Record(No);
-        SelStart = Bookmark.From;
-        SelEnd = Bookmark.BokType == BokPoint ? Bookmark.From : Bookmark.To;
+        const SampleRange Range = BookmarkRange(Record(No));
+        SelStart = Range.From;
+        SelEnd = Range.To;
     }
     Refresh_Wave_View();
 }

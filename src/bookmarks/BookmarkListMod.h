@@ -2,6 +2,9 @@
 // commands of the main window that choose from it.
 #pragma once
 
+#include "bookmarks/BookmarkRec.h"
+#include "selection/SelectionMod.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
@@ -19,6 +22,10 @@ struct BookmarkShown {
 };
 /// Of bookmark `No`, from 1; for another number the prompts that stand where none is chosen.
 [[nodiscard]] BookmarkShown BookmarkShownOf(std::int32_t No);
+
+/// The part of the current document that a bookmark means, whatever numbers it holds: typed ones
+/// and those of a longer sound are kept as they are. None in an empty document.
+[[nodiscard]] SampleRange BookmarkRange(const BookmarkRec& Bookmark);
 
 /// Implemented by `BokMrkFrm`, and by tests.
 class BokMrkDialog {

@@ -22,6 +22,11 @@ void SelectRange(std::int32_t From, std::int32_t To) noexcept {
     SelEnd = To;
 }
 
+void SelectAllOf(std::int32_t Total) noexcept {
+    const SampleRange All = RangeWithin(1, Total, Total);
+    SelectRange(All.From, All.To);
+}
+
 void OptionApply(SelConfResult Result, std::int32_t Total) noexcept {
     switch (Result) {
     case SelConfResult::FileStart:
@@ -30,7 +35,7 @@ void OptionApply(SelConfResult Result, std::int32_t Total) noexcept {
         // What is put into an empty document begins at its first place, too.
         return SelectRange(std::max(Total, 1), std::max(Total, 1));
     case SelConfResult::FileAll:
-        return SelectRange(1, Total);
+        return SelectAllOf(Total);
     case SelConfResult::SelectionStart:
         return SelectRange(SelStart, SelStart);
     case SelConfResult::SelectionEnd:
@@ -60,7 +65,9 @@ bool AskHowToSelect(std::int32_t Need, std::int32_t Available, const std::string
     if (Option == SelConfOptions.end())
         return false;
     OptionApply(Option->Result, CurrentDocument().Total);
-    return true;
+    if (SelectionAvailable() == 0)
+        MsgBox("The document is empty: there is nothing to select");
+    return SelectionAvailable() != 0;
 }
 
 /// The last selection handed to a command stands in the settings file, for support. It is written
@@ -81,6 +88,15 @@ void SelectionRecord(const std::string& Operation) {
 void ToolsOff() noexcept {
     MouseMode = 0;
     ViewMouseMode = 0;
+}
+
+/// Selects, and shows it. What does not lie in the document selects nothing.
+void SelectAndShow(std::int32_t From, std::int32_t To) {
+    SelectRange(From, To);
+    SelectionLimit(CurrentDocument().Total);
+    ToolsOff();
+    RefreshMousePointer();
+    Refresh_Wave_View();
 }
 
 } // namespace
@@ -111,6 +127,12 @@ const std::array<SelConfOption, 12> SelConfOptions = {{
     {3, 0, "ThreeZeroFrame", "ThreeZeroOpn", 2,
      "Use the Start and End points of the File (Select All)", SelConfResult::FileAll},
 }};
+
+SampleRange RangeWithin(std::int32_t A, std::int32_t B, std::int32_t Total) noexcept {
+    if (Total < 1)
+        return {};
+    return {std::clamp(std::min(A, B), 1, Total), std::clamp(std::max(A, B), 1, Total)};
+}
 
 std::string NeedLblText(std::int32_t Need) {
     switch (Need) {
@@ -197,17 +219,11 @@ void SelectMouse(std::int32_t Index) {
 }
 
 void SelectAllSamples() {
-    SelectRange(1, CurrentDocument().Total);
-    ToolsOff();
-    RefreshMousePointer();
-    Refresh_Wave_View();
+    SelectAndShow(1, CurrentDocument().Total);
 }
 
 void SelectView() {
-    SelectRange(ViewFrom, ToLong(static_cast<std::int64_t>(ViewFrom) + ViewTotal - 1));
-    ToolsOff();
-    RefreshMousePointer();
-    Refresh_Wave_View();
+    SelectAndShow(ViewFrom, ToLong(static_cast<std::int64_t>(ViewFrom) + ViewTotal - 1));
 }
 
 void SelectPlay() {
@@ -216,10 +232,7 @@ void SelectPlay() {
                "that can be transfered to waveform selection with this command");
         return;
     }
-    SelectRange(PlaySelStart, PlaySelEnd);
-    ToolsOff();
-    RefreshMousePointer();
-    Refresh_Wave_View();
+    SelectAndShow(PlaySelStart, PlaySelEnd);
 }
 
 void SelectBoth(bool MenuChecked) {
@@ -253,7 +266,8 @@ ChannelSelectorState ChannelSelector() {
 }
 
 void SelectionLimit(std::int32_t Total) noexcept {
-    if (SelStart > Total || SelEnd > Total)
+    SelectRange(std::min(SelStart, SelEnd), std::max(SelStart, SelEnd));
+    if (SelStart < 1 || SelEnd > Total)
         SelectRange(0, 0);
 }
 

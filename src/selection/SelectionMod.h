@@ -12,6 +12,17 @@
 
 namespace quoril {
 
+// ---- Ranges
+
+/// Positions of a document, inclusive at both ends; both 0 for none.
+struct SampleRange {
+    std::int32_t From = 0;
+    std::int32_t To = 0;
+};
+/// What two positions, in any order, mean in a document of `Total` samples: in order, and brought
+/// into 1 to `Total`. None in an empty document.
+[[nodiscard]] SampleRange RangeWithin(std::int32_t A, std::int32_t B, std::int32_t Total) noexcept;
+
 // ---- The gate
 
 /// What a command needs (`Need`): none, one point, two points (a range), one or two points.
@@ -70,9 +81,10 @@ class SelConfDialog {
 void SetSelConfDialog(SelConfDialog* Receiver) noexcept;
 
 /// Every command's first call. `WorkChn` is always written. True: work on `SelStartOut` to
-/// `SelEndOut`. False: with `Need` 0 nothing is selected, and the command takes 1 to the end by
-/// itself; otherwise the user cancelled. `Operation` stands in the dialog's caption, and may be
-/// empty.
+/// `SelEndOut`, which lie in the document and in order; but what is put into an empty document goes
+/// to its place 1, which is given as a point. False: with `Need` 0 nothing is selected, and the
+/// command takes 1 to the end by itself; otherwise the user cancelled, or wanted all of an empty
+/// document and has been told. `Operation` stands in the dialog's caption, and may be empty.
 [[nodiscard]] bool ConfirmSelection(std::int32_t& SelStartOut, std::int32_t& SelEndOut,
                                     std::int32_t& WorkChn, std::int32_t Need,
                                     const std::string& Operation);
@@ -118,7 +130,8 @@ struct ChannelSelectorState {
 
 // ---- For the refresh and for new documents
 
-/// A selection beyond the end of the document is taken back to none.
+/// A selection that begins below 1 or ends beyond the document is taken back to none; one from end
+/// to start is put in order.
 void SelectionLimit(std::int32_t Total) noexcept;
 /// How selection and view stand when a document of `Total` samples has been opened or made; a new
 /// document (`IsNew`) has no play selection either.

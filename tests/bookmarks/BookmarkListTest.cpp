@@ -121,6 +121,19 @@ TEST_F(BookmarkListTest, DeletingInTheSelectionKeepsARangeThatSticksOut) {
     EXPECT_FALSE(BookmarkChanged);
 }
 
+TEST_F(BookmarkListTest, DeletingInTheSelectionTestsBothEndsOnBothSides) {
+    Add("turned, ends in front", 150, 99);
+    Add("turned, begins behind", 201, 150);
+    Add("turned around it", 300, 50);
+    Add("turned within", 180, 120);
+    Add("below the first sample", 0, 150);
+    SelStart = 100;
+    SelEnd = 200;
+    BookmarkDelete(0);
+    EXPECT_THAT(Names(), ElementsAre("turned, ends in front", "turned, begins behind",
+                                     "turned around it", "below the first sample"));
+}
+
 TEST_F(BookmarkListTest, DeletingOneFromTheListClosesTheGap) {
     Add("a", 1, 1);
     Add("b", 2, 2);
@@ -167,6 +180,56 @@ TEST_F(BookmarkListTest, SelectingTakesOnePointOrBoth) {
     Choice = 0;
     BookmarkSelect();
     EXPECT_EQ(SelStart, 5000);
+}
+
+constexpr std::int32_t Most = 2147483647;
+
+/// Positions as they can be typed or stand in a file, and the range that is meant.
+struct StrangeBookmark {
+    std::int32_t From, To, MeantFrom, MeantTo;
+};
+constexpr StrangeBookmark StrangeBookmarks[] = {{1000, 500, 500, 1000},
+                                                {0, 500, 1, 500},
+                                                {-5, 500, 1, 500},
+                                                {-5, -9, 1, 1},
+                                                {9000, 10001, 9000, 10000},
+                                                {9000, Most, 9000, 10000},
+                                                {20000, 30000, 10000, 10000},
+                                                {Most, -Most - 1, 1, 10000},
+                                                {-Most - 1, Most, 1, 10000},
+                                                {-Most - 1, -Most - 1, 1, 1},
+                                                {Most, Most, 10000, 10000}};
+
+TEST_F(BookmarkListTest, WhateverItsNumbersABookmarkSelectsSamplesOfTheDocumentInOrder) {
+    Choice = 1;
+    for (const StrangeBookmark& Each : StrangeBookmarks) {
+        SCOPED_TRACE(std::to_string(Each.From) + " to " + std::to_string(Each.To));
+        Bookmarks.assign(1, {});
+        Add("strange", Each.From, Each.To);
+        BookmarkSelect();
+        EXPECT_EQ(SelStart, Each.MeantFrom);
+        EXPECT_EQ(SelEnd, Each.MeantTo);
+        ViewTotal = 77;
+        BookmarkGoto();
+        EXPECT_EQ(ViewFrom, Each.MeantFrom);
+        EXPECT_EQ(ViewTotal, Each.From == Each.To ? 77 : Each.MeantTo - Each.MeantFrom + 1);
+        EXPECT_EQ(Bookmarks[1].From, Each.From) << "the list keeps what was entered";
+        EXPECT_EQ(Bookmarks[1].To, Each.To);
+    }
+}
+
+TEST_F(BookmarkListTest, InAnEmptyDocumentABookmarkSelectsNothingAndTheViewStays) {
+    WaveStore->StorageReset();
+    Add("left over", 5, 9);
+    Choice = 1;
+    ViewFrom = 1;
+    ViewTotal = 0;
+    BookmarkSelect();
+    EXPECT_EQ(SelStart, 0);
+    EXPECT_EQ(SelEnd, 0);
+    BookmarkGoto();
+    EXPECT_EQ(ViewFrom, 1);
+    EXPECT_EQ(ViewTotal, 0);
 }
 
 TEST_F(BookmarkListTest, TheButtonsOfTheListMarkTheBookmarksAsChanged) {

@@ -205,11 +205,50 @@ TEST_F(Confirm, TheWorkingChannelsFollowTheSelector) {
     }
 }
 
-TEST_F(Confirm, ASelectionFromEndToStartIsHandedOutAsItStands) {
-    Select(60, 50);
-    EXPECT_EQ(SelectionAvailable(), 2);
-    EXPECT_TRUE(Run(2));
-    ExpectGiven(60, 50);
+TEST_F(Confirm, ASelectionFromEndToStartIsHandedOutInOrder) {
+    for (const std::int32_t Need : {0, 2, 3}) {
+        Select(60, 50);
+        EXPECT_TRUE(Run(Need));
+        ExpectGiven(50, 60);
+        ExpectSelection(50, 60);
+    }
+}
+
+TEST_F(Confirm, WhatDoesNotLieInTheDocumentIsNoSelection) {
+    struct Row {
+        std::int32_t From, To;
+    };
+    const Row Rows[] = {{-5, 50},  {50, -5},     {0, 50},   {50, 0},          {-9, -5},
+                        {1, 1001}, {1001, 1001}, {Most, 1}, {-Most - 1, Most}};
+    for (const std::int32_t Need : {0, 1, 2, 3})
+        for (const Row& Each : Rows) {
+            SCOPED_TRACE(std::to_string(Need) + ": " + std::to_string(Each.From) + " to " +
+                         std::to_string(Each.To));
+            Select(Each.From, Each.To);
+            Dialog.Requests.clear();
+            EXPECT_FALSE(Run(Need));
+            ExpectNothingGiven();
+            EXPECT_EQ(Dialog.Requests.size(), Need == 0 ? 0U : 1U);
+            for (const SelConfRequest& Asked : Dialog.Requests)
+                EXPECT_EQ(Asked.Available, 0);
+        }
+}
+
+TEST_F(Confirm, AllOfAnEmptyDocumentIsNothingAndToldSo) {
+    Document(0);
+    SelectAllSamples();
+    ExpectSelection(0, 0);
+    SelectView();
+    ExpectSelection(0, 0);
+    Dialog.Choices = {0, 2};
+    for (const std::int32_t Need : {2, 3}) {
+        EXPECT_FALSE(Run(Need));
+        ExpectNothingGiven();
+        EXPECT_EQ(Messages.TakeTexts(),
+                  std::vector<std::string>{"The document is empty: there is nothing to select"});
+    }
+    EXPECT_FALSE(Run(0));
+    ExpectNothingGiven();
 }
 
 TEST_F(Confirm, TheLastSelectionHandedOutIsRecordedForSupport) {

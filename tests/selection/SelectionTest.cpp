@@ -178,6 +178,40 @@ TEST_F(Selection, OneBeyondTheDocumentDisappears) {
     ExpectSelection(Most, Most);
 }
 
+TEST_F(Selection, OneFromEndToStartIsPutInOrderAndOneBelowTheFirstSampleDisappears) {
+    Select(60, 50);
+    SelectionLimit(1000);
+    ExpectSelection(50, 60);
+    Select(5, 0);
+    SelectionLimit(1000);
+    ExpectSelection(0, 0);
+    Select(-5, 20);
+    SelectionLimit(1000);
+    ExpectSelection(0, 0);
+}
+
+TEST_F(Selection, TwoPositionsMeanTheSamplesOfTheDocumentBetweenThem) {
+    struct Row {
+        std::int32_t A, B, Total, From, To;
+    };
+    const Row Rows[] = {{10, 20, 1000, 10, 20},
+                        {20, 10, 1000, 10, 20},
+                        {0, 20, 1000, 1, 20},
+                        {-5, -9, 1000, 1, 1},
+                        {990, 1001, 1000, 990, 1000},
+                        {5000, 4000, 1000, 1000, 1000},
+                        {Most, -Most - 1, Most, 1, Most},
+                        {7, 7, 7, 7, 7},
+                        {1, 1, 0, 0, 0},
+                        {0, 0, 0, 0, 0}};
+    for (const Row& Each : Rows) {
+        SCOPED_TRACE(std::to_string(Each.A) + ", " + std::to_string(Each.B));
+        const SampleRange Range = RangeWithin(Each.A, Each.B, Each.Total);
+        EXPECT_EQ(Range.From, Each.From);
+        EXPECT_EQ(Range.To, Each.To);
+    }
+}
+
 TEST_F(Selection, ADocumentStartsWithoutOneAndSeenWhole) {
     const auto Disturb = [] {
         Select(5, 6);
