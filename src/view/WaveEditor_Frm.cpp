@@ -120,8 +120,11 @@ bool WaveEditor_Frm::eventFilter(QObject* Watched, QEvent* Event) {
         if (!Command.empty())
             RunCommand(Command);
     }
+    // Between two controls nothing lies under the mouse that could be helped with.
     if (Event->type() == QEvent::Enter)
         StatusGuide(Watched->property("StatusHint").toString().toStdString());
+    if (Event->type() == QEvent::Leave)
+        StatusGuide("");
     return QMainWindow::eventFilter(Watched, Event);
 }
 

@@ -5,8 +5,11 @@
 #include "view/ToolbarTable.h"
 
 #include <QAction>
+#include <QLabel>
 #include <QMenu>
 #include <QToolButton>
+#include <QWindow>
+#include <QtTest>
 
 #include <map>
 #include <tuple>
@@ -115,6 +118,23 @@ TEST_F(ToolbarTest, TheEditButtonsRunTheirCommandsAndSayWhatTheyAreFor) {
             EXPECT_EQ(Button->property("StatusHint").toString(), Hint);
         }
     }
+}
+
+TEST_F(ToolbarTest, TheHelpLineEndsBesideTheButton) {
+    Show();
+    const auto MouseTo = [this](const QWidget* Where, QPoint Place) {
+        QTest::mouseMove(Window->windowHandle(), Where->mapTo(Window.get(), Place));
+        QApplication::processEvents();
+        return Find<QLabel>("StatusBar1_UserGuide")->text();
+    };
+    const QToolButton* Button = Window->ToolButton("FileToolbar", "New");
+    const QToolButton* Next = Window->ToolButton("FileToolbar", "Open");
+    EXPECT_EQ(MouseTo(Button, {5, 5}), "Use this button to create a new audio file");
+    EXPECT_EQ(MouseTo(Next, {5, 5}), "Use this button to open an existing audio file");
+    // The edge of the toolbar itself.
+    const QWidget* Bar = Next->parentWidget();
+    ASSERT_EQ(Bar->childAt(Bar->width() / 2, Bar->height() - 1), nullptr);
+    EXPECT_EQ(MouseTo(Bar, {Bar->width() / 2, Bar->height() - 1}), "");
 }
 
 TEST_F(ToolbarTest, ThePasteButtonKeepsTheModeThatWasChosenLast) {
