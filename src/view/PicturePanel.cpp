@@ -1,10 +1,10 @@
 #include "view/PicturePanel.h"
 
 #include <QEvent>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QRegion>
-#include <QSinglePointEvent>
 
 #include <cmath>
 
@@ -56,11 +56,8 @@ QPoint PicturePanel::PixelAt(const QPointF& MousePos) const {
             int(std::floor((MousePos.y() - EdgeAbove) * PixelRatio()))};
 }
 
-QPointF PicturePanel::PlaceOf(const QSinglePointEvent& Event) const {
-    const QPointF Rounded = Event.position();
-    const QPointF Exact = mapFrom(window(), Event.scenePosition());
-    // An event that a program has made tells the place in the widget for that in the window, too.
-    return (Exact - Rounded).manhattanLength() <= 1 ? Exact : Rounded;
+QPointF PicturePanel::PlaceOf(const QMouseEvent& Event) const {
+    return mapFrom(window(), Event.scenePosition());
 }
 
 void PicturePanel::SetBackColor(std::int32_t Color) {

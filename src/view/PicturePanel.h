@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cstdint>
 
-class QSinglePointEvent;
+class QMouseEvent;
 
 namespace quoril {
 
@@ -34,9 +34,10 @@ class PicturePanel : public QWidget {
     [[nodiscard]] double PixelRatio() const { return devicePixelRatioF(); }
     /// Where a mouse position lies in the picture.
     [[nodiscard]] QPoint PixelAt(const QPointF& MousePos) const;
-    /// Where an event of the mouse happened on the widget, to the pixel of the screen. The toolkit
-    /// rounds the place in a widget to whole pixels of the window system, but not that in a window.
-    [[nodiscard]] QPointF PlaceOf(const QSinglePointEvent& Event) const;
+    /// Where an event of the mouse, told to any widget of the window, happened on this one, to the
+    /// pixel of the screen. The toolkit rounds the place in a widget to whole pixels of the window
+    /// system, but not that in the window. Turns of the wheel are told unrounded by themselves.
+    [[nodiscard]] QPointF PlaceOf(const QMouseEvent& Event) const;
 
     /// The background, taken by the next Clear. 0x00BBGGRR.
     void SetBackColor(std::int32_t Color);

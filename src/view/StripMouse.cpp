@@ -93,10 +93,11 @@ void StripMouse::Turn(const QWidget& Strip, const QWheelEvent& Event) {
         return;
     const PicturePanel& ScaleStrip = *Window.ScalePic;
     if (&Strip == &ScaleStrip)
-        Wheel.Turn(Event, ScaleStrip.PixelAt(ScaleStrip.PlaceOf(Event)).x() /
-                              Window.Wave_Pic[1]->ScaleSpan());
+        Wheel.Turn(Event,
+                   ScaleStrip.PixelAt(Event.position()).x() / Window.Wave_Pic[1]->ScaleSpan());
     else
-        Wheel.Turn(Event, BarAcross(Bar(), BarPixel(Event)));
+        Wheel.Turn(Event,
+                   BarAcross(Bar(), BarPixel(Strip.mapTo(Window.HScrollPic, Event.position()))));
 }
 
 // ---- Time scale
@@ -208,12 +209,12 @@ ScrollBar StripMouse::Bar() const {
     return {Window.ScrollEdge, Window.HScrollPic->ScaleWidth(), Window.Facts().Total};
 }
 
-double StripMouse::BarPixel(const QSinglePointEvent& Event) const {
-    return Window.HScrollPic->PixelAt(Window.HScrollPic->PlaceOf(Event)).x();
+double StripMouse::BarPixel(const QPointF& Place) const {
+    return Window.HScrollPic->PixelAt(Place).x();
 }
 
 bool StripMouse::OnBar(const QMouseEvent& Event) {
-    const double X = BarPixel(Event);
+    const double X = BarPixel(Window.HScrollPic->PlaceOf(Event));
     if (Event.type() == QEvent::MouseMove) {
         BarMove(Event, X);
         return true;
@@ -250,7 +251,7 @@ void StripMouse::BarMove(const QMouseEvent& Event, double X) {
 bool StripMouse::OnArrow(const QMouseEvent& Event, const ArrowImage& Arrow, int Index) {
     const double X = Event.position().x();
     if (Event.type() == QEvent::MouseMove) {
-        BarMove(Event, BarPixel(Event));
+        BarMove(Event, BarPixel(Window.HScrollPic->PlaceOf(Event)));
         Window.StatusGuide(ArrowHint);
     } else if (IsPress(Event) && Window.Facts().Total > 0) {
         ArrowShift(Index, std::floor(X), Arrow.width());

@@ -11,7 +11,6 @@
 #include <optional>
 
 class QMouseEvent;
-class QSinglePointEvent;
 class QTimer;
 class QWheelEvent;
 class QWidget;
@@ -48,8 +47,8 @@ class StripMouse final : public QObject {
 
     bool OnBar(const QMouseEvent& Event);
     void BarMove(const QMouseEvent& Event, double X);
-    /// The pixel of the bar under an event on it or on an arrow.
-    [[nodiscard]] double BarPixel(const QSinglePointEvent& Event) const;
+    /// The pixel of the bar's picture at a place on the bar.
+    [[nodiscard]] double BarPixel(const QPointF& Place) const;
     [[nodiscard]] ScrollBar Bar() const;
 
     bool OnArrow(const QMouseEvent& Event, const ArrowImage& Arrow, int Index);

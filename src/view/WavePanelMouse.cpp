@@ -133,6 +133,7 @@ void WavePanelMouse::Move(WavePanel& Panel, const QMouseEvent& Event) {
     Under = &Panel;
     At = Panel.PlaceOf(Event);
     ShowReadOut();
+    FollowTool();
     ShowLines();
     ShowZoomTip();
     if (Mouse.Move(Panel.PixelAt(At).x()))
@@ -171,7 +172,7 @@ void WavePanelMouse::Clear() {
 
 void WavePanelMouse::Turn(const WavePanel& Panel, const QWheelEvent& Event) {
     if (Mouse.Hold() != MouseHold::Pan)
-        Wheel.Turn(Event, Panel.PixelAt(Panel.PlaceOf(Event)).x() / Panel.ScaleSpan());
+        Wheel.Turn(Event, Panel.PixelAt(Event.position()).x() / Panel.ScaleSpan());
 }
 
 // ---- What follows the mouse
@@ -222,6 +223,7 @@ void WavePanelMouse::HideLines() {
 }
 
 void WavePanelMouse::ShowTool() {
+    ToolShown = {MouseMode, ViewMouseMode};
     const PointerLook Look = PointerLookOf(MouseMode, ViewMouseMode);
     for (const std::size_t Channel : {1U, 2U}) {
         WavePanel* Panel = Window.Wave_Pic.at(Channel);
@@ -231,6 +233,12 @@ void WavePanelMouse::ShowTool() {
             Panel->MouseLine->hide();
     }
     ShowZoomTip();
+}
+
+/// Whoever changes the tool need not tell: dialogs and zooms do it by the way.
+void WavePanelMouse::FollowTool() {
+    if (ToolShown != Tool{MouseMode, ViewMouseMode})
+        ShowTool();
 }
 
 void WavePanelMouse::ShowBand() {
@@ -260,8 +268,8 @@ void WavePanelMouse::ShowZoomTip() {
 // ---- When something else changed the view
 
 void WavePanelMouse::PictureRefreshed() {
-    if (Mouse.Revise())
-        ShowTool();
+    Mouse.Revise();
+    FollowTool();
     if (Mouse.Hold() == MouseHold::Select)
         Window.RefreshDisplayLabels(true);
     if (Mouse.Dragging())
@@ -275,10 +283,8 @@ void WavePanelMouse::PictureRefreshed() {
 }
 
 void WavePanelMouse::CommandRun() {
-    if (!Mouse.Revise())
-        return;
-    ShowTool();
-    Refresh_Wave_View();
+    if (Mouse.Revise())
+        Refresh_Wave_View();
 }
 
 } // namespace quoril

@@ -57,8 +57,17 @@ class WavePanelMouse final : public QObject {
     void ShowLines();
     void ShowBand();
     void ShowZoomTip();
+    void FollowTool();
+
+    /// What tells one tool from another.
+    struct Tool {
+        std::int32_t Mode = MouseModeSelect;
+        std::int32_t ViewMode = ViewMouseModeNone;
+        friend bool operator==(const Tool&, const Tool&) = default;
+    };
 
     WaveEditor_Frm& Window;
+    Tool ToolShown;
     const WaveSource* Source = nullptr;
     WheelTurn Wheel;
     QLabel* ZoomTipLbl;

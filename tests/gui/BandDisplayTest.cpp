@@ -1,4 +1,5 @@
 // The bar graph of the sound around the mouse, in the real window.
+#include "MouseEvents.h"
 #include "WindowFixture.h"
 
 #include "base/Failure.h"
@@ -40,9 +41,8 @@ class BandDisplayTest : public WindowTest {
     static void Send(QWidget* Where, QEvent::Type Type, double Share,
                      Qt::MouseButtons Held = Qt::NoButton) {
         const QPointF Place(std::round(Share * (Where->width() - 1)), 5);
-        QMouseEvent Event(Type, Place, Where->mapToGlobal(Place),
-                          Type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, Held, {});
-        QApplication::sendEvent(Where, &Event);
+        SendMouse(Where, Type, Place, Type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                  Held);
     }
     static void Move(QWidget* Where, double Share) { Send(Where, QEvent::MouseMove, Share); }
     static void Leave(QWidget* Where) {

@@ -1,6 +1,9 @@
 // Mouse, wheel and keys over the wave panels of the real window.
+#include "MouseEvents.h"
 #include "WindowFixture.h"
 
+#include "selection/ScriptedSelConf.h"
+#include "selection/SelectionMod.h"
 #include "view/MousePointer.h"
 #include "view/ReadOutLabel.h"
 #include "view/ValueLabel.h"
@@ -11,7 +14,6 @@
 #include <QLabel>
 #include <QStatusBar>
 #include <QTimer>
-#include <QWheelEvent>
 #include <QtTest>
 
 namespace quoril::test {
@@ -37,16 +39,14 @@ class PanelMouseTest : public WindowTest {
         Window->PanelMouse->MouseMoveWaitTimer->stop();
     }
     void Press(QPoint Where, Qt::MouseButton Button = Qt::LeftButton, int Channel = 1) {
-        QTest::mousePress(Panel(Channel), Button, {}, Where);
+        SendMouse(Panel(Channel), QEvent::MouseButtonPress, Where, Button, Button);
         Waited();
     }
     void Move(QPoint Where, Qt::MouseButtons Held = Qt::NoButton, int Channel = 1) {
-        QMouseEvent Event(QEvent::MouseMove, Where, Panel(Channel)->mapToGlobal(Where),
-                          Qt::NoButton, Held, {});
-        QApplication::sendEvent(Panel(Channel), &Event);
+        SendMouse(Panel(Channel), QEvent::MouseMove, Where, Qt::NoButton, Held);
     }
     void Release(QPoint Where, int Channel = 1) {
-        QTest::mouseRelease(Panel(Channel), Qt::LeftButton, {}, Where);
+        SendMouse(Panel(Channel), QEvent::MouseButtonRelease, Where, Qt::LeftButton, Qt::NoButton);
     }
     void Leave(int Channel = 1) {
         QEvent Event(QEvent::Leave);
@@ -54,9 +54,7 @@ class PanelMouseTest : public WindowTest {
     }
     void Wheel(QPoint Where, int Notches, Qt::KeyboardModifiers Keys = {}, QPoint Pixels = {},
                Qt::ScrollPhase Phase = Qt::NoScrollPhase) {
-        QWheelEvent Event(Where, Panel()->mapToGlobal(Where), Pixels, {0, 120 * Notches}, {}, Keys,
-                          Phase, false);
-        QApplication::sendEvent(Panel(), &Event);
+        SendWheel(Panel(), Where, Notches, Keys, Pixels, Phase);
     }
     std::string Text(const QLabel* Label) const { return Label->text().toStdString(); }
     bool PanelsAreClean() const {
@@ -111,7 +109,7 @@ TEST_F(PanelMouseTest, ADragOverOneChannelInvertsThatChannelAlone) {
 }
 
 TEST_F(PanelMouseTest, AShakyClickIsNoDrag) {
-    QTest::mousePress(Panel(), Qt::LeftButton, {}, First());
+    SendMouse(Panel(), QEvent::MouseButtonPress, First(), Qt::LeftButton, Qt::LeftButton);
     EXPECT_TRUE(Window->PanelMouse->MouseMoveWaitTimer->isActive());
     EXPECT_EQ(Window->PanelMouse->MouseMoveWaitTimer->interval(), 70);
     Move(First() + QPoint(3, 0), Qt::LeftButton);
@@ -249,6 +247,59 @@ TEST_F(PanelMouseTest, PointersFollowTheTool) {
     EXPECT_EQ(Panel()->cursor().shape(), Qt::ArrowCursor);
 }
 
+TEST_F(PanelMouseTest, AConfirmedSelectionTakesPointerAndLineOfTheToolAway) {
+    ScriptedSelConf Dialog(0);
+    const auto Confirm = [] {
+        std::int32_t From = 0, To = 0, WorkChn = 0;
+        return ConfirmSelection(From, To, WorkChn, 2, "Cut");
+    };
+    Window->Entry("SelectMouse_Mnu_2")->trigger();
+    EXPECT_EQ(Panel()->MouseLine->Color(),
+              ColorFromBgr(ColorOf(WaveColor::SecPtSelLineCursorColor)));
+    ASSERT_TRUE(Confirm());
+    for (const int Channel : {1, 2}) {
+        EXPECT_EQ(Panel(Channel)->cursor().shape(), Qt::ArrowCursor);
+        EXPECT_EQ(Panel(Channel)->MouseLine->Color(),
+                  ColorFromBgr(ColorOf(WaveColor::LineCursorColor)));
+    }
+    // A first point waits for the second one, and the dialog takes its place.
+    Press(First());
+    Release(First());
+    EXPECT_EQ(Panel()->MouseLine->Color(),
+              ColorFromBgr(ColorOf(WaveColor::SecPtSelLineCursorColor)));
+    ASSERT_TRUE(Confirm());
+    EXPECT_EQ(Panel()->MouseLine->Color(), ColorFromBgr(ColorOf(WaveColor::LineCursorColor)));
+}
+
+TEST_F(PanelMouseTest, AZoomThatEndsDrawingTakesItsPointerAway) {
+    Source.Document.Total = 3000;
+    Source.Left.resize(3000);
+    Source.Right.resize(3000);
+    Document(3000, 2);
+    ViewAll = false;
+    ViewTotal = 900;
+    MouseMode = MouseModeDraw;
+    Window->RefreshMousePointer();
+    Window->Refresh_Wave_View();
+    EXPECT_EQ(Panel()->cursor().shape(), Qt::BitmapCursor);
+    Move(At(0.5));
+    EXPECT_FALSE(Panel()->MouseLine->isVisible());
+    QTest::keyClick(Panel(), Qt::Key_F2);
+    EXPECT_EQ(MouseMode, MouseModeSelect);
+    EXPECT_EQ(Panel()->cursor().shape(), Qt::ArrowCursor);
+    Move(At(0.5));
+    EXPECT_TRUE(Panel()->MouseLine->isVisible());
+}
+
+TEST_F(PanelMouseTest, AMoveShowsAToolThatWasChangedWithoutAWord) {
+    MouseMode = MouseModeStart;
+    Move(At(0.5));
+    EXPECT_EQ(Panel()->cursor().shape(), Qt::BitmapCursor);
+    MouseMode = MouseModeSelect;
+    Move(At(0.6));
+    EXPECT_EQ(Panel()->cursor().shape(), Qt::ArrowCursor);
+}
+
 TEST_F(PanelMouseTest, TheZoomToolTellsThatItWaitsForTheOtherEnd) {
     Window->Entry("Zoom_Mnu_0")->trigger();
     const auto* Tip = Find<QLabel>("ZoomTipLbl");
@@ -268,8 +319,10 @@ TEST_F(PanelMouseTest, TheZoomToolTellsThatItWaitsForTheOtherEnd) {
 }
 
 TEST_F(PanelMouseTest, ADoubleClickSelectsAll) {
-    QTest::mouseClick(Panel(), Qt::LeftButton, {}, First());
-    QTest::mouseDClick(Panel(), Qt::LeftButton, {}, First());
+    Press(First());
+    Release(First());
+    SendMouse(Panel(), QEvent::MouseButtonDblClick, First(), Qt::LeftButton, Qt::LeftButton);
+    Release(First());
     EXPECT_EQ(SelStart, 1);
     EXPECT_EQ(SelEnd, 1000);
     EXPECT_EQ(MouseMode, 0);

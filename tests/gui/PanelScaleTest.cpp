@@ -8,6 +8,8 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPixmap>
+#include <QWheelEvent>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -76,9 +78,38 @@ TEST(PanelScale, APlaceOfTheMouseIsExactToThePixelOfTheScreen) {
     const QPointF InPanel = (InWindow - QPointF(7, 20)).toPoint();
     QMouseEvent Event(QEvent::MouseMove, InPanel, InWindow, InPanel, Qt::NoButton, {}, {});
     EXPECT_EQ(Panel.PixelAt(Panel.PlaceOf(Event) + QPointF(1e-6, 1e-6)), QPoint(41, 13));
-    // An event that was made for the panel alone.
-    QMouseEvent Made(QEvent::MouseMove, QPointF(60, 30), QPointF(60, 30), Qt::NoButton, {}, {});
-    EXPECT_EQ(Panel.PlaceOf(Made), QPointF(60, 30));
+    // However far the widget that was told lies from it.
+    QMouseEvent Elsewhere(QEvent::MouseMove, QPointF(3, 3), InWindow, InWindow, Qt::NoButton, {},
+                          {});
+    EXPECT_EQ(Panel.PlaceOf(Elsewhere), Panel.PlaceOf(Event));
+}
+
+/// Where turns of the wheel happened.
+class WheelWatch final : public QObject {
+  public:
+    QPointF Place;
+
+  protected:
+    bool eventFilter(QObject* Watched, QEvent* Event) override {
+        if (Event->type() == QEvent::Wheel)
+            Place = static_cast<QWheelEvent*>(Event)->position();
+        return QObject::eventFilter(Watched, Event);
+    }
+};
+
+TEST(PanelScale, ATurnOfTheWheelIsToldUnroundedOnTheWidget) {
+    QWidget Top;
+    PicturePanel Panel("panel", &Top);
+    Panel.setGeometry(7, 20, 100, 50);
+    Top.resize(200, 100);
+    Top.show();
+    WheelWatch Watch;
+    Panel.installEventFilter(&Watch);
+    const QPointF InPanel(41 / Scale, 13 / Scale);
+    const QPointF InWindow = QPointF(7, 20) + InPanel;
+    QWheelEvent Event(InWindow, InWindow, {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(Top.windowHandle(), &Event);
+    EXPECT_EQ(Panel.PixelAt(Watch.Place + QPointF(1e-6, 1e-6)), QPoint(41, 13));
 }
 
 TEST(PanelScale, ALineCoversItsColumnOfThePicture) {

@@ -1,4 +1,5 @@
 // Mouse events on the time scale, the overview bar and the arrows of the main window.
+#include "MouseEvents.h"
 #include "WindowFixture.h"
 
 #include "base/PlayState.h"
@@ -57,9 +58,7 @@ class StripMouseTest : public WindowTest {
     std::int32_t At(int X) const { return Window->PanelScale.PositionAt(X, Window->Facts().Total); }
     static void Send(QWidget* Where, QEvent::Type Type, int X, Qt::MouseButton Button,
                      Qt::MouseButtons Held) {
-        const QPointF Place(X, Where->height() / 2.0);
-        QMouseEvent Event(Type, Place, Where->mapToGlobal(Place), Button, Held, Qt::NoModifier);
-        QApplication::sendEvent(Where, &Event);
+        SendMouse(Where, Type, {double(X), Where->height() / 2.0}, Button, Held);
     }
     static void Press(QWidget* Where, int X, Qt::MouseButton Button = Qt::LeftButton) {
         Send(Where, QEvent::MouseButtonPress, X, Button, Button);
@@ -340,13 +339,13 @@ TEST_F(StripMouseTest, AMoveOverTheBarTellsWhatCanBeDone) {
 }
 
 TEST_F(StripMouseTest, TheArrowsMoveTheViewByAFewSamples) {
-    QTest::mouseClick(Window->ArrowImg[0], Qt::LeftButton, {}, {47, 5});
+    Press(Window->ArrowImg[0], 47);
     EXPECT_EQ(ViewFrom, 3002);
-    QTest::mouseClick(Window->ArrowImg[0], Qt::LeftButton, {}, {8, 5});
+    Press(Window->ArrowImg[0], 8);
     EXPECT_EQ(ViewFrom, 3042);
-    QTest::mouseClick(Window->ArrowImg[1], Qt::LeftButton, {}, {0, 5});
+    Press(Window->ArrowImg[1], 0);
     EXPECT_EQ(ViewFrom, 3041);
-    QTest::mouseClick(Window->ArrowImg[1], Qt::LeftButton, {}, {40, 5});
+    Press(Window->ArrowImg[1], 40);
     EXPECT_EQ(ViewFrom, 3001);
 }
 
@@ -358,12 +357,18 @@ TEST_F(StripMouseTest, AMoveOverAnArrowTellsWhatItDoes) {
     EXPECT_FALSE(Window->Wave_Pic[1]->MouseLine->isVisible());
 }
 
-/// Turns of the wheel by whole notches, away from the user if positive.
-void Turn(QWidget* Where, double X, double Notches, Qt::KeyboardModifiers Keys = {}) {
-    const QPointF Place(X, Where->height() / 2.0);
-    QWheelEvent Event(Place, Where->mapToGlobal(Place), {}, {0, static_cast<int>(120 * Notches)},
-                      Qt::NoButton, Keys, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(Where, &Event);
+TEST_F(StripMouseTest, AMoveOverTheRightArrowIsAtItsPlaceOnTheBar) {
+    ViewFrom = 1;
+    Window->Refresh_Wave_View();
+    ASSERT_GT(Window->ScrollEdge[2], 20);
+    Move(Window->ArrowImg[0], 20, Qt::NoButton);
+    EXPECT_EQ(Window->HScrollPic->cursor().shape(), Qt::ArrowCursor);
+    Move(Window->ArrowImg[1], 20, Qt::NoButton);
+    EXPECT_EQ(Window->HScrollPic->cursor().shape(), Qt::OpenHandCursor);
+}
+
+void Turn(QWidget* Where, double X, int Notches, Qt::KeyboardModifiers Keys = {}) {
+    SendWheel(Where, {X, Where->height() / 2.0}, Notches, Keys);
 }
 
 TEST_F(StripMouseTest, TheWheelScrollsByATenthOfTheView) {
@@ -406,6 +411,19 @@ TEST_F(StripMouseTest, TheWheelWithCtrlBesideTheViewOnTheBarKeepsTheNearerEdge) 
     Turn(Window->HScrollPic, 10, 1, Qt::ControlModifier);
     EXPECT_EQ(ViewFrom, 3001);
     EXPECT_LT(ViewTotal, 1000);
+}
+
+TEST_F(StripMouseTest, TheWheelWithCtrlOnAnArrowZoomsAroundTheSampleThatThePlaceStandsFor) {
+    ViewFrom = 9001;
+    Window->Refresh_Wave_View();
+    const ArrowImage* const Right = Window->ArrowImg[0];
+    const int OnArrow = (Right->x() + Window->ScrollEdge[2]) / 2 - Right->x();
+    const double Under = (Right->x() + OnArrow) * 10000.0 / (Window->HScrollPic->ScaleWidth() - 1);
+    const double Across = (Under - ViewFrom) / ViewTotal;
+    ASSERT_GT(Across, 0.2);
+    Turn(Window->ArrowImg[0], OnArrow, 1, Qt::ControlModifier);
+    EXPECT_LT(ViewTotal, 1000);
+    EXPECT_NEAR((Under - ViewFrom) / ViewTotal, Across, 0.01);
 }
 
 TEST_F(StripMouseTest, TheWheelIsStillWhileTheBarIsDragged) {
