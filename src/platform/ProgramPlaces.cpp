@@ -3,8 +3,12 @@
 #include "base/Failure.h"
 #include "platform/FileSystem.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <pwd.h>
 #include <string_view>
 #include <unistd.h>
@@ -33,12 +37,31 @@ std::string HomeFolder() {
                                                       : WithoutEndingSeparators(User->pw_dir);
 }
 
-/// The user's own folder for settings; a relative path in the variable does not count.
-std::string SettingsFolderOfUser() {
-    std::string Folder = Variable("XDG_CONFIG_HOME");
-    Folder = Folder.starts_with('/') ? WithoutEndingSeparators(Folder) : HomeFolder() + "/.config";
-    return Folder + "/quoril-wave-editor";
+/// The user's own folder for settings of programs; a relative path in the variable does not count.
+std::string ConfigFolder() {
+    const std::string Folder = Variable("XDG_CONFIG_HOME");
+    return Folder.starts_with('/') ? WithoutEndingSeparators(Folder) : HomeFolder() + "/.config";
 }
+
+/// The music folder that the desktop has noted for the user; empty without one. The line reads
+/// XDG_MUSIC_DIR="$HOME/Music", or has a whole path.
+std::string NotedMusicFolder() {
+    constexpr std::string_view Key = "XDG_MUSIC_DIR=\"";
+    constexpr std::string_view Home = "$HOME/";
+    std::ifstream Notes(ConfigFolder() + "/user-dirs.dirs");
+    std::string Folder;
+    for (std::string Line; std::getline(Notes, Line);)
+        if (const std::size_t End = Line.rfind('"'); Line.starts_with(Key) && End >= Key.size())
+            Folder = Line.substr(Key.size(), End - Key.size());
+    return Folder.starts_with(Home) ? HomeFolder() + "/" + Folder.substr(Home.size()) : Folder;
+}
+
+bool LiesIn(const std::filesystem::path& Folder, const std::filesystem::path& Root) {
+    return std::ranges::mismatch(Root, Folder).in1 == Root.end();
+}
+
+constexpr std::array<const char*, 8> SystemFolders = {
+    {"/usr", "/opt", "/bin", "/sbin", "/lib", "/lib64", "/nix", "/snap"}};
 
 } // namespace
 
@@ -61,18 +84,32 @@ std::string ProgramFile() {
     return Path;
 }
 
+std::string FolderOfProgram() {
+    return FolderOfPath(ProgramFile());
+}
+
+bool IsSystemFolder(const std::string& Folder) {
+    const std::filesystem::path Plain =
+        std::filesystem::path(Folder + "/").lexically_normal().parent_path();
+    return std::ranges::any_of(SystemFolders,
+                               [&Plain](const char* Root) { return LiesIn(Plain, Root); });
+}
+
 std::string FolderForSettings(const std::string& ExecutableFolder) {
-    if (FolderExists(ExecutableFolder + "/") &&
+    if (!IsSystemFolder(ExecutableFolder) && FolderExists(ExecutableFolder + "/") &&
         ::access((ExecutableFolder + "/").c_str(), W_OK | X_OK) == 0)
         return ExecutableFolder;
-    std::string Folder = SettingsFolderOfUser();
+    std::string Folder = ConfigFolder() + "/quoril-wave-editor";
     // Where it cannot be made, the settings of this session are not kept.
     (void)MakeFolderPath(Folder);
     return Folder;
 }
 
-std::string FolderOfProgram() {
-    return FolderForSettings(FolderOfPath(ProgramFile()));
+std::string FolderForSounds() {
+    for (const std::string& Folder : {NotedMusicFolder(), HomeFolder() + "/Music", HomeFolder()})
+        if (Folder.starts_with('/') && FolderExists(Folder))
+            return WithoutEndingSeparators(Folder);
+    return {};
 }
 
 std::string GetTempPathA() {

@@ -14,6 +14,7 @@
 
 namespace quoril {
 
+std::string InstalledPath;
 std::string AppPath;
 std::string SysTempDir;
 std::string TmpDir0;
@@ -142,7 +143,7 @@ void FileSetLength(const std::string& FileName, std::int64_t Bytes) {
 }
 
 void WorkingFilesSetUp() {
-    IniPut("General", "InstalledPath", AppPath);
+    IniPut("General", "InstalledPath", InstalledPath);
     // Read whole: a folder's name may be longer than what IniGet gives.
     TmpDir0 =
         WithoutEndingSeparators(ProfileGet("General", "TmpDir0", SysTempDir, SettingsFileName()));

@@ -7,7 +7,8 @@
 namespace quoril {
 
 // Paths without a separator at the end. Set at start-up.
-extern std::string AppPath;          ///< folder of the program and of its settings
+extern std::string InstalledPath;    ///< folder of the program
+extern std::string AppPath;          ///< folder of its settings: the same, or the user's own
 extern std::string SysTempDir;       ///< the system's temporary folder, or AppPath
 extern std::string TmpDir0;          ///< the user's choice of location for temporary data
 extern std::string SessionDir;       ///< folder of this process in TmpDir0, removed at exit

@@ -4,6 +4,7 @@
 #include "base/MsgBoxMod.h"
 #include "base/QtText.h"
 #include "platform/FileSystem.h"
+#include "platform/ProgramPlaces.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -37,8 +38,8 @@ void SetUp(QFileDialog& Dialog, const FileDialogRequest& Request) {
     Dialog.setNameFilters(FilterForQt(Request.Filter));
     // The captions say in their own words what the patterns are.
     Dialog.setOption(QFileDialog::HideNameFilterDetails);
-    Dialog.setDirectory(FolderExists(Request.Folder) ? NameForQt(Request.Folder)
-                                                     : QDir::homePath());
+    Dialog.setDirectory(
+        NameForQt(FolderExists(Request.Folder) ? Request.Folder : FolderForSounds()));
     if (!Request.FileName.empty())
         Dialog.selectFile(NameForQt(Request.FileName));
 }

@@ -8,6 +8,7 @@
 #include "base/ProgramTitle.h"
 #include "platform/DirectXSetup.h"
 #include "platform/FileSystem.h"
+#include "platform/ProgramPlaces.h"
 #include "platform/SystemStatus.h"
 #include "platform/Text.h"
 #include "settings/STD1.h"
@@ -198,22 +199,33 @@ std::int32_t SettingOneOf(const char* Section, const char* Key, std::int32_t Def
     return Default;
 }
 
+std::string WorkFolder() {
+    return InstalledPath + "/Work";
+}
+
+/// Where the dialogs of a first session begin.
+std::string FirstWaveDir() {
+    return FolderExists(WorkFolder()) ? WorkFolder() : FolderForSounds();
+}
+
 bool SettingIs(const char* Section, const char* Key, const char* Default, double What) {
     return RoundEven(LeadingNumber(IniGet(Section, Key, Default))) == What;
 }
 
 } // namespace
 
-void PathsSetUp(const std::string& InstalledPath, const std::string& SystemTempPath) {
+void PathsSetUp(const std::string& ProgramFolder, const std::string& SystemTempPath) {
     constexpr std::size_t LongestTempPath = 500;
-    AppPath = InstalledPath;
+    InstalledPath = ProgramFolder;
+    AppPath = FolderForSettings(ProgramFolder);
     SysTempDir = SystemTempPath.substr(0, LongestTempPath);
     while (SysTempDir.size() > 1 && SysTempDir.ends_with('/'))
         SysTempDir.pop_back();
     if (Trim(SysTempDir).empty() || !FolderExists(SysTempDir))
         SysTempDir = AppPath;
     // Only a proposal for the first dialog: without it the dialogs start elsewhere.
-    (void)MakeFolderPath(AppPath + "/Work");
+    if (AppPath == InstalledPath)
+        (void)MakeFolderPath(WorkFolder());
 }
 
 void StartUpSettingsRead() {
@@ -221,7 +233,7 @@ void StartUpSettingsRead() {
     CurrentFormat.Bits = SettingOneOf("Format", "Bits", 16, {8, 16});
     CurrentFormat.Freq = SettingOneOf("Format", "SamplingRate", 22050, {11025, 22050, 44100});
     // Read whole: a folder's name may be longer than what IniGet gives.
-    WaveDir = ProfileGet("Path", "Last Wave Dir", AppPath + "/Work", SettingsFileName());
+    WaveDir = ProfileGet("Path", "Last Wave Dir", FirstWaveDir(), SettingsFileName());
     SelectedDir = WaveDir;
     LoopOn = SettingIs("Setting", "LoopOn", "0", 1);
     QuickPlay = SettingIs("Setting", "QuickPlay", "1", 1);

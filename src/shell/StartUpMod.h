@@ -59,8 +59,9 @@ CommandLineFile(const std::string& CommandLine, const std::string& CurrentFolder
 
 // ---- Settings
 
-/// Fixes AppPath and SysTempDir, and makes the folder "Work" in AppPath if it is missing.
-void PathsSetUp(const std::string& InstalledPath, const std::string& SystemTempPath);
+/// Fixes InstalledPath, AppPath and SysTempDir, and makes the folder "Work" in InstalledPath if it
+/// is missing and settings lie there, too.
+void PathsSetUp(const std::string& ProgramFolder, const std::string& SystemTempPath);
 
 /// Reads the settings that live through sessions; what fails its check takes its default, and
 /// nothing is written back.

@@ -32,7 +32,7 @@ namespace quoril {
 
 /// What the program is started with.
 struct WEditorSurroundings {
-    std::function<std::string()> InstalledPath;  ///< the folder for the settings; may throw
+    std::function<std::string()> InstalledPath;  ///< the folder of the program; may throw
     std::function<std::string()> SystemTempPath; ///< the system's place for temporary files
     std::string CommandLine;                     ///< the words after the program's name
     std::string CurrentFolder;            ///< what a relative name on the command line begins at

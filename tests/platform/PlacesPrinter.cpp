@@ -8,7 +8,7 @@
 int main(int argc, char** argv) {
     if (argc > 1 && ::unlink(argv[0]) != 0)
         return 1;
-    std::printf("%s%c%s%c", quoril::ProgramFile().c_str(), '\0', quoril::FolderOfProgram().c_str(),
-                '\0');
+    std::printf("%s%c%s%c", quoril::ProgramFile().c_str(), '\0',
+                quoril::FolderForSettings(quoril::FolderOfProgram()).c_str(), '\0');
     return 0;
 }

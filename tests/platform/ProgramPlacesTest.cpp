@@ -74,6 +74,54 @@ TEST(ProgramPlaces, SettingsLieBesideAProgramInAWritableFolder) {
     EXPECT_FALSE(FolderExists(Folder / "config"));
 }
 
+TEST(ProgramPlaces, SettingsNeverLieAmongTheProgramsOfTheSystemEvenWhereTheyCouldBeWritten) {
+    const TempFolder Folder;
+    ::setenv("XDG_CONFIG_HOME", Folder.Path().c_str(), 1);
+    for (const char* Installed :
+         {"/usr/bin", "/usr/local/bin", "/usr/local/bin/", "/opt", "/usr/lib", "/bin"})
+        EXPECT_EQ(FolderForSettings(Installed), Folder / "quoril-wave-editor") << Installed;
+    EXPECT_FALSE(FileExists("/usr/bin/quoril-wave-editor.ini"));
+}
+
+TEST(ProgramPlaces, FoldersOfTheSystemAreKnownByTheirWholeNames) {
+    for (const char* Folder : {"/usr", "/usr/bin", "/usr/local/bin", "/usr/games/", "/opt",
+                               "/opt/quoril/bin", "/home/../opt/quoril", "//usr//bin", "/bin",
+                               "/sbin", "/snap/quoril/7/bin", "/nix/store/x/bin"})
+        EXPECT_TRUE(IsSystemFolder(Folder)) << Folder;
+    for (const char* Folder :
+         {"/", "", "/home/me/bin", "/home/me/usr/bin", "/home/opt", "/optional", "/usr2/bin",
+          "/srv/quoril", "/media/stick/opt", "usr/bin"})
+        EXPECT_FALSE(IsSystemFolder(Folder)) << Folder;
+}
+
+TEST(ProgramPlaces, SoundsAreLookedForInTheMusicFolderElseInTheHomeFolder) {
+    const TempFolder Home;
+    ::setenv("HOME", Home.Path().c_str(), 1);
+    ::setenv("XDG_CONFIG_HOME", (Home / "config").c_str(), 1);
+    EXPECT_EQ(FolderForSounds(), Home.Path());
+    ASSERT_TRUE(MakeFolderPath(Home / "Music"));
+    EXPECT_EQ(FolderForSounds(), Home / "Music");
+    ASSERT_TRUE(MakeFolderPath(Home / "config"));
+    const auto Note = [&Home](const std::string& Where) {
+        (void)Home.Write("config/user-dirs.dirs", "# folders\nXDG_DESKTOP_DIR=\"$HOME/Desk\"\n"
+                                                  "XDG_MUSIC_DIR=\"" +
+                                                      Where + "\"\nXDG_VIDEOS_DIR=\"/\"\n");
+    };
+    Note("$HOME/my songs");
+    EXPECT_EQ(FolderForSounds(), Home / "Music") << "a folder that is not there";
+    ASSERT_TRUE(MakeFolderPath(Home / "my songs"));
+    EXPECT_EQ(FolderForSounds(), Home / "my songs");
+    ASSERT_TRUE(MakeFolderPath(Home / "elsewhere"));
+    Note(Home / "elsewhere/");
+    EXPECT_EQ(FolderForSounds(), Home / "elsewhere");
+    Note("$HOME/");
+    EXPECT_EQ(FolderForSounds(), Home.Path()) << "the desktop has none";
+    for (const char* Broken : {"", "relative", "$HOME"}) {
+        Note(Broken);
+        EXPECT_EQ(FolderForSounds(), Home / "Music") << Broken;
+    }
+}
+
 TEST(ProgramPlaces, OtherwiseInTheUsersOwnFolderWhichIsMade) {
     const TempFolder Folder;
     ::setenv("XDG_CONFIG_HOME", (Folder / "deep/config/").c_str(), 1);

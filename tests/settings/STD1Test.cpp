@@ -474,8 +474,9 @@ TEST_F(WorkingFiles, WithoutAnyPlaceFail) {
 }
 
 TEST_F(WorkingFiles, LeaveARecordInTheSettings) {
+    InstalledPath = "/usr/bin";
     WorkingFilesSetUp();
-    EXPECT_EQ(ProfileGet("General", "InstalledPath", "", SettingsFileName()), AppPath);
+    EXPECT_EQ(ProfileGet("General", "InstalledPath", "", SettingsFileName()), "/usr/bin");
     const std::string Free = IniGet("General", "FreeHardDisk", "");
     ASSERT_FALSE(Free.empty());
     EXPECT_EQ(Free.find_first_not_of("0123456789"), std::string::npos) << Free;

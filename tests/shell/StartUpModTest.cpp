@@ -233,9 +233,10 @@ TEST(CommandLine, AnUnquotedNameInTwoWordsIsOneFile) {
 
 TEST(StartUpSettings, WithoutAFileTheDefaultsStand) {
     const TestSession Session;
+    fs::create_directory(InstalledPath + "/Work");
     StartUpSettingsRead();
     EXPECT_EQ(CurrentFormat, (WaveFormat{1, 22050, 16}));
-    EXPECT_EQ(WaveDir, AppPath + "/Work");
+    EXPECT_EQ(WaveDir, InstalledPath + "/Work");
     EXPECT_FALSE(LoopOn);
     EXPECT_TRUE(QuickPlay);
     EXPECT_TRUE(ShowNewUserGuide);
@@ -331,6 +332,19 @@ TEST(StartUpSettings, ATempoIsShownInWholePercent) {
     EXPECT_EQ(TempoLabelText(0.999F), "99%");
 }
 
+TEST(StartUpSettings, TheFirstDialogsBeginWithTheUsersMusicWhereThereIsNoWorkFolder) {
+    const TestSession Session;
+    ::setenv("HOME", Session.Path("home").c_str(), 1);
+    ::setenv("XDG_CONFIG_HOME", Session.Path("config").c_str(), 1);
+    fs::create_directories(Session.Path("home"));
+    StartUpSettingsRead();
+    EXPECT_EQ(WaveDir, Session.Path("home"));
+    fs::create_directories(Session.Path("home/Music"));
+    StartUpSettingsRead();
+    EXPECT_EQ(WaveDir, Session.Path("home/Music"));
+    EXPECT_EQ(SelectedDir, WaveDir);
+}
+
 TEST(StartUpSettings, WhatLivesThroughSessionsComesBack) {
     const TestSession Session;
     CurrentFormat = {2, 44100, 8};
@@ -409,8 +423,26 @@ TEST(StartUpPaths, AnUnusableTemporaryFolderGivesWayToTheProgramsOwn) {
 
 TEST(StartUpPaths, AFolderThatCannotHoldTheWorkFolderIsNoFailure) {
     const TestSession Session;
+    ::setenv("XDG_CONFIG_HOME", "/proc/nosuch", 1);
     PathsSetUp("/proc/nosuch", Session.Path(""));
-    EXPECT_EQ(AppPath, "/proc/nosuch");
+    EXPECT_EQ(InstalledPath, "/proc/nosuch");
+    EXPECT_EQ(AppPath, "/proc/nosuch/quoril-wave-editor");
+}
+
+TEST(StartUpPaths, AnInstalledProgramKeepsItsSettingsWithTheUserAndMakesNoWorkFolder) {
+    const TestSession Session;
+    ::setenv("XDG_CONFIG_HOME", Session.Path("config").c_str(), 1);
+    for (const char* Installed : {"/usr/bin", "/usr/local/bin", "/opt"}) {
+        PathsSetUp(Installed, Session.Path(""));
+        EXPECT_EQ(InstalledPath, Installed);
+        EXPECT_EQ(AppPath, Session.Path("config/quoril-wave-editor"));
+        EXPECT_FALSE(fs::exists(std::string(Installed) + "/Work"));
+        EXPECT_FALSE(fs::exists(AppPath + "/Work"));
+        WorkingFilesSetUp();
+        EXPECT_EQ(ProfileGet("General", "InstalledPath", "",
+                             Session.Path("config/quoril-wave-editor/quoril-wave-editor.ini")),
+                  Installed);
+    }
 }
 
 // ---- Sound system

@@ -25,7 +25,7 @@ TestSession::TestSession(std::int32_t Budget) {
     if (::mkdtemp(Pattern.data()) == nullptr)
         throw std::runtime_error("no temporary folder for the test");
     Root = Pattern;
-    AppPath = Root + "/app";
+    InstalledPath = AppPath = Root + "/app";
     SysTempDir = Root;
     TmpDir0 = Root;
     SessionDir = Root + "/qw1";
