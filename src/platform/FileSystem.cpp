@@ -168,6 +168,18 @@ bool SetLengthOfFile(const std::string& FileName, std::int64_t Bytes) noexcept {
     return Result == 0;
 }
 
+bool MakeNewFile(const std::string& FileName, unsigned Rights) {
+    if (!IsPossibleName(FileName))
+        throw SystemFailure(FileName.empty() ? ENOENT : EINVAL, FileName);
+    const Descriptor Made(
+        ::open(FileName.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode_t{Rights}));
+    if (Made.IsOpen())
+        return true;
+    if (errno == EEXIST)
+        return false;
+    throw SystemFailure(errno, FileName);
+}
+
 bool MakePrivateFolder(const std::string& FolderName) {
     if (!IsPossibleName(FolderName))
         throw SystemFailure(FolderName.empty() ? ENOENT : EINVAL, FolderName);

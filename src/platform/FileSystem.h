@@ -37,6 +37,11 @@ void CopyFileContents(const std::string& From, const std::string& To);
 /// Makes an existing file exactly this long. False when that failed.
 [[nodiscard]] bool SetLengthOfFile(const std::string& FileName, std::int64_t Bytes) noexcept;
 
+/// Makes an empty file, in one step: false when something of that name exists already. `Rights` as
+/// the system counts them, less what the process keeps from others. Throws SystemFailure on any
+/// other error.
+[[nodiscard]] bool MakeNewFile(const std::string& FileName, unsigned Rights = 0666);
+
 /// Makes one folder that only its owner can enter (mode 0700), in one step: false when something
 /// of that name exists already. Throws SystemFailure on any other error.
 [[nodiscard]] bool MakePrivateFolder(const std::string& FolderName);

@@ -8,6 +8,7 @@
 #include "storage/WoroFileBlockMod.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quoril {
 
@@ -26,7 +27,12 @@ std::int64_t BytesBefore(std::int64_t Samples) {
 FileCarrBuffClass::FileCarrBuffClass() : Window(1), LongestWindow(BudgetShare(262144)) {}
 
 FileCarrBuffClass::~FileCarrBuffClass() {
-    (void)FileDelete(FileName);
+    FileDrop();
+}
+
+void FileCarrBuffClass::FileDrop() noexcept {
+    if (std::exchange(FileMade, false))
+        (void)FileDelete(FileName);
 }
 
 void FileCarrBuffClass::NameMake() {
@@ -42,12 +48,20 @@ void FileCarrBuffClass::FileMakeIfNone() {
         return;
     if (FileName.empty())
         NameMake();
-    const std::int32_t Samples = std::max(WaveINos, 1);
-    FileForWriting File(FileName, FileForWriting::Mode::CreateNew);
-    File.SetLength(BytesBefore(Samples));
-    File.Close();
+    // The name may have been reserved for long, and another may bear it by now.
+    while (!MakeNewFile(FileName))
+        NameMake();
     FileMade = true;
-    WaveINos = Samples;
+    try {
+        const std::int32_t Samples = std::max(WaveINos, 1);
+        FileForWriting File(FileName, FileForWriting::Mode::Existing);
+        File.SetLength(BytesBefore(Samples));
+        File.Close();
+        WaveINos = Samples;
+    } catch (...) {
+        FileDrop();
+        throw;
+    }
 }
 
 void FileCarrBuffClass::Flush() {
@@ -125,7 +139,7 @@ std::string FileCarrBuffClass::FileName1() {
 }
 
 void FileCarrBuffClass::FileName1(const std::string& NewName) {
-    (void)FileDelete(FileName);
+    FileDrop();
     WaveINos = 0;
     WindowDirty = false;
     WindowLen = 0;

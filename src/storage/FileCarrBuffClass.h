@@ -49,6 +49,8 @@ class FileCarrBuffClass {
     void NameMake();
     /// Makes the file on first need: zeros, as many as WaveINos tells, at least one.
     void FileMakeIfNone();
+    /// Deletes the file if there is one that is ours.
+    void FileDrop() noexcept;
     void Flush();
     /// The window's place for a position, moving it there; null when there is none.
     [[nodiscard]] std::int16_t* Reach(std::int32_t WavPos);
@@ -58,7 +60,7 @@ class FileCarrBuffClass {
     std::int32_t WindowLen = 0;
     std::vector<std::int16_t> Window;
     std::string FileName;
-    bool FileMade = false; ///< there is a file of that name, and it is ours
+    bool FileMade = false; ///< there is a file of that name, and it is ours; else only reserved
     std::int16_t ZeroSample = 0;
     std::int32_t LongestWindow;
 };

@@ -6,6 +6,7 @@
 #include "support/TestSession.h"
 
 #include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 
 namespace quoril::test {
@@ -159,6 +160,55 @@ TEST_F(FileCarrierTest, TheEndOfACarrierDeletesItsFile) {
         EXPECT_EQ(TestSession::SessionFiles().size(), 1U);
     }
     EXPECT_THAT(TestSession::SessionFiles(), IsEmpty());
+}
+
+TEST_F(FileCarrierTest, TwoCarriersReleasedInTheSameSecondKeepApart) {
+    FileCarrBuffClass First;
+    FileCarrBuffClass Second;
+    First.BuffPut(1, Indexed(1, 10));
+    Second.BuffPut(1, Indexed(1, 10));
+    First.FileRelease();
+    Second.FileRelease();
+    First.BuffPut(1, Indexed(101, 110));
+    Second.BuffPut(1, Indexed(201, 203));
+    ASSERT_NE(First.FileName1(), Second.FileName1());
+    EXPECT_EQ(First.WaveLR(10), TestSamples(110, 110)[0]);
+    EXPECT_EQ(Second.WaveLR(3), TestSamples(203, 203)[0]);
+}
+
+TEST_F(FileCarrierTest, ACarrierWithoutAFileDeletesNoOther) {
+    std::string Kept;
+    {
+        FileCarrBuffClass Carrier;
+        Carrier.BuffPut(1, Indexed(1, 10));
+        Carrier.FileRelease(); // its next name is reserved, and no file bears it yet
+        Kept = Carrier.FileName1();
+        std::ofstream(Kept) << "a work file of another";
+    }
+    EXPECT_TRUE(fs::exists(Kept));
+    {
+        FileCarrBuffClass Carrier;
+        Carrier.BuffPut(1, Indexed(1, 10));
+        Carrier.FileRelease();
+        const std::string Reserved = Carrier.FileName1();
+        std::ofstream(Reserved) << "a work file of another";
+        Carrier.FileNameUseItNotCopy = true;
+        Carrier.FileName1(Session.Path("nowhere"));
+        EXPECT_TRUE(fs::exists(Reserved));
+        Carrier.BuffPut(1, Indexed(1, 10));
+        EXPECT_TRUE(fs::exists(Reserved));
+    }
+}
+
+TEST_F(FileCarrierTest, AReservedNameThatAnotherTookIsGivenUp) {
+    FileCarrBuffClass Carrier;
+    Carrier.BuffPut(1, Indexed(1, 10));
+    Carrier.FileRelease();
+    const std::string Taken = Carrier.FileName1();
+    std::ofstream(Taken) << "a work file of another";
+    Carrier.BuffPut(1, Indexed(1, 10));
+    EXPECT_NE(Carrier.FileName1(), Taken);
+    EXPECT_EQ(fs::file_size(Taken), 22U);
 }
 
 TEST_F(FileCarrierTest, AGivenFileIsCopiedOrAdopted) {
