@@ -28,7 +28,7 @@ constexpr std::size_t DecodeBytesAtOnce = std::size_t{128} << 10;
 alignas(64) std::array<std::uint8_t, DecodeBytesAtOnce> DecodeBuffer;
 
 bool InSessionFolder(const std::string& Name) {
-    return !SessionDir.empty() && Name.find(SessionDir) != std::string::npos;
+    return !SessionDir.empty() && Name.starts_with(SessionDir + "/");
 }
 
 /// Deletes a file that nobody uses. A file that cannot be deleted goes with the session folder.

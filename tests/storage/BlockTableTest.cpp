@@ -421,6 +421,18 @@ TEST_F(BlockTableTest, ADecodedCopyInTheSessionFolderGoesWithItsLastBlock) {
     EXPECT_THAT(TestSession::SessionFiles(), IsEmpty());
 }
 
+TEST_F(BlockTableTest, AUsersFileWhosePathOnlyContainsThatOfTheSessionStays) {
+    const std::string Inside = Session.Path("backup" + SessionDir);
+    fs::create_directories(Inside);
+    fs::create_directories(SessionDir + "0");
+    for (const std::string& Name : {Inside + "/a.raw", SessionDir + "0/a.raw"}) {
+        fs::copy_file(RawFile(Session, "a.raw", 10, 1, 16), Name);
+        BlockFree(OrgBlock(OrgFileAdd(Name, 1, 16), 10, 1));
+        FilesSweep();
+        EXPECT_TRUE(fs::exists(Name)) << Name;
+    }
+}
+
 TEST_F(BlockTableTest, AWorkFileLivesAsLongAsAnyClone) {
     const std::int32_t A = WorkFileBlock(100);
     const std::int32_t B = BlockClone(A);
