@@ -75,8 +75,8 @@ bool WavHead::FindData() {
     return false;
 }
 
-std::int32_t WavHead::DataSize() const {
-    return static_cast<std::int32_t>(LittleEndian(static_cast<std::size_t>(DataName) + 4, 4));
+std::uint32_t WavHead::DataSize() const {
+    return LittleEndian(static_cast<std::size_t>(DataName) + 4, 4);
 }
 
 std::array<std::uint8_t, WavHeaderBytes> WavHeaderMake(const WaveFormat& Format,

@@ -38,9 +38,9 @@ class WavHead {
 
     /// Looks for "data" in any case, from offset 35 to offset 99999. False when it is not there.
     [[nodiscard]] bool FindData();
-    /// The data chunk's size field. FindData must have found it. Throws Failure when the file ends
-    /// within the field.
-    [[nodiscard]] std::int32_t DataSize() const;
+    /// The data chunk's size field; what writes into a pipe leaves 0xFFFFFFFF there. FindData must
+    /// have found it. Throws Failure when the file ends within the field.
+    [[nodiscard]] std::uint32_t DataSize() const;
     /// Offset of the first sample, from 0.
     [[nodiscard]] std::int32_t DataStart() const { return DataName + 8; }
 

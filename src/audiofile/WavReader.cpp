@@ -159,9 +159,8 @@ void WavLoad::CountFrames(const WavHead& Head) {
     const double FrameBytes = RoundEven(Bits / 8.0 * Channels);
     if (FrameBytes == 0.0) // half a byte for each frame of 4-bit mono
         throw Failure("Division by zero");
-    const std::int32_t DataSize = Head.DataSize();
     const double AvailableFrames = std::floor(static_cast<double>(Length - DataStart) / FrameBytes);
-    double HeaderFrames = RoundEven(DataSize / FrameBytes);
+    double HeaderFrames = RoundEven(Head.DataSize() / FrameBytes);
     if (HeaderFrames > AvailableFrames) {
         MsgBox(fmt::format("Header shows that the size of audio is\n"
                            "{:.0f} Samples ({:.3f} Seconds)\n"
@@ -171,11 +170,6 @@ void WavLoad::CountFrames(const WavHead& Head) {
                            AvailableFrames / Rate));
         HeaderFrames = AvailableFrames;
     }
-    // The size is a signed number. A file whose size has the highest bit set (or -1 for "not known
-    // yet") tells nothing that could be trusted, and an empty document would be a surprise.
-    if (DataSize < 0)
-        throw Failure(fmt::format("The header gives an impossible size of the audio: {} bytes.\n{}",
-                                  DataSize, FileName));
     if (HeaderFrames > MostFrames) {
         HeaderFrames = MostFrames;
         if (!ToldTooLarge)

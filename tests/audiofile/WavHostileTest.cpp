@@ -246,11 +246,14 @@ TEST_F(WavLarge, EightBitMonoIsCutToTheGreatestLength) {
     EXPECT_EQ(Store.WavWaveINos, 2143289344);
 }
 
-TEST_F(WavLarge, ASizeWithTheHighestBitSetFailsInClearWords) {
-    EXPECT_FALSE(Load(Sparse({.Channels = 2, .DataSize = 3000000000}, 3000000044)));
-    EXPECT_THAT(TextsWithoutLowDisk(),
-                ElementsAre(TooLarge, HasSubstr("impossible size of the audio: -1294967296")));
-    EXPECT_EQ(test::TablesInUse(), test::TableUse());
+TEST_F(WavLarge, AFileOfThreeGigabytesOpensUpToTheLimit) {
+    const std::string Path = Sparse({.Channels = 2, .DataSize = 3000000000}, 3000000044);
+    Put(Path, Limit - 4, test::AudioBytes({-21, 22}, 16));
+    ASSERT_TRUE(Load(Path));
+    EXPECT_THAT(TextsWithoutLowDisk(), ElementsAre(TooLarge, HasSubstr("750000000 Samples (")));
+    EXPECT_EQ(Store.WavWaveINos, 536608757);
+    EXPECT_EQ(Store.WaveL(536608757), -21);
+    EXPECT_EQ(Store.WaveR(536608757), 22);
 }
 
 TEST_F(WavLarge, OpeningReadsNextToNothing) {
