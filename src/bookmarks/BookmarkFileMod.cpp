@@ -25,9 +25,8 @@ static_assert(std::endian::native == std::endian::little);
 namespace {
 
 constexpr const char* Section = "Bookmarks";
-constexpr std::size_t TextValueBytes = 49; // a buffer of 50 with its end mark
-// The least that a bookmark takes in a text file: a line such as "Samples1=".
-constexpr std::int64_t TextRecordBytes = 9;
+constexpr std::size_t TextValueBytes = 49;       // a buffer of 50 with its end mark
+constexpr std::int32_t MostTextRecords = 100000; // a count far beyond any list is damage
 
 BokMrkChosDialog* Dialog = nullptr;
 
@@ -124,7 +123,7 @@ bool ReadTextFormat(const std::string& FileName, std::vector<BookmarkRec>& Found
         MsgBox("Loading Bookmark failed");
         return false;
     }
-    if (Count > IdentityOfFile(FileName).Bytes / TextRecordBytes)
+    if (Count > MostTextRecords)
         throw Failure("This file of bookmarks is damaged");
     for (std::int32_t Number = 1; Number <= Count; ++Number)
         Found.push_back(ReadTextRecord(File, Number));

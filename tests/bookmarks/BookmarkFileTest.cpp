@@ -207,6 +207,18 @@ TEST_F(BookmarkFileTest, ATextFileWithoutACountSaysThatItFailed) {
     EXPECT_EQ(BookmarkNos(), 0);
 }
 
+TEST_F(BookmarkFileTest, ACountOfMoreThanTheLinesGivesRecordsWithTheirDefaults) {
+    LoadBookmarks(Folder.Write("a.txt", "[Bookmarks]\nTotal Nos=3\n"));
+    EXPECT_THAT(List(), ElementsAre("1No Name||1|0|0|false", "2No Name||1|0|0|false",
+                                    "3No Name||1|0|0|false"));
+    Bookmarks.assign(1, {});
+    LoadBookmarks(Folder.Write("b.txt", "[Bookmarks]\nTotal Nos=100000\n"));
+    EXPECT_EQ(BookmarkNos(), 100000);
+    Bookmarks.assign(1, {});
+    LoadBookmarks(Folder.Write("c.txt", "[Bookmarks]\nTotal Nos=100001\n"));
+    EXPECT_EQ(BookmarkNos(), 0);
+}
+
 TEST_F(BookmarkFileTest, ADamagedFileLeavesTheListAsItWas) {
     Add("one", "text", 1, 2);
     Add("two", "text", 3, 4);
