@@ -243,7 +243,7 @@ void CopyPasteClass::PasteAt(std::int32_t Mode, std::int32_t Pos, std::int32_t W
             Carrier DocL;
             Carrier DocR;
             WaveStore->WaveCollectData(Pos, To, WorkChn, DocL, DocR);
-            if (!DiskSpaceGuard(MulLong(Length, WorkChn == 0 ? 8 : 4)))
+            if (!DiskSpaceGuard(std::int64_t{Length} * (WorkChn == 0 ? 8 : 4)))
                 return;
             PasteMixing(MixModeOf(Mode), WorkChn, WaveStore->WavFmtBits, ClipL.get(), ClipR.get(),
                         DocL.get(), DocR.get());

@@ -124,7 +124,7 @@ void Lap(const LapPlace& Where, std::int32_t WorkChn, std::int32_t TransOpn) {
     const std::int32_t Start = std::max(Where.Start, 1);
     WaveStore->WaveCollectData(Start, Middle - 1, WorkChn, AL, AR);
     WaveStore->WaveCollectData(Middle, AddLong(Middle, Length) - 1, WorkChn, BL, BR);
-    if (!DiskSpaceGuard(MulLong(Length, WorkChn == 0 ? 4 : 2)))
+    if (!DiskSpaceGuard(std::int64_t{Length} * (WorkChn == 0 ? 4 : 2)))
         return;
 
     const ProgressScope Progress(BarColorLap);

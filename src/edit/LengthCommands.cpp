@@ -1,6 +1,5 @@
 #include "edit/LengthCommands.h"
 
-#include "base/Arithmetic.h"
 #include "selection/DurationEntry.h"
 #include "selection/SelectionMod.h"
 #include "selection/ViewListener.h"
@@ -34,8 +33,8 @@ std::optional<std::int32_t> AskLength(const std::string& Caption, const std::str
 /// all the same.
 void InsertSilenceAt(std::int32_t Position, std::int32_t WorkChn, std::int32_t Length,
                      const std::string& UndoName) {
-    const std::int32_t BytesPerSample = WorkChn == 0 ? 4 : 2;
-    if (!DiskSpaceGuard(MulLong(Length, BytesPerSample)))
+    const std::int64_t BytesPerSample = WorkChn == 0 ? 4 : 2;
+    if (!DiskSpaceGuard(Length * BytesPerSample))
         return;
     BlockCarrBuffClass Left;
     BlockCarrBuffClass Right;

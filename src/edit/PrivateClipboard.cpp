@@ -187,8 +187,8 @@ bool ImportClip(const ClipMarker& Marker) {
             ClipDescriptionCheck(Right, 0, Described);
     };
     Check();
-    const std::int32_t Bytes = MulLong(Marker.Length, Marker.Channels == 2 ? 4 : 2);
-    if (!DiskSpaceGuard(AddLong(Bytes, Left[0])))
+    const std::int64_t Bytes = std::int64_t{Marker.Length} * (Marker.Channels == 2 ? 4 : 2);
+    if (!DiskSpaceGuard(Bytes + Left[0]))
         return false;
     Check(); // the user may have thought for long, and saved elsewhere meanwhile
     BlockSet BlocksL;
@@ -219,11 +219,11 @@ bool PutClipboard(std::int32_t WorkChn, std::int32_t Bits, std::int32_t Freq,
                   const BlockCarrBuffClass* CarrL, const BlockCarrBuffClass* CarrR) {
     bool Room = false;
     RunCommand({}, [&] {
-        std::int32_t Bytes = 0;
+        std::int64_t Bytes = 0;
         for (const BlockCarrBuffClass* const Carrier :
              {WorkChn != 2 ? CarrL : nullptr, WorkChn != 1 ? CarrR : nullptr})
             if (Carrier != nullptr)
-                Bytes = AddLong(Bytes, MulLong(2, Carrier->WaveINos));
+                Bytes += std::int64_t{2} * Carrier->WaveINos;
         Room = DiskSpaceGuard(Bytes);
     });
     if (!Room)

@@ -28,8 +28,7 @@ bool Prepare(EffectClass& Effect, EffectWork& Work) {
     }
     if (!Effect.AskFirst(Work))
         return false;
-    if (!DiskSpaceGuard(
-            MulLong(MulLong(Effect.DiskBytesPerSample, Work.Length()), Work.Channels())))
+    if (!DiskSpaceGuard(std::int64_t{Effect.DiskBytesPerSample} * Work.Length() * Work.Channels()))
         return false;
     WaveStore->WaveCollectData(Work.From, Work.To, Work.WorkChn, Work.CarrierL, Work.CarrierR);
     return Effect.AskParameters(Work);

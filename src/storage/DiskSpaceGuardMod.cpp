@@ -1,16 +1,21 @@
 #include "storage/DiskSpaceGuardMod.h"
 
 #include "base/Arithmetic.h"
+#include "base/Failure.h"
 #include "settings/STD1.h"
 #include "storage/WoroFileBlockMod.h"
 
 #include <fmt/format.h>
+
+#include <limits>
 
 namespace quoril {
 
 namespace {
 
 ChkDskSpcDialog* Dialog = nullptr;
+
+constexpr std::int64_t MostBytes = std::numeric_limits<std::int32_t>::max();
 
 constexpr DiskSpaceStateRec Enough = {"Ok, Continue", true, "Free space is enough, try again now.",
                                       65280};
@@ -40,15 +45,19 @@ std::int64_t DiskSpaceTransfer() noexcept {
     return Samples * 2;
 }
 
-bool DiskSpaceGuard(std::int32_t Needed) {
+bool DiskSpaceGuard(std::int64_t Needed) {
     return DiskSpaceGuard(Needed, FreeDiskBytes);
 }
 
-bool DiskSpaceGuard(std::int32_t Needed, const FreeBytesRoutine& FreeBytes) {
+bool DiskSpaceGuard(std::int64_t Needed, const FreeBytesRoutine& FreeBytes) {
     DiskSpaceNumbers Numbers;
     Numbers.Needed1 = DiskSpaceTransfer();
     Numbers.Needed2 = Needed;
-    Numbers.Needed0 = AddLong(ToLong(Numbers.Needed1), Needed);
+    Numbers.Needed0 = Numbers.Needed1 + Numbers.Needed2;
+    if (Numbers.Needed0 > MostBytes)
+        throw Failure("The document and this command together need more than 2 GB of work space.\n"
+                      "It helps to use \"Clear Undo Backup Data\" of the Edit menu, to select a "
+                      "smaller part,\nor to save the document in parts and to work on these.");
     Numbers.Available = FreeBytes();
     if (Numbers.Available > Numbers.Needed0)
         return true;

@@ -34,10 +34,10 @@ void SetChkDskSpcDialog(ChkDskSpcDialog* Receiver) noexcept;
 
 /// True when a command that needs `Needed` bytes may go on: the disk has more free than that and
 /// than everything that is not yet in a work file, or the user wants to try. With false the command
-/// ends without having changed anything. Fails with "Overflow" when the need leaves 32 bits.
-[[nodiscard]] bool DiskSpaceGuard(std::int32_t Needed);
+/// ends without having changed anything. Throws Failure when all that is needed leaves 32 bits.
+[[nodiscard]] bool DiskSpaceGuard(std::int64_t Needed);
 /// The same with the free space told by `FreeBytes`.
-[[nodiscard]] bool DiskSpaceGuard(std::int32_t Needed, const FreeBytesRoutine& FreeBytes);
+[[nodiscard]] bool DiskSpaceGuard(std::int64_t Needed, const FreeBytesRoutine& FreeBytes);
 
 /// Bytes that every block in memory only, in an original file, or silent, would need in work files.
 /// Blocks of the document, of carriers and of the journal count alike.

@@ -219,6 +219,15 @@ TEST_F(Insert, CostsNoMemory) {
     EXPECT_EQ(MemoryUsed, Before);
 }
 
+TEST_F(Insert, MoreThanTwoGigabytesIsRefusedInWordsThatHelp) {
+    Mono(100);
+    Select(5, 5);
+    Questions.Entry = {true, "1500000000"};
+    EXPECT_THAT([] { InsertSilence(); },
+                ::testing::ThrowsMessage<Failure>(::testing::HasSubstr("more than 2 GB")));
+    EXPECT_EQ(WaveStore->WavWaveINos, 100);
+}
+
 TEST_F(Insert, NeedsAPointOrARange) {
     ScriptedSelConf Dialog;
     Stereo(100);

@@ -5,12 +5,15 @@
 #include "storage/StorageChecks.h"
 #include "storage/WoroFileBlockMod.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <vector>
 
 namespace quoril::test {
 namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
 
 /// Notes what it is asked with, and gives a fixed answer.
 class ScriptedGuard final : public ChkDskSpcDialog {
@@ -131,6 +134,30 @@ TEST_F(DiskGuard, ADiskThatCannotBeReadHasNothing) {
     ASSERT_EQ(Window.Asked.size(), 1U);
     EXPECT_EQ(Window.Asked[0].Available, 0);
     EXPECT_STREQ(DiskSpaceStateOf(Window.AfterTick).TryAgainCaption, "Can not continue");
+}
+
+TEST_F(DiskGuard, ANeedBeyondTwoGigabytesFailsInWordsThatHelp) {
+    const auto ExpectTold = [](std::int64_t Needed) {
+        try {
+            (void)DiskSpaceGuard(Needed, Free(1000000000000));
+            FAIL() << Needed;
+        } catch (const Failure& Told) {
+            EXPECT_THAT(Told.what(),
+                        AllOf(HasSubstr("The document and this command together need more than "
+                                        "2 GB of work space."),
+                              HasSubstr("Clear Undo Backup Data"), HasSubstr("smaller part")));
+        }
+    };
+    ExpectTold(2147483648);
+    EXPECT_TRUE(DiskSpaceGuard(2147483647, Free(1000000000000)));
+    BlockCarrBuffClass Silence;
+    Silence.ReDimSize(1000000000);
+    EXPECT_TRUE(DiskSpaceGuard(147483647, Free(1000000000000)));
+    ExpectTold(147483648);
+    BlockCarrBuffClass More;
+    More.ReDimSize(1000000000);
+    ExpectTold(0);
+    EXPECT_TRUE(Window.Asked.empty());
 }
 
 TEST_F(DiskGuard, TheRealDiskIsAsked) {
