@@ -1,5 +1,7 @@
 #include "base/ProgressReport.h"
 
+#include "base/Arithmetic.h"
+
 namespace quoril {
 
 namespace {
@@ -44,6 +46,21 @@ void ProgressScope::Hide() {
     Shown = false;
     if (--OpenScopes == 0)
         ProgressFrm->SetVisible(false);
+}
+
+void PassProgress::Reached(std::int32_t Position, std::int32_t Count) {
+    const std::int32_t Full = Position / Step;
+    if (Full == Reports)
+        return;
+    Reports = Full;
+    const double Part = static_cast<double>(Full) * Step / Count;
+    ProgressFrm->SetCurrentProgress(Single(Base + Span * Part));
+}
+
+void PassProgress::PassEnd() {
+    Base += Span;
+    Reports = 0;
+    ProgressFrm->SetCurrentProgress(Single(Base));
 }
 
 } // namespace quoril

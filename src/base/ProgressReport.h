@@ -52,6 +52,23 @@ class ProgressScope {
     bool Shown = true;
 };
 
+/// How far a walk over samples has come: a bar made of equal passes, moved every `Step` samples of
+/// a pass.
+class PassProgress {
+  public:
+    PassProgress(double SpanOfPass, std::int32_t ReportStep) : Span(SpanOfPass), Step(ReportStep) {}
+    /// The samples of this pass up to `Position` of `Count` are done.
+    void Reached(std::int32_t Position, std::int32_t Count);
+    /// The pass is over; the next one goes on from its end.
+    void PassEnd();
+
+  private:
+    double Span;
+    double Base = 0;
+    std::int32_t Step;
+    std::int32_t Reports = 0; ///< steps told in this pass
+};
+
 /// The progress window off the screen for the length of a scope.
 class ProgressSuspension {
   public:

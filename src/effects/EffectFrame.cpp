@@ -3,68 +3,75 @@
 #include "base/Arithmetic.h"
 #include "base/BusyPointer.h"
 #include "base/CommandFailure.h"
-#include "base/ProgressReport.h"
 #include "platform/Text.h"
+#include "selection/SelectionMod.h"
 #include "selection/ViewListener.h"
 #include "storage/DiskSpaceGuardMod.h"
 #include "storage/FileMemoClass.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
 
 namespace quoril {
 
 namespace {
 
-/// Samples of a run: small enough for the processor's cache, and reported between two runs.
-constexpr std::int32_t RunLength = 32768;
+/// Settles what is worked on; false when the user backed out.
+bool ChooseRange(const EffectClass& Effect, EffectWork& Work) {
+    if (!Effect.WholeDocument)
+        return ConfirmSelection(Work.From, Work.To, Work.WorkChn, NeedTwoPoints, Effect.UndoName);
+    Work.From = 1;
+    Work.To = WaveStore->WavWaveINos;
+    Work.WorkChn = WaveStore->WavFmtChannel == 2 ? 0 : 1;
+    return true;
+}
 
 /// The steps up to the point where the computing begins; false when the command ends there.
 bool Prepare(EffectClass& Effect, EffectWork& Work) {
-    if (!Effect.Admits())
+    if (!Effect.Admits() || !ChooseRange(Effect, Work) || !Effect.AskFirst(Work))
         return false;
-    if (!ConfirmSelection(Work.From, Work.To, Work.WorkChn, Effect.Need, Effect.UndoName)) {
-        if (Effect.Need != NeedNone)
-            return false;
-        Work.From = 1;
-        Work.To = WaveStore->WavWaveINos;
-    }
-    if (!Effect.AskFirst(Work))
+    if (const auto Need = Effect.DiskNeed(Work); Need && !DiskSpaceGuard(*Need))
         return false;
-    if (!DiskSpaceGuard(std::int64_t{Effect.DiskBytesPerSample} * Work.Length() * Work.Channels()))
+    if (!Effect.AskBeforeCollecting(Work))
         return false;
-    WaveStore->WaveCollectData(Work.From, Work.To, Work.WorkChn, Work.CarrierL, Work.CarrierR);
+    if (Effect.Collects)
+        WaveStore->WaveCollectData(Work.From, Work.To, Work.WorkChn, Work.CarrierL, Work.CarrierR);
     return Effect.AskParameters(Work);
 }
 
+std::vector<std::int32_t> ChannelsOf(const EffectWork& Work) {
+    if (Work.WorkChn == 0)
+        return {1, 2};
+    return {Work.WorkChn};
+}
+
+std::int32_t LongestOf(const EffectWork& Work) {
+    return std::max(Work.CarrierL->WaveINos, Work.CarrierR->WaveINos);
+}
+
+/// One stream, and what has come out of it.
+struct StreamEnds {
+    StreamEnds(std::int32_t Channel, RunStream Made, std::int32_t Expected)
+        : Chn(Channel), Stream(std::move(Made)), Out(Expected) {}
+    std::int32_t Chn;
+    RunStream Stream;
+    CarrierWriter Out;
+};
+
 } // namespace
-
-void EffectProgress::Reached(std::int32_t Position, std::int32_t Count) {
-    const std::int32_t Full = Position / Step;
-    if (Full == Reports)
-        return;
-    Reports = Full;
-    const double Part = static_cast<double>(Full) * Step / Count;
-    ProgressFrm->SetCurrentProgress(Single(Base + Span * Part));
-}
-
-void EffectProgress::PassEnd() {
-    Base += Span;
-    Reports = 0;
-    ProgressFrm->SetCurrentProgress(Single(Base));
-}
 
 std::int32_t EffectWork::Length() const {
     return AddLong(SubLong(To, From), 1);
 }
 
-double EffectClass::SpanOfPass(const EffectWork& Work) const {
-    return 1.0 / Work.Channels() / Passes;
+std::int64_t EffectWork::Bytes(std::int32_t BytesPerSample) const {
+    return std::int64_t{BytesPerSample} * Length() * (WorkChn == 0 ? 2 : 1);
 }
 
-void EffectClass::Compute(EffectWork& Work) {
-    EffectProgress Progress(SpanOfPass(Work), ProgressStep);
-    if (Work.LeftInWork())
-        ComputeChannel(Work.CarrierL, Progress);
-    if (Work.RightInWork())
-        ComputeChannel(Work.CarrierR, Progress);
+void EffectClass::Compute(EffectWork& Work, PassProgress& Progress) {
+    ChangePass(Work, Progress, [&](std::int32_t Chn) { return ChannelKernel(Work, Chn); });
 }
 
 void EffectClass::GiveBack(EffectWork& Work) {
@@ -81,8 +88,9 @@ bool RunEffect(EffectClass& Effect) {
             return;
         {
             const BusyPointer Busy;
-            const ProgressScope Progress(BarColorEffect);
-            Effect.Compute(Work);
+            const ProgressScope Window(BarColorEffect);
+            PassProgress Progress(Effect.SpanOfPass(Work), Effect.ProgressStep);
+            Effect.Compute(Work, Progress);
             WaveStore->EditAsOne([&] { Effect.GiveBack(Work); });
         }
         Refresh_Wave_View();
@@ -91,26 +99,59 @@ bool RunEffect(EffectClass& Effect) {
     return Done;
 }
 
-void ChangePass(BlockCarrBuffClass& Carrier, EffectProgress& Progress,
-                const BlockCarrBuffClass::RunChange& Change) {
-    const std::int32_t Count = Carrier.WaveINos;
-    Carrier.WaveRunsChange(
-        1, Count, RunLength,
-        [&](std::int32_t First, std::span<const std::int16_t> In, std::span<std::int16_t> Out) {
-            Change(First, In, Out);
-            Progress.Reached(First + static_cast<std::int32_t>(In.size()) - 1, Count);
-        });
+void ChangePass(EffectWork& Work, PassProgress& Progress,
+                const std::function<RunChange(std::int32_t Chn)>& KernelOf) {
+    std::vector<ChannelChange> Channels;
+    for (const std::int32_t Chn : ChannelsOf(Work))
+        Channels.push_back({Work.Carrier(Chn).get(), KernelOf(Chn)});
+    const std::int32_t Count = LongestOf(Work);
+    ChangeSideBySide(Channels, [&](std::int32_t Position) { Progress.Reached(Position, Count); });
     Progress.PassEnd();
 }
 
-void ReadPass(BlockCarrBuffClass& Carrier, EffectProgress& Progress,
-              const BlockCarrBuffClass::RunVisit& Visit) {
-    const std::int32_t Count = Carrier.WaveINos;
-    Carrier.WaveRunsRead(
-        1, Count, RunLength, [&](std::int32_t First, std::span<const std::int16_t> In) {
-            Visit(First, In);
-            Progress.Reached(First + static_cast<std::int32_t>(In.size()) - 1, Count);
-        });
+void ReadPass(EffectWork& Work, PassProgress& Progress,
+              const std::function<RunVisit(std::int32_t Chn)>& VisitOf) {
+    std::vector<ChannelVisit> Channels;
+    for (const std::int32_t Chn : ChannelsOf(Work))
+        Channels.push_back({Work.Carrier(Chn).get(), VisitOf(Chn)});
+    const std::int32_t Count = LongestOf(Work);
+    VisitSideBySide(Channels, [&](std::int32_t Position) { Progress.Reached(Position, Count); });
+    Progress.PassEnd();
+}
+
+void StreamPass(EffectWork& Work, PassProgress& Progress,
+                const std::function<RunStream(std::int32_t Chn)>& StreamOf, WalkOrder Order) {
+    std::array<std::optional<StreamEnds>, 2> Channels;
+    for (const std::int32_t Chn : ChannelsOf(Work))
+        Channels[static_cast<std::size_t>(Chn) - 1].emplace(Chn, StreamOf(Chn),
+                                                            Work.Carrier(Chn)->WaveINos);
+    const std::int32_t Count = LongestOf(Work);
+    std::int32_t Done = 0;
+    ReadSideBySide(Work.CarrierL.get(), Work.CarrierR.get(), Order,
+                   [&](std::int32_t, RunIn Left, RunIn Right) {
+                       for (std::optional<StreamEnds>& Each : Channels)
+                           if (const RunIn In = Each && Each->Chn == 1 ? Left : Right;
+                               Each && !In.empty())
+                               Each->Stream(In, Each->Out);
+                       Done += static_cast<std::int32_t>(std::max(Left.size(), Right.size()));
+                       Progress.Reached(Done, Count);
+                   });
+    for (std::optional<StreamEnds>& Each : Channels)
+        if (Each) {
+            Each->Stream({}, Each->Out);
+            Work.Carrier(Each->Chn) = Each->Out.Finish();
+        }
+    Progress.PassEnd();
+}
+
+void PairPass(const EffectWork& Work, PassProgress& Progress, const PairVisit& Visit) {
+    const std::int32_t Count = LongestOf(Work);
+    ReadSideBySide(Work.CarrierL.get(), Work.CarrierR.get(), WalkOrder::Rising,
+                   [&](std::int32_t First, RunIn Left, RunIn Right) {
+                       Visit(First, Left, Right);
+                       const std::size_t Run = std::max(Left.size(), Right.size());
+                       Progress.Reached(First + static_cast<std::int32_t>(Run) - 1, Count);
+                   });
     Progress.PassEnd();
 }
 

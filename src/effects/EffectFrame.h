@@ -1,35 +1,49 @@
 // The road of every command that computes samples: take a range from the document, change it, give
-// it back as one undo step. A command states only in what it differs.
+// it back as one undo step. A command states only in what it differs. The smallest one, whole:
+//
+//     class InvertEffect final : public EffectClass {
+//       public:
+//         InvertEffect() : EffectClass("Invert") {}
+//         RunChange ChannelKernel(const EffectWork&, std::int32_t) override {
+//             return [Bits = WaveStore->WavFmtBits](std::int32_t, RunIn In, RunOut Out) {
+//                 InvertRun(In, Out, Bits);
+//             };
+//         }
+//     };
+//     void WaveInvert() {
+//         InvertEffect Effect;
+//         RunEffect(Effect);
+//     }
+//
+// A command that does not change samples in their places overrides Compute with one of the passes
+// below, one that does not put as many samples back where they came from, GiveBack.
 #pragma once
 
-#include "selection/SelectionMod.h"
-#include "storage/BlockCarrBuffClass.h"
+#include "base/ProgressReport.h"
+#include "storage/CarrierWalk.h"
+#include "storage/CarrierWriter.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 
 namespace quoril {
 
 inline constexpr std::uint32_t BarColorEffect = 0x808000;
 
-/// How far an effect has come: a bar made of equal passes, moved every `Step` samples of a pass.
-class EffectProgress {
-  public:
-    EffectProgress(double SpanOfPass, std::int32_t ReportStep)
-        : Span(SpanOfPass), Step(ReportStep) {}
-    /// The samples of this pass up to `Position` of `Count` are done.
-    void Reached(std::int32_t Position, std::int32_t Count);
-    /// The pass is over; the next one goes on from its end.
-    void PassEnd();
-
-  private:
-    double Span;
-    double Base = 0;
-    std::int32_t Step;
-    std::int32_t Reports = 0; ///< steps told in this pass
-};
+using RunIn = std::span<const std::int16_t>;
+using RunOut = std::span<std::int16_t>;
+/// Kernels get a channel's runs in rising positions, so they may keep state from run to run; the
+/// first argument is the position of the run's first sample, 1 for the first of the range.
+using RunChange = BlockCarrBuffClass::RunChange;
+using RunVisit = BlockCarrBuffClass::RunVisit;
+/// A kernel whose result is not sample for sample in the places of its source: it looks ahead, or
+/// makes more or fewer samples. It puts out what is ready, and is called once more, with an empty
+/// run, behind the last sample.
+using RunStream = std::function<void(RunIn In, CarrierWriter& Out)>;
 
 /// What an effect works on. The carriers are there from the collecting on; that of a channel which
 /// is not in work is empty.
@@ -42,13 +56,19 @@ struct EffectWork {
 
     /// Samples of the range; fails with "Overflow" beyond 32 bits.
     [[nodiscard]] std::int32_t Length() const;
-    [[nodiscard]] bool LeftInWork() const noexcept { return WorkChn == 0 || WorkChn == 1; }
-    [[nodiscard]] bool RightInWork() const noexcept { return WorkChn == 0 || WorkChn == 2; }
-    [[nodiscard]] std::int32_t Channels() const noexcept { return WorkChn == 0 ? 2 : 1; }
+    /// `BytesPerSample` for every sample of the range in every channel in work.
+    [[nodiscard]] std::int64_t Bytes(std::int32_t BytesPerSample) const;
+    [[nodiscard]] bool InWork(std::int32_t Chn) const noexcept {
+        return WorkChn == 0 || WorkChn == Chn;
+    }
+    /// The carrier of channel 1 (left) or 2 (right).
+    [[nodiscard]] std::unique_ptr<BlockCarrBuffClass>& Carrier(std::int32_t Chn) noexcept {
+        return Chn == 1 ? CarrierL : CarrierR;
+    }
 };
 
-/// A command that computes samples. Each step may throw: the user reads why, and as long as nothing
-/// was given back the document is as it was.
+/// A command that computes samples, in the order of its steps. Each may throw: the user reads why,
+/// and as long as nothing was given back the document is as it was.
 class EffectClass {
   public:
     explicit EffectClass(std::string Name) : UndoName(std::move(Name)) {}
@@ -56,25 +76,28 @@ class EffectClass {
     EffectClass(const EffectClass&) = delete;
     EffectClass& operator=(const EffectClass&) = delete;
 
-    std::string UndoName;   ///< what the selection is asked for, then what the undo entry says
-    std::string ErrorTitle; ///< of the message of a failure; empty is the program's title
-    std::int32_t Need = NeedTwoPoints;
-    std::int32_t DiskBytesPerSample = 2; ///< asked of the disk, for each channel in work
-    std::int32_t ProgressStep = 100000;  ///< samples between two moves of the bar
-    std::int32_t Passes = 1;             ///< walks over a channel, equal parts of the bar
+    std::string UndoName;       ///< what the selection is asked for, then what the undo entry says
+    std::string ErrorTitle;     ///< of the message of a failure; empty is the program's title
+    bool WholeDocument = false; ///< works on all samples of all channels, without a selection
+    bool Collects = true;       ///< false: makes its samples out of nothing, and gets no carriers
+    std::int32_t ProgressStep = 100000; ///< samples between two moves of the bar
 
     /// Before anything is asked; false ends the command.
     virtual bool Admits() { return true; }
-    /// With the range known, before the disk space is asked for; false ends the command.
-    virtual bool AskFirst(const EffectWork&) { return true; }
-    /// With the carriers filled: the parameters. False ends the command with nothing changed.
+    /// With the range known: may ask, and may make the range shorter; false ends the command.
+    virtual bool AskFirst(EffectWork&) { return true; }
+    /// Bytes that are asked of the disk; nothing when the disk is not looked at.
+    virtual std::optional<std::int64_t> DiskNeed(const EffectWork& Work) { return Work.Bytes(2); }
+    /// With the disk space granted, before the samples are collected; false ends the command.
+    virtual bool AskBeforeCollecting(const EffectWork&) { return true; }
+    /// With the carriers filled; false ends the command with nothing changed.
     virtual bool AskParameters(const EffectWork&) { return true; }
-    /// The part of the bar that a pass takes.
-    [[nodiscard]] virtual double SpanOfPass(const EffectWork& Work) const;
-    /// Computes all channels in work, left first.
-    virtual void Compute(EffectWork& Work);
-    /// Computes one channel, in place or into a new carrier in its stead.
-    virtual void ComputeChannel(std::unique_ptr<BlockCarrBuffClass>&, EffectProgress&) {}
+    /// The part of the bar that one pass over the channels in work takes.
+    [[nodiscard]] virtual double SpanOfPass(const EffectWork&) const { return 1.0; }
+    /// Computes all channels in work; by itself a ChangePass with the channels' kernels.
+    virtual void Compute(EffectWork& Work, PassProgress& Progress);
+    /// What changes channel 1 (left) or 2 (right).
+    virtual RunChange ChannelKernel(const EffectWork&, std::int32_t /*Chn*/) { return {}; }
     /// Puts the carriers into the document, under `UndoName`.
     virtual void GiveBack(EffectWork& Work);
 };
@@ -83,12 +106,24 @@ class EffectClass {
 /// failed; then the user has been told.
 bool RunEffect(EffectClass& Effect);
 
-/// One pass over a carrier that changes every sample, run by run.
-void ChangePass(BlockCarrBuffClass& Carrier, EffectProgress& Progress,
-                const BlockCarrBuffClass::RunChange& Change);
-/// One pass that only reads.
-void ReadPass(BlockCarrBuffClass& Carrier, EffectProgress& Progress,
-              const BlockCarrBuffClass::RunVisit& Visit);
+// ---- Passes over the channels in work, side by side, left first in each stretch. What makes a
+// kernel is called for each channel in work, left first, before the pass begins.
+
+/// Changes every sample in its place.
+void ChangePass(EffectWork& Work, PassProgress& Progress,
+                const std::function<RunChange(std::int32_t Chn)>& KernelOf);
+/// Only reads, for a command that reads the samples again in a later pass.
+void ReadPass(EffectWork& Work, PassProgress& Progress,
+              const std::function<RunVisit(std::int32_t Chn)>& VisitOf);
+/// Puts what the streams make in the place of the carriers. In falling order the streams get the
+/// last run first.
+void StreamPass(EffectWork& Work, PassProgress& Progress,
+                const std::function<RunStream(std::int32_t Chn)>& StreamOf,
+                WalkOrder Order = WalkOrder::Rising);
+/// Reads both channels together, for new samples that need both. A channel that ends early gives
+/// shorter runs.
+void PairPass(const EffectWork& Work, PassProgress& Progress, const PairVisit& Visit);
+
 /// A new carrier of `Length` silent samples; empty for 0.
 [[nodiscard]] std::unique_ptr<BlockCarrBuffClass> SilentCarrier(std::int32_t Length);
 /// A new carrier of the same samples, which cost memory only where one of the two changes.

@@ -35,37 +35,25 @@ class TransformEffect : public EffectClass {
 class ReverseEffect final : public TransformEffect {
   public:
     ReverseEffect() : TransformEffect("Reverse") {}
-    void ComputeChannel(std::unique_ptr<BlockCarrBuffClass>& Carrier,
-                        EffectProgress& Progress) override {
-        BlockCarrBuffClass& Source = *Carrier;
-        const std::int32_t Count = Source.WaveINos;
-        auto Turned = SilentCarrier(Count);
-        ChangePass(*Turned, Progress,
-                   [&Source, Count](std::int32_t First, std::span<const std::int16_t>,
-                                    std::span<std::int16_t> Out) {
-                       const auto Length = static_cast<std::int32_t>(Out.size());
-                       const std::int32_t Last = Count - First + 1;
-                       // What is read from left to right goes into the run from its end on.
-                       std::size_t Rest = Out.size();
-                       Source.WaveRunsRead(Last - Length + 1, Last, Length,
-                                           [&](std::int32_t, std::span<const std::int16_t> In) {
-                                               Rest -= In.size();
-                                               ReverseRun(In, Out.subspan(Rest, In.size()));
-                                           });
-                   });
-        Carrier = std::move(Turned);
+    void Compute(EffectWork& Work, PassProgress& Progress) override {
+        const auto Turned = [](RunIn In, CarrierWriter& Made) {
+            // The piece at `At` is what stands as far before the end of the run.
+            Made.Make(In.size(), [In](std::size_t At, RunOut Out) {
+                ReverseRun(In.subspan(In.size() - At - Out.size(), Out.size()), Out);
+            });
+        };
+        StreamPass(
+            Work, Progress, [&Turned](std::int32_t) { return Turned; }, WalkOrder::Falling);
     }
 };
 
 class InvertEffect final : public TransformEffect {
   public:
     InvertEffect() : TransformEffect("Invert") {}
-    void ComputeChannel(std::unique_ptr<BlockCarrBuffClass>& Carrier,
-                        EffectProgress& Progress) override {
-        const std::int32_t Bits = WaveStore->WavFmtBits;
-        ChangePass(*Carrier, Progress,
-                   [Bits](std::int32_t, std::span<const std::int16_t> In,
-                          std::span<std::int16_t> Out) { InvertRun(In, Out, Bits); });
+    RunChange ChannelKernel(const EffectWork&, std::int32_t) override {
+        return [Bits = WaveStore->WavFmtBits](std::int32_t, RunIn In, RunOut Out) {
+            InvertRun(In, Out, Bits);
+        };
     }
 };
 
@@ -89,12 +77,10 @@ class MoveUpDownEffect final : public TransformEffect {
         Named(Percent < 0 ? "Move Down" : "Move Up");
         return true;
     }
-    void ComputeChannel(std::unique_ptr<BlockCarrBuffClass>& Carrier,
-                        EffectProgress& Progress) override {
-        const std::int32_t Bits = WaveStore->WavFmtBits;
-        ChangePass(*Carrier, Progress,
-                   [this, Bits](std::int32_t, std::span<const std::int16_t> In,
-                                std::span<std::int16_t> Out) { OffsetRun(In, Out, Offset, Bits); });
+    RunChange ChannelKernel(const EffectWork&, std::int32_t) override {
+        return [Bits = WaveStore->WavFmtBits, Added = Offset](std::int32_t, RunIn In, RunOut Out) {
+            OffsetRun(In, Out, Added, Bits);
+        };
     }
 
   private:
@@ -105,8 +91,9 @@ std::int32_t LastDistance = 0; ///< of Move Forward/Back, in samples
 
 class MoveForwardBackEffect final : public TransformEffect {
   public:
-    MoveForwardBackEffect() : TransformEffect("Move Forward/Back") { DiskBytesPerSample = 4; }
-    bool AskFirst(const EffectWork& Work) override {
+    MoveForwardBackEffect() : TransformEffect("Move Forward/Back") {}
+    std::optional<std::int64_t> DiskNeed(const EffectWork& Work) override { return Work.Bytes(4); }
+    bool AskFirst(EffectWork& Work) override {
         EntDurRequest Request =
             EntDurFor(WaveStore->WavWaveINos, LastDistance, WaveStore->WavFmtFreq);
         Request.Caption = " Enter distance to move";
@@ -128,7 +115,7 @@ class MoveForwardBackEffect final : public TransformEffect {
         Named(LastDistance < 0 ? "Move Back" : "Move Forward");
         return true;
     }
-    void Compute(EffectWork&) override {}
+    void Compute(EffectWork&, PassProgress&) override {}
     void GiveBack(EffectWork& Work) override {
         const auto SilenceL = SilentCarrier(Work.CarrierL->WaveINos);
         const auto SilenceR = SilentCarrier(Work.CarrierR->WaveINos);
@@ -144,9 +131,12 @@ class MoveForwardBackEffect final : public TransformEffect {
 
 class InterchangeEffect final : public TransformEffect {
   public:
-    InterchangeEffect() : TransformEffect("Interchange Left-Right") { DiskBytesPerSample = 0; }
+    InterchangeEffect() : TransformEffect("Interchange Left-Right") {}
+    std::optional<std::int64_t> DiskNeed(const EffectWork&) override { return 0; }
     bool Admits() override { return WaveStore->WavFmtChannel == 2; }
-    void Compute(EffectWork& Work) override { std::swap(Work.CarrierL, Work.CarrierR); }
+    void Compute(EffectWork& Work, PassProgress&) override {
+        std::swap(Work.CarrierL, Work.CarrierR);
+    }
 };
 
 } // namespace

@@ -94,19 +94,15 @@ class VolumeEffect : public EffectClass {
 
   protected:
     [[nodiscard]] Ramp Chosen() const { return Factors.value_or(Ramp()); }
-    /// Multiplies sample i of the carrier by `Used.Start` + `Step` x (i - 1).
-    static void Multiply(BlockCarrBuffClass& Carrier, EffectProgress& Progress, const Ramp& Used,
-                         double Step) {
-        const std::int32_t Bits = WaveStore->WavFmtBits;
-        const auto Start = static_cast<double>(Used.Start);
-        ChangePass(
-            Carrier, Progress,
-            [&](std::int32_t First, std::span<const std::int16_t> In, std::span<std::int16_t> Out) {
-                if (Step == 0)
-                    GainRun(In, Out, Start, Bits);
-                else
-                    RampRun(In, Out, Start, Step, First - 1, Bits);
-            });
+    /// Multiplies sample i of a channel by `Used.Start` + `Step` x (i - 1).
+    static RunChange Multiplying(const Ramp& Used, double Step) {
+        return [Step, Bits = WaveStore->WavFmtBits,
+                Start = static_cast<double>(Used.Start)](std::int32_t First, RunIn In, RunOut Out) {
+            if (Step == 0)
+                GainRun(In, Out, Start, Bits);
+            else
+                RampRun(In, Out, Start, Step, First - 1, Bits);
+        };
     }
     static double StepOf(const Ramp& Used, std::int32_t Count) {
         return (static_cast<double>(Used.End) - static_cast<double>(Used.Start)) /
@@ -122,17 +118,9 @@ class VolumeEffect : public EffectClass {
 class AdjustEffect final : public VolumeEffect {
   public:
     using VolumeEffect::VolumeEffect;
-    void Compute(EffectWork& Work) override {
-        Step = StepOf(Chosen(), Work.Length());
-        EffectClass::Compute(Work);
+    RunChange ChannelKernel(const EffectWork& Work, std::int32_t) override {
+        return Multiplying(Chosen(), StepOf(Chosen(), Work.Length()));
     }
-    void ComputeChannel(std::unique_ptr<BlockCarrBuffClass>& Carrier,
-                        EffectProgress& Progress) override {
-        Multiply(*Carrier, Progress, Chosen(), Step);
-    }
-
-  private:
-    double Step = 0;
 };
 
 class OptimizeEffect final : public VolumeEffect {
@@ -140,19 +128,28 @@ class OptimizeEffect final : public VolumeEffect {
     using VolumeEffect::VolumeEffect;
     /// With one channel the bar is full soon after the start and stays so.
     [[nodiscard]] double SpanOfPass(const EffectWork& Work) const override {
-        return Work.WorkChn == 0 ? 0.25 : 5.0;
+        return Work.WorkChn == 0 ? 0.5 : 5.0;
     }
-    void ComputeChannel(std::unique_ptr<BlockCarrBuffClass>& Carrier,
-                        EffectProgress& Progress) override {
-        std::int32_t Peak = 0;
-        ReadPass(*Carrier, Progress, [&Peak](std::int32_t, std::span<const std::int16_t> In) {
-            Peak = std::max(Peak, PeakOf(In));
+    void Compute(EffectWork& Work, PassProgress& Progress) override {
+        std::array<std::int32_t, 3> Peaks{}; // of channels 1 and 2
+        ReadPass(Work, Progress, [&Peaks](std::int32_t Chn) -> RunVisit {
+            return [&Peak = Peaks[static_cast<std::size_t>(Chn)]](std::int32_t, RunIn In) {
+                Peak = std::max(Peak, PeakOf(In));
+            };
         });
+        ChangePass(Work, Progress, [&](std::int32_t Chn) {
+            const Ramp Scaled = ScaledTo(Peaks[static_cast<std::size_t>(Chn)]);
+            return Multiplying(Scaled, StepOf(Scaled, Work.Carrier(Chn)->WaveINos));
+        });
+    }
+
+  private:
+    /// The factors that bring a channel's peak to the chosen levels.
+    [[nodiscard]] Ramp ScaledTo(std::int32_t Peak) const {
         const double Part =
             static_cast<double>(std::max(Peak, 1)) / SampleHigh(WaveStore->WavFmtBits);
-        const Ramp Scaled = {Single(static_cast<double>(Chosen().Start) / Part),
-                             Single(static_cast<double>(Chosen().End) / Part)};
-        Multiply(*Carrier, Progress, Scaled, StepOf(Scaled, Carrier->WaveINos));
+        return {Single(static_cast<double>(Chosen().Start) / Part),
+                Single(static_cast<double>(Chosen().End) / Part)};
     }
 };
 

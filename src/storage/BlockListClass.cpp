@@ -166,6 +166,15 @@ std::int64_t BlockListClass::NextStart(std::int32_t Position) const {
     return After == Sorted.end() ? std::int64_t{1} << 31 : After->Start;
 }
 
+BlockListClass::Stretch BlockListClass::StretchAt(std::int32_t Position) const {
+    const std::int64_t BeforeNext = NextStart(Position) - 1;
+    const std::int32_t Index = LastHolding(Position);
+    if (Index < 0)
+        return {0, BeforeNext};
+    const BlockRec& Block = BlockAt(At(Index));
+    return {At(Index), std::min(BeforeNext, std::int64_t{Block.BlockStart} + Block.BlockLen - 1)};
+}
+
 void BlockListClass::MakeBorder(std::int32_t Position) {
     const auto StrictlyInside = [&](std::int32_t BlockNo) {
         const BlockRec& Block = BlockAt(BlockNo);

@@ -42,6 +42,13 @@ class BlockListClass {
     /// The lowest position above the given one at which a block begins; 2^31 without one.
     [[nodiscard]] std::int64_t NextStart(std::int32_t Position) const;
 
+    /// What stands at a position: the last entry that holds it, and how far that stays so.
+    struct Stretch {
+        std::int32_t BlockNo = 0; ///< 0 where no block is
+        std::int64_t Last = 0;    ///< the last position of which the same is true
+    };
+    [[nodiscard]] Stretch StretchAt(std::int32_t Position) const;
+
     /// Makes a block border at a position: every block that holds it strictly inside is split,
     /// the first piece in its place, the second at the list's end. The content stays as it is.
     void MakeBorder(std::int32_t Position);

@@ -313,6 +313,27 @@ void BlockRangeReadTo(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t T
     }
 }
 
+void BlockPairReadTo(std::int32_t LeftNo, std::int32_t RightNo, std::int32_t FromPos,
+                     std::int32_t ToPos, std::int16_t* TargetL, std::int16_t* TargetR) {
+    const BlockRec& Left = BlockAt(LeftNo);
+    const BlockRec& Right = BlockAt(RightNo);
+    if (Left.BlockKind == BlockOrgFile && Right.BlockKind == BlockOrgFile &&
+        Left.FileNo == Right.FileNo && OrgFileAt(Left.FileNo).OrgFileChannels == 2) {
+        const OrgFileRec& File = OrgFileAt(Left.FileNo);
+        const auto PlaceOf = [&](const BlockRec& Block) {
+            return AddLong(Block.FilePos, MulLong(OrgFileStep(File), FromPos - Block.BlockStart));
+        };
+        const std::int32_t Apart = PlaceOf(Right) - PlaceOf(Left);
+        const std::int32_t Length = ToPos - FromPos + 1;
+        if (Apart == File.OrgFileBits / 8)
+            return OrgFileReadFrames(Left.FileNo, PlaceOf(Left), TargetL, TargetR, Length);
+        if (-Apart == File.OrgFileBits / 8)
+            return OrgFileReadFrames(Left.FileNo, PlaceOf(Right), TargetR, TargetL, Length);
+    }
+    BlockRangeReadTo(LeftNo, FromPos, ToPos, TargetL);
+    BlockRangeReadTo(RightNo, FromPos, ToPos, TargetR);
+}
+
 void BlockRangeRead(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t ToPos,
                     std::vector<std::int16_t>& Buff) {
     Buff.assign(static_cast<std::size_t>(ToPos) - static_cast<std::size_t>(FromPos) + 1, 0);

@@ -38,6 +38,10 @@ void OrgFileReadChannel(std::int32_t OrgNo, std::int32_t FilePos, std::int16_t* 
 /// Both channels of a stereo original file, beginning at a left sample.
 void OrgFileReadFrames(std::int32_t OrgNo, std::int32_t FilePos, std::int16_t* Left,
                        std::int16_t* Right, std::int32_t Length);
+/// The same stretch of two blocks that both lie in files, which is in neither's memory then: in one
+/// pass when they are the two channels of one stretch of a file, whichever comes first there.
+void BlockPairReadTo(std::int32_t LeftNo, std::int32_t RightNo, std::int32_t FromPos,
+                     std::int32_t ToPos, std::int16_t* TargetL, std::int16_t* TargetR);
 /// While one lives, reads of original files do not each end with a look at the file's identity; it
 /// is looked at when the file is left and by Finish, so before any of the samples is used.
 class OrgChecksJoined {

@@ -42,17 +42,17 @@ TEST_F(LargeRangeOfEffect, NoMoreMemoryIsHeldThanTheBudgetAndTheLatestBlocks) {
 struct Walk {
     const char* Name;
     void (*Run)();
-    double Span;       ///< of the bar, for a walk over one channel
+    double Span;       ///< of the bar, for a walk over both channels
     std::int32_t Most; ///< samples between two moves
 };
 
 TEST_F(LargeRangeOfEffect, TheBarMovesAllTheTime) {
-    for (const Walk& Each : {Walk{"volume", [] { AdjustVolume(16); }, 0.5, 100000},
-                             Walk{"fade", [] { AdjustVolume(4); }, 0.5, 100000},
-                             Walk{"maximize", [] { OptimizeVolume(3); }, 0.25, 100000},
+    for (const Walk& Each : {Walk{"volume", [] { AdjustVolume(16); }, 1, 100000},
+                             Walk{"fade", [] { AdjustVolume(4); }, 1, 100000},
+                             Walk{"maximize", [] { OptimizeVolume(3); }, 0.5, 100000},
                              // a run may hold more than one step of these
-                             Walk{"reverse", [] { WaveReverse(); }, 0.5, 40000},
-                             Walk{"invert", [] { WaveInvert(); }, 0.5, 40000}}) {
+                             Walk{"reverse", [] { WaveReverse(); }, 1, 40000},
+                             Walk{"invert", [] { WaveInvert(); }, 1, 40000}}) {
         Progress.Values.clear();
         Each.Run();
         ASSERT_FALSE(Progress.Values.empty()) << Each.Name;

@@ -291,15 +291,14 @@ TEST_F(VolumeTest, ARangeLargerThanMemoryComesOutTheSame) {
     ExpectStep([] { AdjustVolume(16); }, "Chg. Vol. 50%", Half);
 }
 
-TEST_F(VolumeTest, TheBarMovesEvery100000SamplesThroughBothChannels) {
+TEST_F(VolumeTest, TheBarMovesEvery100000SamplesThroughBothChannelsAtOnce) {
     Document(Samples(200000, 1), Samples(200000, 1));
     AdjustVolume(16);
-    EXPECT_EQ(Progress.Values, (std::vector<float>{0, 0.25F, 0.5F, 0.5F, 0.75F, 1, 1}));
+    EXPECT_EQ(Progress.Values, (std::vector<float>{0, 0.5F, 1, 1}));
     Progress.Values.clear();
     Progress.BarColor = 0;
     OptimizeVolume(3);
-    EXPECT_EQ(Progress.Values, (std::vector<float>{0, 0.125F, 0.25F, 0.25F, 0.375F, 0.5F, 0.5F,
-                                                   0.625F, 0.75F, 0.75F, 0.875F, 1, 1}));
+    EXPECT_EQ(Progress.Values, (std::vector<float>{0, 0.25F, 0.5F, 0.5F, 0.75F, 1, 1}));
     SelBoth = false;
     Progress.Values.clear();
     Progress.BarColor = 0;
