@@ -11,7 +11,7 @@ namespace quoril {
 namespace {
 
 constexpr double LowestFreq = 20;
-constexpr double FreqSpan = 1000; // from the lowest band to the highest
+constexpr double FreqDecades = 3; // from the lowest band to the highest
 constexpr std::int32_t FreqUnit = 4;
 constexpr std::int32_t LeastMeasured = 10;
 
@@ -48,7 +48,8 @@ void SplitBand(std::vector<std::int32_t>& Signal, std::int32_t Half,
 
 std::vector<std::int32_t> BandFrequencies(std::int32_t NoOfBands) {
     std::vector<std::int32_t> Freqs(static_cast<std::size_t>(std::max(NoOfBands, 0)) + 1, 0);
-    const double Ratio = NoOfBands > 1 ? std::pow(FreqSpan, 1.0 / (NoOfBands - 1)) : 1.0;
+    // Of decades, so that ratios of a whole number of them are exact.
+    const double Ratio = NoOfBands > 1 ? std::pow(10.0, FreqDecades / (NoOfBands - 1)) : 1.0;
     double Freq = LowestFreq;
     for (std::size_t Band = 1; Band < Freqs.size(); ++Band, Freq *= Ratio)
         Freqs[Band] = static_cast<std::int32_t>(std::floor(Freq / FreqUnit)) * FreqUnit;

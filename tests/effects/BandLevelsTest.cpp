@@ -46,6 +46,7 @@ TEST(BandFrequencies, AreMultiplesOfFourFrom20To20000Hz) {
     EXPECT_THAT(BandFrequencies(8), ElementsAre(0, 20, 52, 140, 384, 1032, 2776, 7452, 19996));
     EXPECT_THAT(BandFrequencies(10),
                 ElementsAre(0, 20, 40, 92, 200, 428, 928, 2000, 4308, 9280, 20000));
+    EXPECT_THAT(BandFrequencies(4), ElementsAre(0, 20, 200, 2000, 20000));
     EXPECT_THAT(BandFrequencies(2), ElementsAre(0, 20, 20000));
     EXPECT_THAT(BandFrequencies(1), ElementsAre(0, 20));
     EXPECT_THAT(BandFrequencies(0), ElementsAre(0));
