@@ -43,8 +43,8 @@ std::int32_t SumLoop(const std::int16_t* Leaving, const std::int16_t* Coming,
         SampleLanes In;
         std::memcpy(&Out, Leaving + k, sizeof(Out));
         std::memcpy(&In, Coming + k, sizeof(In));
-        SumLanes Rise = __builtin_convertvector(In, SumLanes) -
-                        __builtin_convertvector(Out, SumLanes);
+        SumLanes Rise =
+            __builtin_convertvector(In, SumLanes) - __builtin_convertvector(Out, SumLanes);
         Rise += __builtin_shufflevector(None, Rise, 7, 8, 9, 10, 11, 12, 13, 14);
         Rise += __builtin_shufflevector(None, Rise, 6, 7, 8, 9, 10, 11, 12, 13);
         Rise += __builtin_shufflevector(None, Rise, 4, 5, 6, 7, 8, 9, 10, 11);

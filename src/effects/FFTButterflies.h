@@ -1,8 +1,12 @@
 // The stages of the transform, for one signal or for several side by side: what a number is, is
 // left open. `Singles` is float or a vector of floats, `Doubles` the same in double precision.
 //
-// A stage takes blocks of twice `BlockEnd` places. The inverse keeps its real part in whole numbers,
-// which lie in doubles because these hold them exactly, and rounds them at every butterfly.
+// A stage takes blocks of twice `BlockEnd` places. The inverse keeps its real part in whole
+// numbers, which lie in doubles because these hold them exactly, and rounds them at every
+// butterfly.
+//
+// All of this is inlined, so that vectors are never passed; a source that takes vectors says so to
+// its compiler by leaving out -Wpsabi.
 #pragma once
 
 #include "base/RunSteps.h"
