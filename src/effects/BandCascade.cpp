@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstring>
 #include <numeric>
-#include <ranges>
 
 namespace quoril {
 
@@ -129,13 +128,16 @@ void BandStage::Pass(std::vector<std::int16_t>& Samples, std::int16_t* Mix) {
 }
 
 BandCascade::BandCascade(std::span<const Band> Bands, std::int32_t Length, std::int32_t Limit) {
-    // What no band hears need not be split off.
-    const auto Heard = std::ranges::find_if(Bands, [](const Band& Each) { return Each.Gain != 0; });
-    for (const Band& Each : std::ranges::subrange(Heard, Bands.end()) | std::views::reverse)
-        if (Each.Half > 0 && Each.Half < Length) {
-            Stages.emplace_back(Each.Half, Length, Each.Gain, Limit);
-            Behind += Each.Half;
-        }
+    // Below the lowest band that is heard nothing need be split off.
+    const auto Lowest =
+        std::ranges::find_if(Bands, [](const Band& Each) { return Each.Gain != 0; });
+    for (auto Each = Bands.end(); Each != Lowest;) {
+        --Each;
+        if (Each->Half <= 0 || Each->Half >= Length)
+            continue;
+        Stages.emplace_back(Each->Half, Length, Each->Gain, Limit);
+        Behind += Each->Half;
+    }
     Behind = std::min(Behind, Length);
 }
 

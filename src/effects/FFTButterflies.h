@@ -5,8 +5,8 @@
 // numbers, which lie in doubles because these hold them exactly, and rounds them at every
 // butterfly.
 //
-// All of this is inlined, so that vectors are never passed; a source that takes vectors says so to
-// its compiler by leaving out -Wpsabi.
+// Vectors are passed by reference: in which registers they would travel depends on the instruction
+// set.
 #pragma once
 
 #include "base/RunSteps.h"
@@ -24,20 +24,21 @@ struct Twiddle {
 
 template <typename Singles, typename Doubles>
 struct Butterflies {
-    [[gnu::always_inline]] static inline Doubles Widened(Singles Value) noexcept {
+    [[gnu::always_inline]] static inline void Widen(const Singles& Value, Doubles& Wide) noexcept {
         if constexpr (std::is_floating_point_v<Singles>)
-            return static_cast<Doubles>(Value);
+            Wide = static_cast<Doubles>(Value);
         else
-            return __builtin_convertvector(Value, Doubles);
+            Wide = __builtin_convertvector(Value, Doubles);
     }
-    [[gnu::always_inline]] static inline Singles Narrowed(Doubles Value) noexcept {
+    [[gnu::always_inline]] static inline void Narrow(const Doubles& Value,
+                                                     Singles& Narrowed) noexcept {
         if constexpr (std::is_floating_point_v<Singles>)
-            return static_cast<Singles>(Value);
+            Narrowed = static_cast<Singles>(Value);
         else
-            return __builtin_convertvector(Value, Singles);
+            Narrowed = __builtin_convertvector(Value, Singles);
     }
-    [[gnu::always_inline]] static inline Doubles Rounded(Doubles Value) noexcept {
-        return (Value + RoundingShift) - RoundingShift;
+    [[gnu::always_inline]] static inline void Round(Doubles& Value) noexcept {
+        Value = (Value + RoundingShift) - RoundingShift;
     }
 
     /// `Factors` are those of this stage.
@@ -49,10 +50,14 @@ struct Butterflies {
             const auto WI = static_cast<double>(Factors[j].Imag);
             for (std::size_t J = j; J < Size; J += 2 * BlockEnd) {
                 const std::size_t K = J + BlockEnd;
-                const Doubles RealK = Widened(Real[K]);
-                const Doubles ImagK = Widened(Imag[K]);
-                const Singles TR = Narrowed(WR * RealK - WI * ImagK);
-                const Singles TI = Narrowed(WI * RealK + WR * ImagK);
+                Doubles RealK;
+                Doubles ImagK;
+                Widen(Real[K], RealK);
+                Widen(Imag[K], ImagK);
+                Singles TR;
+                Singles TI;
+                Narrow(WR * RealK - WI * ImagK, TR);
+                Narrow(WI * RealK + WR * ImagK, TI);
                 Real[K] = Real[J] - TR;
                 Imag[K] = Imag[J] - TI;
                 Real[J] = Real[J] + TR;
@@ -70,13 +75,19 @@ struct Butterflies {
             for (std::size_t J = j; J < Size; J += 2 * BlockEnd) {
                 const std::size_t K = J + BlockEnd;
                 const Doubles RealK = Real[K];
-                const Doubles ImagK = Widened(Imag[K]);
-                const Singles TR = Narrowed(WR * RealK + WI * ImagK);
-                const Singles TI = Narrowed(WR * ImagK - WI * RealK);
-                const Doubles Share = Widened(TR);
-                Real[K] = Rounded(Real[J] - Share);
+                Doubles ImagK;
+                Widen(Imag[K], ImagK);
+                Singles TR;
+                Singles TI;
+                Narrow(WR * RealK + WI * ImagK, TR);
+                Narrow(WR * ImagK - WI * RealK, TI);
+                Doubles Share;
+                Widen(TR, Share);
+                Real[K] = Real[J] - Share;
+                Round(Real[K]);
                 Imag[K] = Imag[J] - TI;
-                Real[J] = Rounded(Real[J] + Share);
+                Real[J] = Real[J] + Share;
+                Round(Real[J]);
                 Imag[J] = Imag[J] + TI;
             }
         }

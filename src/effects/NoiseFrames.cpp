@@ -1,6 +1,3 @@
-// Vectors stay inside of one function here.
-#pragma GCC diagnostic ignored "-Wpsabi"
-
 #include "effects/NoiseFrames.h"
 
 #include "base/Arithmetic.h"
@@ -38,6 +35,8 @@ class AlignedRows {
     std::vector<Line> Lines;
 };
 
+/// A Hann window. It is 0 at both ends, so nothing need be done about the step between the first
+/// sample of a frame and the last one of the frame before, which the missing bin 0 leaves.
 std::vector<float> HannWindow(std::int32_t Size) {
     constexpr double Pi = 3.14159265358979;
     std::vector<float> Window;
@@ -70,7 +69,9 @@ void FilterLanes(SingleLanes* __restrict Real, SingleLanes* __restrict Imag,
     Real[0] = None;
     for (std::size_t i = 0; i < Size; ++i) {
         Reduce(Real[i], Noise[i]);
-        Whole[Reversed[i]] = SideBySideStages::Rounded(SideBySideStages::Widened(Real[i]));
+        DoubleLanes& Start = Whole[Reversed[i]];
+        SideBySideStages::Widen(Real[i], Start);
+        SideBySideStages::Round(Start);
         Imag[i] = None;
     }
     // A frame of 16 bits has bins whose magnitudes add up to 2^30 at most, and what is taken off
@@ -78,8 +79,10 @@ void FilterLanes(SingleLanes* __restrict Real, SingleLanes* __restrict Imag,
     for (std::size_t BlockEnd = 1; BlockEnd < Size; BlockEnd *= 2)
         SideBySideStages::InverseStage(Whole, Imag, Size, BlockEnd, Factors + BlockEnd);
     const auto Share = 1.0 / static_cast<double>(Size);
-    for (std::size_t i = 0; i < Size; ++i)
-        Whole[i] = SideBySideStages::Rounded(Whole[i] * Share);
+    for (std::size_t i = 0; i < Size; ++i) {
+        Whole[i] *= Share;
+        SideBySideStages::Round(Whole[i]);
+    }
 }
 
 QUORIL_VECTORISED
@@ -99,25 +102,25 @@ void AddLoop(const std::int32_t* __restrict Frame, const float* __restrict Windo
 struct NoiseFrames::Lanes {
     explicit Lanes(const std::vector<float>& Learnt)
         : Noise(Learnt), Real(Learnt.size()), Imag(Learnt.size()), Whole(Learnt.size()),
-          Frames(Learnt.size() * LaneCount) {}
+          Results(Learnt.size() * LaneCount) {}
 
     /// Filters `Count` frames, each half a frame after the one before.
-    void Filter(std::span<const std::int16_t> Signal, std::size_t Count);
+    void Filter(std::span<const std::int16_t> Part, std::size_t Count);
     [[nodiscard]] std::span<std::int32_t> Frame(std::size_t Lane) {
-        return std::span(Frames).subspan(Lane * Noise.size(), Noise.size());
+        return std::span(Results).subspan(Lane * Noise.size(), Noise.size());
     }
 
     std::vector<float> Noise;
     AlignedRows<SingleLanes> Real;
     AlignedRows<SingleLanes> Imag;
     AlignedRows<DoubleLanes> Whole;
-    std::vector<std::int32_t> Frames; ///< frame after frame
+    std::vector<std::int32_t> Results; ///< frame after frame
 };
 
-void NoiseFrames::Lanes::Filter(std::span<const std::int16_t> Signal, std::size_t Count) {
+void NoiseFrames::Lanes::Filter(std::span<const std::int16_t> Part, std::size_t Count) {
     const std::size_t Size = Noise.size();
-    if (std::ranges::all_of(Signal, [](std::int16_t Sample) { return Sample == 0; })) {
-        std::ranges::fill(Frames, 0);
+    if (std::ranges::all_of(Part, [](std::int16_t Sample) { return Sample == 0; })) {
+        std::ranges::fill(Results, 0);
         return;
     }
     if (FFTSize != static_cast<std::int32_t>(Size))
@@ -125,14 +128,14 @@ void NoiseFrames::Lanes::Filter(std::span<const std::int16_t> Signal, std::size_
     for (std::size_t i = 0; i < Size; ++i) {
         SingleLanes Samples = {};
         for (std::size_t Lane = 0; Lane < Count; ++Lane)
-            Samples[Lane] = Signal[Lane * (Size / 2) + i];
+            Samples[Lane] = Part[Lane * (Size / 2) + i];
         Real.First()[ReversedBits[i]] = Samples;
     }
     FilterLanes(Real.First(), Imag.First(), Whole.First(), Size, Noise.data(), FFTFactors.data(),
                 ReversedBits.data());
     for (std::size_t i = 0; i < Size; ++i)
         for (std::size_t Lane = 0; Lane < Count; ++Lane)
-            Frames[Lane * Size + i] = static_cast<std::int32_t>(Whole.First()[i][Lane]);
+            Results[Lane * Size + i] = static_cast<std::int32_t>(Whole.First()[i][Lane]);
 }
 
 NoiseFrames::NoiseFrames(const std::vector<float>& Profile, std::int32_t WavFmtBits,
@@ -173,8 +176,7 @@ void NoiseFrames::FilterFrames(std::int32_t Count, const Sink& Give) {
     const auto Ready = static_cast<std::size_t>(Count);
     SideBySide->Filter(std::span(Signal).first(Hop * (Ready + 1)), Ready);
     for (std::size_t Lane = 0; Lane < Ready; ++Lane, ++Filtered) {
-        const std::span<std::int32_t> Frame = SideBySide->Frame(Lane);
-        Smooth(Frame);
+        const std::span<const std::int32_t> Frame = SideBySide->Frame(Lane);
         std::ranges::fill(Half, std::int16_t{0});
         // The pass of the even frames comes first.
         if (Filtered % 2 == 0)
@@ -187,12 +189,6 @@ void NoiseFrames::FilterFrames(std::int32_t Count, const Sink& Give) {
         LastFrame.assign(Frame.begin(), Frame.end());
     }
     Signal.erase(Signal.begin(), Signal.begin() + static_cast<std::ptrdiff_t>(Hop * Ready));
-}
-
-void NoiseFrames::Smooth(std::span<std::int32_t> Frame) {
-    std::int32_t& Last = Prev[static_cast<std::size_t>(Filtered % 2)];
-    Frame[0] = RoundToLong((static_cast<double>(Last) + static_cast<double>(Frame[1])) / 2);
-    Last = Frame.back();
 }
 
 void NoiseFrames::AddHalf(std::span<const std::int32_t> Frame, std::size_t From) {

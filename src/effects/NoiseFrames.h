@@ -1,7 +1,6 @@
 // Taking a learnt noise out of a signal that passes by piece by piece.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -36,7 +35,6 @@ class NoiseFrames {
     struct Lanes;
 
     void FilterFrames(std::int32_t Count, const Sink& Give);
-    void Smooth(std::span<std::int32_t> Frame);
     /// Adds half a frame to the result of its place.
     void AddHalf(std::span<const std::int32_t> Frame, std::size_t From);
     void GiveSilence(std::int32_t Count, const Sink& Give) const;
@@ -47,10 +45,9 @@ class NoiseFrames {
     std::int32_t Frames; ///< of both passes
     std::int32_t Filtered = 0;
     std::int32_t Taken = 0;
-    std::array<std::int32_t, 2> Prev = {0, 0}; ///< last sample of the last frame of each pass
-    std::vector<std::int16_t> Signal;          ///< from the first frame that is not filtered on
-    std::vector<std::int32_t> LastFrame;       ///< the last one that was filtered
-    std::vector<std::int16_t> Half;            ///< result of half a frame
+    std::vector<std::int16_t> Signal;    ///< from the first frame that is not filtered on
+    std::vector<std::int32_t> LastFrame; ///< the last one that was filtered
+    std::vector<std::int16_t> Half;      ///< result of half a frame
     std::unique_ptr<Lanes> SideBySide;
 };
 
