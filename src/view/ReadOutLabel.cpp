@@ -27,6 +27,12 @@ double Contrast(const QColor& A, const QColor& B) {
 }
 
 constexpr double ReadableContrast = 4.5;
+constexpr int RingWidth = 2;
+
+/// Black or white, whichever stands out.
+QColor StandingOutOf(const QColor& Color) {
+    return Contrast(Color, Qt::black) > Contrast(Color, Qt::white) ? Qt::black : Qt::white;
+}
 
 } // namespace
 
@@ -55,19 +61,19 @@ void ReadOutLabel::SetColors(std::int32_t BackColor, std::int32_t TextColor) {
 
 void ReadOutLabel::paintEvent(QPaintEvent*) {
     QPainter Painter(this);
+    // Without mixed colours at the edges, and beyond them: at a scale that is no whole number an
+    // edge can lie within a pixel of the screen.
+    Painter.fillRect(rect().adjusted(-1, -1, 1, 1), Back);
     Painter.setRenderHint(QPainter::Antialiasing);
-    Painter.fillRect(rect(), Back);
     const QFontMetrics Metrics(font());
     const QRect Inner = contentsRect();
     const int Room = Inner.width() - Metrics.horizontalAdvance(text());
     const double X = Inner.left() + (alignment() & Qt::AlignRight ? Room : 0);
     const double Y = Inner.top() + (Inner.height() - Metrics.height()) / 2.0 + Metrics.ascent();
     if (Contrast(Back, Front) < ReadableContrast) {
-        // In black or white, whichever stands out against the letters. Letters around the letters:
-        // the curves that a font gives for a text are not the same to the last bit each time, and
-        // a value that is back must look as it did.
-        const bool Dark = Contrast(Front, Qt::black) > Contrast(Front, Qt::white);
-        Painter.setPen(Dark ? Qt::black : Qt::white);
+        // Letters around the letters: the curves that a font gives for a text are not the same to
+        // the last bit each time, and a value that is back must look as it did.
+        Painter.setPen(StandingOutOf(Front));
         for (const int Right : {-1, 0, 1})
             for (const int Down : {-1, 0, 1})
                 if (Right != 0 || Down != 0)
@@ -76,9 +82,11 @@ void ReadOutLabel::paintEvent(QPaintEvent*) {
     Painter.setPen(Front);
     Painter.drawText(QPointF(X, Y), text());
     if (hasFocus()) {
-        Painter.setPen(QPen(Front, 1, Qt::DotLine));
+        constexpr double Inset = RingWidth / 2.0;
+        Painter.setPen(
+            QPen(StandingOutOf(Back), RingWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         Painter.setBrush(Qt::NoBrush);
-        Painter.drawRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5));
+        Painter.drawRect(QRectF(rect()).adjusted(Inset, Inset, -Inset, -Inset));
     }
 }
 
