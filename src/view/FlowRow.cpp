@@ -79,7 +79,10 @@ void FlowRow::setGeometry(const QRect& Rect) {
         int X = Inner.left();
         int Tallest = 0;
         for (QLayoutItem* Item : Row) {
-            Item->setGeometry(QRect(QPoint(X, Y), Item->sizeHint()));
+            // Alone in its row, an item can be wider than the row.
+            Item->setGeometry(
+                QRect(QPoint(X, Y), QSize(std::min(Item->sizeHint().width(), Inner.width()),
+                                          Item->sizeHint().height())));
             X += Item->sizeHint().width() + GapX;
             Tallest = std::max(Tallest, Item->sizeHint().height());
         }

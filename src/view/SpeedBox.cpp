@@ -86,7 +86,8 @@ void SpeedBox::ShowAt(int Right, int Top, std::int32_t ValueFor, std::int32_t Va
         PlaySpeedSlider[2]->setValue(ValueRev);
     }
     adjustSize();
-    move(std::max(0, Right - width()), Top);
+    move(std::max(0, Right - width()),
+         std::max(0, std::min(Top, parentWidget()->height() - height())));
     show();
     raise();
     PlaySpeedSlider[1]->setFocus();

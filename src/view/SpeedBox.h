@@ -23,7 +23,8 @@ class SpeedBox final : public QFrame {
     /// Told when the user moves a slider: its index, 1 or 2, and its value.
     std::function<void(std::int32_t Index, std::int32_t Value)> Moved;
 
-    /// Shows the box below `Top`, in pixels of its parent, with the sliders at these values.
+    /// Shows the box with the sliders at these values: left of `Right` and below `Top`, in pixels
+    /// of its parent, but higher where it would be cut off otherwise.
     void ShowAt(int Right, int Top, std::int32_t ValueFor, std::int32_t ValueRev);
     /// The tool tip of a slider and the text below it.
     void SetText(std::int32_t Index, const QString& Text);

@@ -1,5 +1,7 @@
 // The strip of values below the overview bar.
 #include "view/BandDisplay.h"
+#include "view/ElidedLabel.h"
+#include "view/InfoStrip.h"
 #include "view/PicturePanel.h"
 #include "view/ToolIcon.h"
 #include "view/ValueLabel.h"
@@ -28,18 +30,12 @@ constexpr std::array<ValueLabelText, 6> ValueLabels = {{
     {"ViewLbl_2", "View to", "View To. Click to edit. Right click for menu."},
 }};
 
-// Columns of the strip: 0 headings, 1 to 3 values, then groups with a gap before each.
-constexpr int GapBeforeMouse = 4;
-constexpr int MouseColumn = 5;
-constexpr int GapBeforePlay = 6;
-constexpr int PlayColumn = 7;
-constexpr int GapBeforeSpeed = 8;
-constexpr int SpeedColumn = 9; // and the next one
-constexpr int GapBeforeBands = 11;
-constexpr int BandColumn = 12;
-
 constexpr const char* LongestValue = "00:00:00.00";
 constexpr const char* LongestPosition = "00:00:00.00/2147483647";
+constexpr const char* LongestLevel = "-32768/-32768";
+constexpr const char* LongestStatus = "Playing in reverse";
+constexpr int LeastBandWidth = 40;
+constexpr int MostBandWidth = 240;
 
 /// A label that shows a value in the colours of the wave view.
 ReadOutLabel* ReadOut(const QString& Name, const QString& Accessible, const QString& Hint,
@@ -50,10 +46,8 @@ ReadOutLabel* ReadOut(const QString& Name, const QString& Accessible, const QStr
     return Label;
 }
 
-/// A label on the window's own background.
-QLabel* Plain(const QString& Name, const QString& Accessible, const QString& Hint,
-              QWidget* Parent) {
-    auto* Label = new QLabel(Parent);
+/// Makes a label one of the window's own background.
+QLabel* Plain(QLabel* Label, const QString& Name, const QString& Accessible, const QString& Hint) {
     Label->setObjectName(Name);
     Label->setAccessibleName(Accessible);
     Label->setProperty("StatusHint", Hint);
@@ -63,38 +57,36 @@ QLabel* Plain(const QString& Name, const QString& Accessible, const QString& Hin
 QLabel* Heading(const QString& Text, QWidget* Parent) {
     auto* Label = new QLabel(Text, Parent);
     Label->setForegroundRole(QPalette::WindowText);
+    Label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    Label->setMinimumHeight(InfoStrip::HeadIcon);
     return Label;
 }
 
 } // namespace
 
-QWidget* WaveEditor_Frm::BuildInfoFrame() {
-    auto* Frame = new QWidget(Client);
-    Frame->setObjectName(QStringLiteral("InfoFrame"));
-    auto* Grid = new QGridLayout(Frame);
-    Grid->setContentsMargins(8, 5, 8, 5);
-    Grid->setHorizontalSpacing(4);
-    Grid->setVerticalSpacing(4);
-    for (const int Gap : {GapBeforeMouse, GapBeforePlay, GapBeforeSpeed, GapBeforeBands})
-        Grid->setColumnMinimumWidth(Gap, 8);
-    BuildValueLabels(Grid);
-    BuildMouseReadOut(Grid);
-    BuildPlayReadOut(Grid);
-    BuildSpeedReadOut(Grid);
+void WaveEditor_Frm::BuildInfoFrame() {
+    InfoFrame = new InfoStrip(Client);
+    InfoFrame->installEventFilter(this);
+    BuildValueLabels(InfoFrame->AddGroup());
+    BuildMouseReadOut(InfoFrame->AddFlatGroup());
+    BuildPlayReadOut(InfoFrame->AddFlatGroup());
+    BuildSpeedReadOut(InfoFrame->AddGroup());
+    BuildBandDisplay(InfoFrame->AddGroup(1));
+}
 
-    DispFrqVolPic = new PicturePanel(QStringLiteral("DispFrqVolPic"), Frame);
+void WaveEditor_Frm::BuildBandDisplay(QGridLayout* Grid) {
+    DispFrqVolPic = new PicturePanel(QStringLiteral("DispFrqVolPic"), Grid->parentWidget());
     DispFrqVolPic->setAccessibleName(QStringLiteral("Frequency bands around the mouse"));
     DispFrqVolPic->setProperty(
         "StatusHint",
         QStringLiteral("Graphical audio volume of different bands at mouse position."));
-    DispFrqVolPic->setMinimumWidth(70);
-    DispFrqVolPic->setMaximumWidth(160);
+    DispFrqVolPic->setMinimumWidth(LeastBandWidth);
+    DispFrqVolPic->setMaximumWidth(MostBandWidth);
     DispFrqVolPic->installEventFilter(this);
     Bands = new BandDisplay(DispFrqVolPic);
-    Grid->addWidget(DispFrqVolPic, 0, BandColumn, 3, 1);
-    Grid->setColumnStretch(GapBeforeBands, 1);
-    Grid->setColumnStretch(BandColumn, 2);
-    return Frame;
+    Grid->addWidget(DispFrqVolPic, 0, 1, 3, 1);
+    Grid->setColumnStretch(0, 1);
+    Grid->setColumnStretch(1, 2);
 }
 
 void WaveEditor_Frm::BuildValueLabels(QGridLayout* Grid) {
@@ -118,13 +110,14 @@ void WaveEditor_Frm::BuildValueLabels(QGridLayout* Grid) {
     }
 }
 
-void WaveEditor_Frm::BuildMouseReadOut(QGridLayout* Grid) {
-    QWidget* Frame = Grid->parentWidget();
-    Grid->addWidget(Heading(QStringLiteral("Mouse"), Frame), 0, MouseColumn);
+void WaveEditor_Frm::BuildMouseReadOut(QBoxLayout* Parts) {
+    QWidget* Frame = Parts->parentWidget();
+    Parts->addWidget(Heading(QStringLiteral("Mouse"), Frame));
     const std::array<const char*, 3> Words = {"", "Time", "Level"};
     const std::array<const char*, 3> Hints = {"",
                                               "Current X Position of mouse. hh.mm.ss.ss/Samlpes.",
                                               "Current Y Position of mouse (and sample height)"};
+    const std::array<const char*, 3> Longest = {"", LongestPosition, LongestLevel};
     int CaptionWidth = 0;
     for (int Index = 1; Index <= 2; ++Index) {
         const QString Hint = QLatin1String(Hints.at(std::size_t(Index)));
@@ -134,9 +127,9 @@ void WaveEditor_Frm::BuildMouseReadOut(QGridLayout* Grid) {
                     Word + QStringLiteral(" at the mouse, caption"), Hint, Frame, nullptr);
         Caption->setText(Word);
         CaptionWidth = std::max(CaptionWidth, Caption->sizeHint().width());
-        ReadOutLabel* Value =
-            ReadOut(QStringLiteral("DisplayPosLbl_%1").arg(Index),
-                    Word + QStringLiteral(" at the mouse"), Hint, Frame, LongestPosition);
+        ReadOutLabel* Value = ReadOut(QStringLiteral("DisplayPosLbl_%1").arg(Index),
+                                      Word + QStringLiteral(" at the mouse"), Hint, Frame,
+                                      Longest.at(std::size_t(Index)));
         Caption->installEventFilter(this);
         Value->installEventFilter(this);
         DisplayPos2Lbl.at(std::size_t(Index)) = Caption;
@@ -145,25 +138,30 @@ void WaveEditor_Frm::BuildMouseReadOut(QGridLayout* Grid) {
         Pair->setSpacing(0);
         Pair->addWidget(Caption);
         Pair->addWidget(Value, 1);
-        Grid->addLayout(Pair, Index, MouseColumn);
+        Parts->addLayout(Pair);
     }
     for (const std::size_t Index : {1U, 2U})
         DisplayPos2Lbl.at(Index)->setFixedWidth(CaptionWidth);
 }
 
-void WaveEditor_Frm::BuildPlayReadOut(QGridLayout* Grid) {
-    QWidget* Frame = Grid->parentWidget();
-    Grid->addWidget(Heading(QStringLiteral("Play"), Frame), 0, PlayColumn);
+void WaveEditor_Frm::BuildPlayReadOut(QBoxLayout* Parts) {
+    QWidget* Frame = Parts->parentWidget();
+    Parts->addWidget(Heading(QStringLiteral("Play"), Frame));
     PlayPosLbl = ReadOut(QStringLiteral("PlayPosLbl"), QStringLiteral("Play position"),
                          QStringLiteral("Current position of playing. hh.mm.ss.ss/Samples."), Frame,
                          LongestPosition);
-    PlayStatusLbl = Plain(QStringLiteral("PlayStatusLbl"), QStringLiteral("Play status"),
-                          QStringLiteral("What the player is doing."), Frame);
-    PlayStatusLbl->setMinimumWidth(1);
+    PlayStatusLbl =
+        Plain(new ElidedLabel(Frame), QStringLiteral("PlayStatusLbl"),
+              QStringLiteral("Play status"), QStringLiteral("What the player is doing."));
+    // Another text must not move what stands around it.
+    PlayStatusLbl->setMinimumSize(
+        PlayStatusLbl->fontMetrics().horizontalAdvance(QLatin1String(LongestStatus)),
+        InfoFrame->ValueHeight());
+    PlayStatusLbl->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     PlayPosLbl->installEventFilter(this);
     PlayStatusLbl->installEventFilter(this);
-    Grid->addWidget(PlayPosLbl, 1, PlayColumn);
-    Grid->addWidget(PlayStatusLbl, 2, PlayColumn);
+    Parts->addWidget(PlayPosLbl);
+    Parts->addWidget(PlayStatusLbl);
 }
 
 void WaveEditor_Frm::BuildSpeedReadOut(QGridLayout* Grid) {
@@ -175,25 +173,27 @@ void WaveEditor_Frm::BuildSpeedReadOut(QGridLayout* Grid) {
         Label->installEventFilter(this);
         return Label;
     };
-    SpeedDispPic =
-        Clickable(Plain(QStringLiteral("SpeedDispPic"), QStringLiteral("Play speed"), Hint, Frame));
+    SpeedDispPic = Clickable(Plain(new QLabel(Frame), QStringLiteral("SpeedDispPic"),
+                                   QStringLiteral("Play speed"), Hint));
     SpeedDispPic->setPixmap(
-        ToolIcon(QStringLiteral("Speed")).pixmap(QSize(16, 16), devicePixelRatioF()));
-    Grid->addWidget(SpeedDispPic, 0, SpeedColumn + 1, Qt::AlignRight);
+        ToolIcon(QStringLiteral("Speed"))
+            .pixmap(QSize(InfoStrip::HeadIcon, InfoStrip::HeadIcon), devicePixelRatioF()));
+    Grid->addWidget(SpeedDispPic, 0, 1, Qt::AlignRight);
     const std::array<const char*, 3> Icons = {"", "Play", "PlayRev"};
     const std::array<const char*, 3> Names = {"", "Play speed forward", "Play speed in reverse"};
     for (int Index = 1; Index <= 2; ++Index) {
         auto* Arrow = new QLabel(Frame);
         Arrow->setPixmap(ToolIcon(QLatin1String(Icons.at(std::size_t(Index))))
                              .pixmap(QSize(12, 12), devicePixelRatioF()));
-        Grid->addWidget(Arrow, Index, SpeedColumn);
-        QLabel* Label = Clickable(Plain(QStringLiteral("SpeedDispLbl_%1").arg(Index),
-                                        QLatin1String(Names.at(std::size_t(Index))), Hint, Frame));
+        Grid->addWidget(Arrow, Index, 0);
+        QLabel* Label =
+            Clickable(Plain(new QLabel(Frame), QStringLiteral("SpeedDispLbl_%1").arg(Index),
+                            QLatin1String(Names.at(std::size_t(Index))), Hint));
         Label->setText(QStringLiteral("100%"));
         Label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         Label->setMinimumWidth(Label->fontMetrics().horizontalAdvance(QLatin1String("200%")));
         SpeedDispLbl.at(std::size_t(Index)) = Label;
-        Grid->addWidget(Label, Index, SpeedColumn + 1);
+        Grid->addWidget(Label, Index, 1);
     }
 }
 

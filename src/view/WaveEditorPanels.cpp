@@ -39,7 +39,7 @@ void WaveEditor_Frm::BuildPanels() {
     for (const int Index : {0, 1})
         ArrowImg.at(std::size_t(Index)) = new ArrowImage(Index, HScrollPic);
     Strips = new StripMouse(*this);
-    InfoFrame = BuildInfoFrame();
+    BuildInfoFrame();
 }
 
 void WaveEditor_Frm::BuildStatusBar() {

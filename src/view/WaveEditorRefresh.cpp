@@ -6,6 +6,7 @@
 #include "selection/SelectionMod.h"
 #include "view/ArrowImage.h"
 #include "view/BandDisplay.h"
+#include "view/InfoStrip.h"
 #include "view/StripDraw.h"
 #include "view/StripMouse.h"
 #include "view/ValueEntry.h"
@@ -34,7 +35,7 @@ void WaveEditor_Frm::LayoutPanels(int Channels) {
     const int Width = Client->width();
     const int Height = Client->height();
     TopFrame->setGeometry(0, 0, Width, TopFrame->layout()->heightForWidth(Width));
-    const int InfoHeight = InfoFrame->sizeHint().height();
+    const int InfoHeight = InfoFrame->FitTo(Width);
     InfoFrame->setGeometry(0, Height - InfoHeight, Width, InfoHeight);
     HScrollPic->setGeometry(0, Height - InfoHeight - ScrollHeight, Width, ScrollHeight);
     for (ArrowImage* Arrow : ArrowImg)
@@ -48,9 +49,8 @@ void WaveEditor_Frm::LayoutPanels(int Channels) {
     Wave_Pic[1]->setGeometry(0, Layout.Top1, Width, Layout.Height1);
     Wave_Pic[2]->setGeometry(0, Layout.Top2, Width, Layout.Height2);
     Wave_Pic[2]->setVisible(Layout.Visible2);
-    Client->setMinimumSize(InfoFrame->minimumSizeHint().width(), TopFrame->height() + ScaleHeight +
-                                                                     ScrollHeight + InfoHeight +
-                                                                     SmallestPanels);
+    Client->setMinimumSize(InfoFrame->LeastWidth(), TopFrame->height() + ScaleHeight +
+                                                        ScrollHeight + InfoHeight + SmallestPanels);
 }
 
 namespace {

@@ -24,6 +24,7 @@
 #include <vector>
 
 class QAction;
+class QBoxLayout;
 class QGridLayout;
 class QLabel;
 class QMenu;
@@ -33,6 +34,7 @@ namespace quoril {
 
 class ArrowImage;
 class BandDisplay;
+class InfoStrip;
 class PicturePanel;
 class ReadOutLabel;
 class StripMouse;
@@ -159,11 +161,12 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     QWidget* BuildToolbar(const std::string& Name, const std::string& Title);
     void BuildPasteButton(QToolButton* Button);
     void BuildPanels();
-    QWidget* BuildInfoFrame();
+    void BuildInfoFrame();
     void BuildValueLabels(QGridLayout* Grid);
-    void BuildMouseReadOut(QGridLayout* Grid);
-    void BuildPlayReadOut(QGridLayout* Grid);
+    void BuildMouseReadOut(QBoxLayout* Parts);
+    void BuildPlayReadOut(QBoxLayout* Parts);
     void BuildSpeedReadOut(QGridLayout* Grid);
+    void BuildBandDisplay(QGridLayout* Grid);
     void BuildStatusBar();
     void RegisterOwnCommands();
     void RegisterSelectCommands();
@@ -188,7 +191,7 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     std::map<std::string, bool> Allowed;
     QMenu* PopMnu = nullptr;
     QWidget* Client = nullptr;
-    QWidget* InfoFrame = nullptr;
+    InfoStrip* InfoFrame = nullptr;
     std::map<std::string, QLabel*> StatusPanels;
     QAction* LastFilesPlace = nullptr;
     std::vector<QAction*> LastFiles;
