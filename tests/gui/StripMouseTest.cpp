@@ -35,7 +35,7 @@ class TipBook final : public UserGuideWindow {
     std::vector<std::string> Tips;
 };
 
-/// A document of ten seconds, with a view of one second from 3001 on.
+/// A document of ten seconds, with a view of one second from 3001 on: a sample for each column.
 class StripMouseTest : public WindowTest {
   protected:
     StripMouseTest() {
@@ -43,7 +43,7 @@ class StripMouseTest : public WindowTest {
         QuickPlay = true;
         PlayDirection = 1;
         Document(10000, 2);
-        Show();
+        Show(1001);
         ViewAll = false;
         ViewFrom = 3001;
         ViewTotal = 1000;
