@@ -101,6 +101,8 @@ void FileCarrBuffClass::MovePointer(std::int32_t NewZeroPtr, std::int32_t NewRan
 void FileCarrBuffClass::ReDimSize(std::int32_t NewSz, bool DoInitilize) {
     FileMakeIfNone();
     if (NewSz <= WaveINos) {
+        if (NewSz <= ZeroPtr)
+            WindowDirty = false; // what is cut off need not reach the file, which may have no room
         if (std::int64_t{ZeroPtr} + WindowLen > NewSz)
             MovePointer(0, 0);
         FileForWriting File(FileName, FileForWriting::Mode::Existing);

@@ -19,6 +19,7 @@ TestChild::TestChild(const std::vector<std::string>& Arguments) {
     Words = Descriptor(Ends[0]);
     const Descriptor To(Ends[1]);
     std::vector<char*> Texts;
+    Texts.reserve(Arguments.size() + 1);
     for (const std::string& Each : Arguments)
         Texts.push_back(const_cast<char*>(Each.c_str()));
     Texts.push_back(nullptr);
@@ -39,7 +40,8 @@ void TestChild::Kill() {
     Child = -1;
 }
 
-SoundServer::SoundServer(int Channels) : SinkChannels(Channels) {
+SoundServer::SoundServer(int Channels, const std::string& SinkFormat)
+    : SinkChannels(Channels), Format(SinkFormat) {
     ::setenv("HOME", Folder.Path().c_str(), 1);
     ::setenv("XDG_RUNTIME_DIR", Folder.Path().c_str(), 1);
     ::setenv("XDG_CONFIG_HOME", Folder.Path().c_str(), 1);
@@ -66,8 +68,8 @@ void SoundServer::Restart() {
 
 std::string SoundServer::Sink() const {
     // A sink that takes back what it has already sounded would confuse who listens to it.
-    return "module-null-sink sink_name=nowhere norewinds=1 format=s16le rate=44100 channels=" +
-           std::to_string(SinkChannels);
+    return "module-null-sink sink_name=nowhere norewinds=1 " + Format +
+           " channels=" + std::to_string(SinkChannels);
 }
 
 void SoundServer::Control(const std::string& Command, const std::string& Module) const {

@@ -33,11 +33,11 @@ class TestChild {
     Descriptor Words;
 };
 
-/// A sound server with one sink of 16 bits at 44100 Hz. The programs that this process starts use
-/// it from then on. Throws when it does not come up.
+/// A sound server with one sink, of 16 bits at 44100 Hz unless told otherwise. The programs that
+/// this process starts use it from then on. Throws when it does not come up.
 class SoundServer {
   public:
-    explicit SoundServer(int Channels);
+    explicit SoundServer(int Channels, const std::string& SinkFormat = "format=s16le rate=44100");
     [[nodiscard]] std::string Socket() const { return Folder / "native"; }
     void Kill() { Server->Kill(); }
     void Restart();
@@ -50,6 +50,7 @@ class SoundServer {
     void Control(const std::string& Command, const std::string& Module) const;
     TempFolder Folder;
     int SinkChannels;
+    std::string Format;
     std::unique_ptr<TestChild> Server;
 };
 

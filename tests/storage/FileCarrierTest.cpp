@@ -2,6 +2,7 @@
 #include "base/Failure.h"
 #include "settings/STD1.h"
 #include "storage/FileCarrBuffClass.h"
+#include "support/FullDisk.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
 
@@ -260,6 +261,21 @@ TEST_F(FileCarrierTest, ABlockCarrierAdoptsTheFileWithoutCopying) {
     EXPECT_EQ(TestSession::SessionFiles().size(), 1U);
     for (const std::int32_t p : {1, 524288, 524289, 600000})
         EXPECT_EQ(BlockCarr.WaveLR(p), TestSample(p));
+}
+
+TEST_F(FileCarrierTest, WhatIsCutOffNeedsNoRoomOnTheDisk) {
+    FileCarrBuffClass Carrier;
+    Carrier.BuffLength(100);
+    Carrier.BuffPut(1, Indexed(1, 50));
+    (void)Carrier.FileName1();
+    Carrier.BuffPut(51, Indexed(51, 80));
+    const FullDisk Disk;
+    Disk.Fill();
+    EXPECT_THROW((void)Carrier.FileName1(), Failure);
+    Carrier.ReDimSize(50, false);
+    EXPECT_EQ(Carrier.WaveINos, 50);
+    EXPECT_EQ(fs::file_size(Carrier.FileName1()), 100U);
+    EXPECT_EQ(Carrier.WaveLR(50), Indexed(50, 50).back());
 }
 
 } // namespace

@@ -1,0 +1,65 @@
+// A sound system of a test: its devices, what they take, and what they deliver.
+#pragma once
+
+#include "recording/CaptureSystem.h"
+
+#include <algorithm>
+
+namespace quoril::test {
+
+class ScriptedCapture final : public CaptureSystem {
+  public:
+    std::vector<std::string> Names = {"first", "second"};
+    std::uint32_t Bits = AllFormatBits;
+    std::int32_t FailCode = 0; ///< 0: devices can be opened
+    bool FailPreparing = false;
+
+    // What came to pass.
+    std::vector<std::string> Log;
+    CaptureFormat Opened;
+    int OpenNow = 0;
+    bool LostNow = false;
+    CaptureQueue* Queue = nullptr;
+    const CaptureNotice* Notice = nullptr;
+
+    std::vector<std::string> Devices() override { return Names; }
+    std::uint32_t FormatBits(std::size_t) override { return Bits; }
+    std::unique_ptr<CaptureStream> Open(std::size_t Device, const CaptureFormat& Format,
+                                        CaptureQueue& To, const CaptureNotice& Told) override {
+        if (FailCode != 0)
+            throw CaptureFailure(FailCode, FailPreparing);
+        Log.push_back("open " + std::to_string(Device));
+        Opened = Format;
+        Queue = &To;
+        Notice = &Told;
+        LostNow = false;
+        return std::make_unique<Stream>(*this);
+    }
+
+    /// As many halves as are asked for, each of one byte value, as far as there is room.
+    void Deliver(int Halves, int Value = 0) const {
+        for (int No = 0; No < Halves; ++No) {
+            const std::vector<std::byte> Half(Queue->Room(), static_cast<std::byte>(Value));
+            if (Queue->Fill(Half.data(), Half.size()))
+                Notice->Raise();
+        }
+    }
+    int RoomMadeCount = 0;
+
+  private:
+    class Stream final : public CaptureStream {
+      public:
+        explicit Stream(ScriptedCapture& From) : System(From) { ++System.OpenNow; }
+        ~Stream() override {
+            --System.OpenNow;
+            System.Log.emplace_back("close");
+        }
+        void RoomMade() noexcept override { ++System.RoomMadeCount; }
+        [[nodiscard]] bool Lost() const noexcept override { return System.LostNow; }
+
+      private:
+        ScriptedCapture& System;
+    };
+};
+
+} // namespace quoril::test
