@@ -5,7 +5,10 @@
 #include "base/MsgBoxMod.h"
 #include "base/ProgressReport.h"
 #include "base/ViewState.h"
+#include "effects/BandSet.h"
 #include "effects/ChannelMix.h"
+#include "effects/EqualizerCommands.h"
+#include "effects/NoiseCommands.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
 #include "storage/FileMemoClass.h"
@@ -43,6 +46,30 @@ void Mix(std::int32_t LeftSrc, std::int32_t RightSrc) {
     ChannelMix();
 }
 
+/// The answer to the question for the bands: eight of them, each another one.
+class ChosenBands final : public EqlizDialog {
+  public:
+    ChosenBands() { SetEqlizDialog(this); }
+    ~ChosenBands() override { SetEqlizDialog(nullptr); }
+    ChosenBands(const ChosenBands&) = delete;
+    ChosenBands& operator=(const ChosenBands&) = delete;
+    void ShowEqliz(std::int32_t) override { EqBandSet = {{0, -10, 0, 15, 7, -20, 12, 3, 25}, 8}; }
+};
+
+void EqualizeEightBands() {
+    const ChosenBands Answer;
+    Equalize(0);
+}
+
+/// The noise is learnt from the first five seconds, as a user would.
+void ReduceNoise() {
+    const std::int32_t All = SelEnd;
+    SelEnd = std::min(SelEnd, SelStart + 5 * WaveStore->WavFmtFreq - 1);
+    EffectNoisRedu(0);
+    SelEnd = All;
+    EffectNoisRedu(1);
+}
+
 struct NamedCommand {
     const char* Name;
     void (*Run)();
@@ -56,6 +83,8 @@ constexpr std::array Commands = {
     NamedCommand{"invert", [] { WaveInvert(); }},
     NamedCommand{"mix-average", [] { Mix(MixAverage, MixAverage); }},
     NamedCommand{"mix-sums", [] { Mix(MixSum, MixLeftLessRight); }},
+    NamedCommand{"equalize", [] { EqualizeEightBands(); }},
+    NamedCommand{"reduce-noise", [] { ReduceNoise(); }},
     NamedCommand{"nothing", [] {}},
 };
 

@@ -151,6 +151,8 @@ std::int32_t NoiseFrames::Delay() const noexcept {
 }
 
 void NoiseFrames::Push(std::span<const std::int16_t> Samples, const Sink& Give) {
+    if (Samples.empty())
+        return;
     Taken += static_cast<std::int32_t>(Samples.size());
     const auto Hop = static_cast<std::int32_t>(Half.size());
     if (Filtered < Frames)
