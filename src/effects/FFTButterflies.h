@@ -41,11 +41,35 @@ struct Butterflies {
         Value = (Value + RoundingShift) - RoundingShift;
     }
 
-    /// `Factors` are those of this stage.
+    /// The two places of a butterfly: A + T and A - T.
+    [[gnu::always_inline]] static inline void Cross(Singles& A, Singles& B,
+                                                    const Singles& T) noexcept {
+        B = A - T;
+        A = A + T;
+    }
+    [[gnu::always_inline]] static inline void CrossWhole(Doubles& A, Doubles& B,
+                                                         const Singles& T) noexcept {
+        Doubles Wide;
+        Widen(T, Wide);
+        B = A - Wide;
+        Round(B);
+        A = A + Wide;
+        Round(A);
+    }
+
+    /// `Factors` are those of this stage; the first one of each stage is 1.
     [[gnu::always_inline]] static inline void ForwardStage(Singles* Real, Singles* Imag,
                                                            std::size_t Size, std::size_t BlockEnd,
                                                            const Twiddle* Factors) noexcept {
-        for (std::size_t j = 0; j < BlockEnd; ++j) {
+        Singles TR;
+        Singles TI;
+        for (std::size_t J = 0; J < Size; J += 2 * BlockEnd) {
+            TR = Real[J + BlockEnd];
+            TI = Imag[J + BlockEnd];
+            Cross(Real[J], Real[J + BlockEnd], TR);
+            Cross(Imag[J], Imag[J + BlockEnd], TI);
+        }
+        for (std::size_t j = 1; j < BlockEnd; ++j) {
             const auto WR = static_cast<double>(Factors[j].Real);
             const auto WI = static_cast<double>(Factors[j].Imag);
             for (std::size_t J = j; J < Size; J += 2 * BlockEnd) {
@@ -54,41 +78,37 @@ struct Butterflies {
                 Doubles ImagK;
                 Widen(Real[K], RealK);
                 Widen(Imag[K], ImagK);
-                Singles TR;
-                Singles TI;
                 Narrow(WR * RealK - WI * ImagK, TR);
                 Narrow(WI * RealK + WR * ImagK, TI);
-                Real[K] = Real[J] - TR;
-                Imag[K] = Imag[J] - TI;
-                Real[J] = Real[J] + TR;
-                Imag[J] = Imag[J] + TI;
+                Cross(Real[J], Real[K], TR);
+                Cross(Imag[J], Imag[K], TI);
             }
         }
     }
 
+    /// The same with the factors' conjugates, on whole numbers.
     [[gnu::always_inline]] static inline void InverseStage(Doubles* Real, Singles* Imag,
                                                            std::size_t Size, std::size_t BlockEnd,
                                                            const Twiddle* Factors) noexcept {
-        for (std::size_t j = 0; j < BlockEnd; ++j) {
+        Singles TR;
+        Singles TI;
+        for (std::size_t J = 0; J < Size; J += 2 * BlockEnd) {
+            Narrow(Real[J + BlockEnd], TR);
+            TI = Imag[J + BlockEnd];
+            CrossWhole(Real[J], Real[J + BlockEnd], TR);
+            Cross(Imag[J], Imag[J + BlockEnd], TI);
+        }
+        for (std::size_t j = 1; j < BlockEnd; ++j) {
             const auto WR = static_cast<double>(Factors[j].Real);
             const auto WI = static_cast<double>(Factors[j].Imag);
             for (std::size_t J = j; J < Size; J += 2 * BlockEnd) {
                 const std::size_t K = J + BlockEnd;
-                const Doubles RealK = Real[K];
                 Doubles ImagK;
                 Widen(Imag[K], ImagK);
-                Singles TR;
-                Singles TI;
-                Narrow(WR * RealK + WI * ImagK, TR);
-                Narrow(WR * ImagK - WI * RealK, TI);
-                Doubles Share;
-                Widen(TR, Share);
-                Real[K] = Real[J] - Share;
-                Round(Real[K]);
-                Imag[K] = Imag[J] - TI;
-                Real[J] = Real[J] + Share;
-                Round(Real[J]);
-                Imag[J] = Imag[J] + TI;
+                Narrow(WR * Real[K] + WI * ImagK, TR);
+                Narrow(WR * ImagK - WI * Real[K], TI);
+                CrossWhole(Real[J], Real[K], TR);
+                Cross(Imag[J], Imag[K], TI);
             }
         }
     }

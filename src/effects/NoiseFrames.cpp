@@ -55,6 +55,28 @@ std::vector<float> HannWindow(std::int32_t Size) {
     Bin = (Above > None ? Above : None) + (Below < None ? Below : None);
 }
 
+/// Sets frames, each half a frame after the one before, side by side in bit-reversed order.
+QUORIL_VECTORISED
+void PlaceFrames(const std::int16_t* __restrict Signal, SingleLanes* __restrict Real,
+                 std::size_t Size, const std::int32_t* __restrict Reversed) noexcept {
+    const std::size_t Hop = Size / 2;
+    for (std::size_t i = 0; i < Size; ++i) {
+        SingleLanes Samples;
+        for (std::size_t Lane = 0; Lane < LaneCount; ++Lane)
+            Samples[Lane] = Signal[Lane * Hop + i];
+        Real[Reversed[i]] = Samples;
+    }
+}
+
+/// The same back, frame after frame.
+QUORIL_VECTORISED
+void TakeFrames(const DoubleLanes* __restrict Whole, std::int32_t* __restrict Frames,
+                std::size_t Size) noexcept {
+    for (std::size_t i = 0; i < Size; ++i)
+        for (std::size_t Lane = 0; Lane < LaneCount; ++Lane)
+            Frames[Lane * Size + i] = static_cast<std::int32_t>(Whole[i][Lane]);
+}
+
 /// Frames in bit-reversed order in `Real`; what they become in `Whole`.
 QUORIL_VECTORISED
 void FilterLanes(SingleLanes* __restrict Real, SingleLanes* __restrict Imag,
@@ -104,8 +126,8 @@ struct NoiseFrames::Lanes {
         : Noise(Learnt), Real(Learnt.size()), Imag(Learnt.size()), Whole(Learnt.size()),
           Results(Learnt.size() * LaneCount) {}
 
-    /// Filters `Count` frames, each half a frame after the one before.
-    void Filter(std::span<const std::int16_t> Part, std::size_t Count);
+    /// Filters `LaneCount` frames, each half a frame after the one before.
+    void Filter(std::span<const std::int16_t> Part);
     [[nodiscard]] std::span<std::int32_t> Frame(std::size_t Lane) {
         return std::span(Results).subspan(Lane * Noise.size(), Noise.size());
     }
@@ -117,7 +139,7 @@ struct NoiseFrames::Lanes {
     std::vector<std::int32_t> Results; ///< frame after frame
 };
 
-void NoiseFrames::Lanes::Filter(std::span<const std::int16_t> Part, std::size_t Count) {
+void NoiseFrames::Lanes::Filter(std::span<const std::int16_t> Part) {
     const std::size_t Size = Noise.size();
     if (std::ranges::all_of(Part, [](std::int16_t Sample) { return Sample == 0; })) {
         std::ranges::fill(Results, 0);
@@ -125,17 +147,10 @@ void NoiseFrames::Lanes::Filter(std::span<const std::int16_t> Part, std::size_t 
     }
     if (FFTSize != static_cast<std::int32_t>(Size))
         (void)FFTPrepare(static_cast<std::int32_t>(Size));
-    for (std::size_t i = 0; i < Size; ++i) {
-        SingleLanes Samples = {};
-        for (std::size_t Lane = 0; Lane < Count; ++Lane)
-            Samples[Lane] = Part[Lane * (Size / 2) + i];
-        Real.First()[ReversedBits[i]] = Samples;
-    }
+    PlaceFrames(Part.data(), Real.First(), Size, ReversedBits.data());
     FilterLanes(Real.First(), Imag.First(), Whole.First(), Size, Noise.data(), FFTFactors.data(),
                 ReversedBits.data());
-    for (std::size_t i = 0; i < Size; ++i)
-        for (std::size_t Lane = 0; Lane < Count; ++Lane)
-            Results[Lane * Size + i] = static_cast<std::int32_t>(Whole.First()[i][Lane]);
+    TakeFrames(Whole.First(), Results.data(), Size);
 }
 
 NoiseFrames::NoiseFrames(const std::vector<float>& Profile, std::int32_t WavFmtBits,
@@ -176,7 +191,8 @@ void NoiseFrames::Push(std::span<const std::int16_t> Samples, const Sink& Give) 
 void NoiseFrames::FilterFrames(std::int32_t Count, const Sink& Give) {
     const std::size_t Hop = Half.size();
     const auto Ready = static_cast<std::size_t>(Count);
-    SideBySide->Filter(std::span(Signal).first(Hop * (Ready + 1)), Ready);
+    Signal.resize(std::max(Signal.size(), Hop * (LaneCount + 1)), 0); // frames that are not there
+    SideBySide->Filter(std::span(Signal).first(Hop * (LaneCount + 1)));
     for (std::size_t Lane = 0; Lane < Ready; ++Lane, ++Filtered) {
         const std::span<const std::int32_t> Frame = SideBySide->Frame(Lane);
         std::ranges::fill(Half, std::int16_t{0});
