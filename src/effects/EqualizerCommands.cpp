@@ -22,7 +22,8 @@ class EqualizeEffect final : public EffectClass {
     /// For the distance of the two ends, which is one sample less than the range has.
     std::optional<std::int64_t> DiskNeed(const EffectWork& Work) override {
         constexpr std::int32_t BytesPerSample = 2;
-        return Work.Bytes(BytesPerSample) - BytesPerSample * (Work.WorkChn == 0 ? 2 : 1);
+        return Work.Bytes(BytesPerSample) -
+               std::int64_t{BytesPerSample} * (Work.WorkChn == 0 ? 2 : 1);
     }
     bool AskBeforeCollecting(const EffectWork&) override {
         EqBandSet = {};
