@@ -128,10 +128,7 @@ void BlockCarrBuffClass::WriteSlowly(std::int32_t WavPos, std::int16_t Sample) {
     BlockRec& Block = BlockAt(Window.BlockNo);
     if (Block.BlockKind != BlockMemory)
         BlockToPrivateMemory(Window.BlockNo);
-    if (!Block.BlockData.Alone()) {
-        Window.Empty();
-        Block.BlockData.MakeAlone(Block.BlockLen);
-    }
+    BlockSamplesAlone(Window.BlockNo);
     Window.First = static_cast<std::uint32_t>(Block.BlockStart);
     Window.ReadFrom = Window.WriteTo = Block.BlockData.Write();
     Window.ReadLen = Window.WriteLen = static_cast<std::uint32_t>(Block.BlockLen);

@@ -3,31 +3,20 @@
 
 #include "base/Arithmetic.h"
 #include "base/MsgBoxMod.h"
-#include "platform/SampleMemory.h"
 #include "storage/BlockTableInner.h"
 
-#include <algorithm>
 #include <cstring>
-#include <map>
 #include <utility>
 
 namespace quoril {
 
 namespace {
 
-constexpr std::size_t BlocksAlwaysInMemory = 4;
-constexpr std::int32_t ChecksBetweenRecounts = 100;
-
 /// Gives a block its samples and counts them.
 void MemoryGive(BlockRec& Block, SampleRun Samples, std::int32_t Kind) {
     Block.BlockData = std::move(Samples);
+    MemoryEnter(Block);
     Block.BlockKind = Kind;
-    MemoryUsed += 2 * Block.BlockLen;
-}
-
-/// Fails before anything is changed when that many more samples cannot be counted.
-void MemoryRoomCheck(std::int32_t Samples) {
-    (void)AddLong(MemoryUsed, MulLong(2, Samples));
 }
 
 void LeaveOrgFile(BlockRec& Block) {
@@ -45,10 +34,10 @@ void PairToMemory(const BlockPairRec& Pair) {
     SampleRun LeftSamples = SampleRun::Unfilled(Length);
     SampleRun RightSamples = SampleRun::Unfilled(Length);
     OrgFileReadFrames(Left.FileNo, Left.FilePos, LeftSamples.Write(), RightSamples.Write(), Length);
-    LeaveOrgFile(Left);
-    LeaveOrgFile(Right);
     MemoryGive(Left, std::move(LeftSamples), BlockMemory);
+    LeaveOrgFile(Left);
     MemoryGive(Right, std::move(RightSamples), BlockMemory);
+    LeaveOrgFile(Right);
 }
 
 void OrgBlockToMemory(std::int32_t BlockNo) {
@@ -61,8 +50,8 @@ void OrgBlockToMemory(std::int32_t BlockNo) {
     MemoryRoomCheck(Block.BlockLen);
     SampleRun Samples = SampleRun::Unfilled(Block.BlockLen);
     OrgFileReadChannel(Block.FileNo, Block.FilePos, Samples.Write(), Block.BlockLen);
-    LeaveOrgFile(Block);
     MemoryGive(Block, std::move(Samples), BlockMemory);
+    LeaveOrgFile(Block);
 }
 
 void SilenceToMemory(BlockRec& Block) {
@@ -79,61 +68,19 @@ void WriteToNewFile(BlockRec& Block, const SampleRun& Samples) {
     Block.FilePos = 1;
 }
 
-void MemoryDrop(std::int32_t BlockNo) {
-    BlockRec& Block = BlockAt(BlockNo);
-    BlockWindowsEmpty(BlockNo);
-    Block.BlockData = {};
-    Block.BlockKind = BlockWorkFile;
-    MemoryUsed -= 2 * Block.BlockLen;
-}
-
-/// Whether a work file still holds what a block that is in memory as well relies on.
-bool WorkFileStillHolds(const BlockRec& Block) {
-    try {
-        const std::int64_t Bytes = IdentityOfFile(WorkFileAt(Block.FileNo).WorkFileName).Bytes;
-        return Bytes >= std::int64_t{Block.FilePos} - 1 + std::int64_t{Block.BlockLen} * 2;
-    } catch (const SystemFailure&) {
-        return false;
-    }
-}
-
-std::int64_t TwiceTheSamples(const std::vector<std::int32_t>& List) {
-    std::int64_t Sum = 0;
-    for (const std::int32_t BlockNo : List)
-        Sum += BlockAt(BlockNo).BlockLen;
-    return 2 * Sum;
-}
-
-/// Samples are shared and cut without copying, so a small block may keep a large buffer alive.
-/// While buffers hold more than the budget, blocks that view only parts of theirs get own copies.
-void SharedRemaindersGiveBack() {
-    if (SampleMemoryInUse() <= MemoryBudget)
-        return;
-    struct Viewed {
-        std::int64_t Samples = 0;
-        std::vector<std::int32_t> BlockNos;
-    };
-    std::map<const void*, Viewed> Buffers;
-    for (std::size_t No = 1; No < BlockTable.size(); ++No) {
-        if (!BlockInMemory(BlockTable[No]))
-            continue;
-        Viewed& Entry = Buffers[BlockTable[No].BlockData.BufferId()];
-        Entry.Samples += BlockTable[No].BlockLen;
-        Entry.BlockNos.push_back(static_cast<std::int32_t>(No));
-    }
-    for (const auto& [Id, Entry] : Buffers) {
-        if (Entry.Samples >= BlockAt(Entry.BlockNos.front()).BlockData.BufferLength())
-            continue;
-        for (const std::int32_t BlockNo : Entry.BlockNos) {
-            BlockWindowsEmpty(BlockNo);
-            BlockAt(BlockNo).BlockData.CopyOut(BlockAt(BlockNo).BlockLen);
-        }
-        if (SampleMemoryInUse() <= MemoryBudget)
-            return;
-    }
-}
-
 } // namespace
+
+void MemoryEnter(const BlockRec& Block) {
+    MemoryUsed += 2 * Block.BlockData.Hold(Block.BlockLen);
+}
+
+void MemoryLeave(const BlockRec& Block) noexcept {
+    MemoryUsed -= 2 * Block.BlockData.Release(Block.BlockLen);
+}
+
+void MemoryRoomCheck(std::int32_t Samples) {
+    (void)AddLong(MemoryUsed, MulLong(2, Samples));
+}
 
 void BlockToMemory(std::int32_t BlockNo) {
     BlockRec& Block = BlockAt(BlockNo);
@@ -184,37 +131,44 @@ void BlockToPrivateMemory(std::int32_t BlockNo) {
     }
 }
 
+void BlockSamplesAlone(std::int32_t BlockNo) {
+    BlockRec& Block = BlockAt(BlockNo);
+    if (Block.BlockData.Alone())
+        return;
+    MemoryRoomCheck(Block.BlockLen);
+    SampleRun Own = Block.BlockData;
+    Own.CopyOut(Block.BlockLen);
+    BlockWindowsEmpty(BlockNo);
+    MemoryLeave(Block);
+    Block.BlockData = std::move(Own);
+    MemoryEnter(Block);
+    BudgetEnforceBut(BlockNo);
+}
+
 std::int16_t* BlockToWrite(std::int32_t BlockNo) {
     BlockToPrivateMemory(BlockNo);
-    BlockRec& Block = BlockAt(BlockNo);
-    if (!Block.BlockData.Alone()) {
-        BlockWindowsEmpty(BlockNo);
-        Block.BlockData.MakeAlone(Block.BlockLen);
-    }
-    return Block.BlockData.Write();
+    BlockSamplesAlone(BlockNo);
+    return BlockAt(BlockNo).BlockData.Write();
 }
 
 void BlockTakeSamples(std::int32_t BlockNo, SampleRun Samples) {
     BlockRec& Block = BlockAt(BlockNo);
+    const std::int32_t Kind = Block.BlockKind;
+    MemoryRoomCheck(Block.BlockLen);
     BlockWindowsEmpty(BlockNo);
-    if (Block.BlockKind == BlockMemory) {
-        Block.BlockData = std::move(Samples);
-        return;
-    }
-    if (!BlockInMemory(Block))
-        MemoryRoomCheck(Block.BlockLen);
-    if (Block.BlockKind == BlockMemoryAndFile || Block.BlockKind == BlockWorkFile) {
+    if (BlockInMemory(Block))
+        MemoryLeave(Block);
+    MemoryGive(Block, std::move(Samples), BlockMemory);
+    if (Kind == BlockMemoryAndFile || Kind == BlockWorkFile) {
         --WorkFileAt(Block.FileNo).WorkFileUse;
         Block.FileNo = 0;
         Block.FilePos = 0;
-    } else if (Block.BlockKind == BlockOrgFile) {
+    } else if (Kind == BlockOrgFile) {
         BlockPairRemove(BlockNo);
         LeaveOrgFile(Block);
     }
-    if (BlockInMemory(Block))
-        MemoryUsed -= 2 * Block.BlockLen;
-    MemoryGive(Block, std::move(Samples), BlockMemory);
-    Block.BlockStamp = NextBlockStamp();
+    if (Kind != BlockMemory)
+        Block.BlockStamp = NextBlockStamp();
     BudgetEnforce();
 }
 
@@ -225,27 +179,26 @@ void BlockToFile(std::int32_t BlockNo) {
         MsgBox("Error - Free block can not be written to file");
         return;
     case BlockMemoryAndFile:
-        if (!WorkFileStillHolds(Block)) {
-            // Somebody took the file away: the samples in memory are the only ones.
-            const std::int32_t LostNo = Block.FileNo;
-            WriteToNewFile(Block, Block.BlockData);
-            --WorkFileAt(LostNo).WorkFileUse;
-        }
-        MemoryDrop(BlockNo);
-        return;
     case BlockMemory:
-        WriteToNewFile(Block, Block.BlockData);
-        MemoryDrop(BlockNo);
+        BlocksToFile({BlockNo});
         return;
     case BlockSilence:
         // The zeros are never counted in MemoryUsed, but dropping them is: the recount of the
         // budget check mends that.
         WriteToNewFile(Block, SampleRun::Zeros(Block.BlockLen));
-        MemoryDrop(BlockNo);
+        BlockWindowsEmpty(BlockNo);
+        Block.BlockKind = BlockWorkFile;
+        MemoryUsed -= 2 * Block.BlockLen;
         return;
     default:
         return;
     }
+}
+
+void BlockWriteToNewFile(std::int32_t BlockNo) {
+    BlockRec& Block = BlockAt(BlockNo);
+    WriteToNewFile(Block, Block.BlockData);
+    Block.BlockKind = BlockMemoryAndFile;
 }
 
 void BlockWriteThrough(std::int32_t BlockNo) {
@@ -255,8 +208,7 @@ void BlockWriteThrough(std::int32_t BlockNo) {
         MsgBox("Error - Free block can not be written to file");
         return;
     case BlockMemory:
-        WriteToNewFile(Block, Block.BlockData);
-        Block.BlockKind = BlockMemoryAndFile;
+        BlockWriteToNewFile(BlockNo);
         return;
     case BlockSilence: {
         MemoryRoomCheck(Block.BlockLen);
@@ -364,40 +316,6 @@ void BlockSampleWillNeed(std::int32_t BlockNo, std::int32_t Position) noexcept {
     const std::int64_t Offset = OffsetInFile(BlockAt(BlockNo), Position);
     if (const FileForReading* const File = Offset < 0 ? nullptr : BlockHandle(BlockAt(BlockNo)))
         File->WillNeed(Offset, sizeof(std::int16_t));
-}
-
-void BudgetEnforce() {
-    if (MemoryUsed <= MemoryBudget)
-        return;
-    std::vector<std::int32_t> List;
-    for (std::size_t No = 1; No < BlockTable.size(); ++No)
-        if (BlockInMemory(BlockTable[No]))
-            List.push_back(static_cast<std::int32_t>(No));
-    if (++BudgetCheckCount == ChecksBetweenRecounts) {
-        BudgetCheckCount = 0;
-        MemoryUsed = ToLong(TwiceTheSamples(List));
-    }
-    // Oldest last; of equal stamps the highest number last.
-    if (List.size() > BlocksAlwaysInMemory)
-        std::stable_sort(List.begin(), List.end(), [](std::int32_t A, std::int32_t B) {
-            return BlockAt(A).BlockStamp > BlockAt(B).BlockStamp;
-        });
-    while (List.size() > BlocksAlwaysInMemory) {
-        BlockToFile(List.back());
-        List.pop_back();
-        if (MemoryUsed < MemoryBudget)
-            break;
-    }
-    SharedRemaindersGiveBack();
-}
-
-void BudgetEnforceOrFree(std::int32_t NewNo) {
-    try {
-        BudgetEnforce();
-    } catch (...) {
-        BlockFree(NewNo);
-        throw;
-    }
 }
 
 } // namespace quoril

@@ -72,10 +72,6 @@ void TieToWorkFile(std::int32_t BlockNo, std::int32_t FileNo, std::int32_t FileP
     ++WorkFileAt(FileNo).WorkFileUse;
 }
 
-std::int32_t BytesOf(std::int32_t Samples) {
-    return MulLong(2, Samples);
-}
-
 } // namespace
 
 BlockWindow::BlockWindow() {
@@ -106,11 +102,12 @@ std::int32_t NextBlockStamp() {
 }
 
 std::int32_t BlockNewFilled(std::int32_t Length, SampleRun Samples) {
-    const std::int32_t Used = AddLong(MemoryUsed, BytesOf(Length));
+    MemoryRoomCheck(Length);
     const std::int32_t Stamp = NextBlockStamp();
     const std::int32_t NewNo = SlotTake();
-    BlockAt(NewNo) = {0, 0, 0, BlockMemory, std::move(Samples), Length, Stamp};
-    MemoryUsed = Used;
+    const BlockRec Filled = {0, 0, 0, BlockMemory, std::move(Samples), Length, Stamp};
+    MemoryEnter(Filled);
+    BlockAt(NewNo) = Filled;
     BudgetEnforceOrFree(NewNo);
     return NewNo;
 }
@@ -148,13 +145,12 @@ std::int32_t BlockClone(std::int32_t BlockNo) {
         MsgBox("Error - free block can not be copied");
         return NewNo;
     }
-    const bool InMemory = BlockInMemory(BlockAt(BlockNo));
-    const std::int32_t Used =
-        InMemory ? AddLong(MemoryUsed, BytesOf(BlockAt(BlockNo).BlockLen)) : MemoryUsed;
     const std::int32_t Stamp =
         Kind == BlockSilence ? BlockAt(BlockNo).BlockStamp : NextBlockStamp();
-    if (InMemory)
-        BlockWindowsEmpty(BlockNo);
+    if (BlockInMemory(BlockAt(BlockNo))) {
+        MemoryEnter(BlockAt(BlockNo));
+        BlockWindowsEmpty(BlockNo); // it is no longer alone with its samples
+    }
     BlockRec& Copy = BlockAt(NewNo);
     Copy = BlockAt(BlockNo);
     Copy.BlockStamp = Stamp;
@@ -162,9 +158,6 @@ std::int32_t BlockClone(std::int32_t BlockNo) {
         ++WorkFileAt(Copy.FileNo).WorkFileUse;
     else if (Kind == BlockOrgFile)
         ++OrgFileAt(Copy.FileNo).OrgFileUse;
-    MemoryUsed = Used;
-    if (InMemory)
-        BudgetEnforceOrFree(NewNo);
     return NewNo;
 }
 
@@ -174,7 +167,7 @@ void BlockFree(std::int32_t BlockNo) {
     const std::int32_t FileNo = Block.FileNo;
     BlockWindowsEmpty(BlockNo);
     if (BlockInMemory(Block))
-        MemoryUsed -= BytesOf(Block.BlockLen);
+        MemoryLeave(Block);
     if (Kind == BlockMemoryAndFile || Kind == BlockWorkFile)
         --WorkFileAt(FileNo).WorkFileUse;
     else if (Kind == BlockOrgFile) {

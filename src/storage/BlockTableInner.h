@@ -20,6 +20,23 @@ namespace quoril {
 
 /// Empties every window on a block whose samples move, are shared, or go.
 void BlockWindowsEmpty(std::int32_t BlockNo) noexcept;
+/// Counts the samples that a block has just got in memory, or is about to leave. Samples that other
+/// blocks hold as well are counted already, and stay so.
+void MemoryEnter(const BlockRec& Block);
+void MemoryLeave(const BlockRec& Block) noexcept;
+/// Fails before anything is changed when that many more samples cannot be counted.
+void MemoryRoomCheck(std::int32_t Samples);
+/// Ends the sharing of a memory block's samples: what is written to it is then its own, and counts.
+void BlockSamplesAlone(std::int32_t BlockNo);
+/// The samples of a memory block in a new work file, to which the block is then tied: kind 1.
+void BlockWriteToNewFile(std::int32_t BlockNo);
+/// Gives up memory blocks that share samples: each gets a place in a work file unless it has one,
+/// samples that several hold one place for all, and the memory is dropped: kind 3. `BlockNos` stand
+/// in the order of their samples, of those that begin together the longest first. When a file
+/// cannot be written the blocks stay in memory.
+void BlocksToFile(const BlockSet& BlockNos);
+/// BudgetEnforce that leaves a block in memory which is just being written.
+void BudgetEnforceBut(std::int32_t KeptNo);
 /// BudgetEnforce; if that fails, the block just made is freed before the failure goes on.
 void BudgetEnforceOrFree(std::int32_t NewNo);
 /// The first pair that holds a block, or the table's end.

@@ -4,8 +4,49 @@
 
 #include <cstddef>
 #include <cstring>
+#include <iterator>
+#include <utility>
 
 namespace quoril {
+
+std::map<std::int32_t, HeldStretches::Edge>::iterator HeldStretches::EdgeAt(std::int32_t Place) {
+    const auto [Found, IsNew] = Edges.try_emplace(Place);
+    if (IsNew && Found != Edges.begin())
+        Found->second.Holders = std::prev(Found)->second.Holders;
+    return Found;
+}
+
+std::int32_t HeldStretches::Hold(std::int32_t From, std::int32_t To) {
+    if (From >= To)
+        return 0;
+    const auto First = EdgeAt(From);
+    const auto Last = EdgeAt(To);
+    ++First->second.Ends;
+    ++Last->second.Ends;
+    std::int32_t Fresh = 0;
+    for (auto One = First; One != Last; ++One)
+        if (One->second.Holders++ == 0)
+            Fresh += std::next(One)->first - One->first;
+    return Fresh;
+}
+
+std::int32_t HeldStretches::Release(std::int32_t From, std::int32_t To) noexcept {
+    if (From >= To)
+        return 0;
+    std::int32_t Free = 0;
+    const auto Last = Edges.find(To);
+    for (auto One = Edges.find(From); One != Last; ++One)
+        if (--One->second.Holders == 0)
+            Free += std::next(One)->first - One->first;
+    EndsGo(From);
+    EndsGo(To);
+    return Free;
+}
+
+void HeldStretches::EndsGo(std::int32_t Place) noexcept {
+    if (const auto Found = Edges.find(Place); --Found->second.Ends == 0)
+        Edges.erase(Found);
+}
 
 SampleRun::Buffer::Buffer(std::int32_t HowMany, bool Zeroed)
     : Samples(SampleMemoryTake(HowMany, Zeroed)), Count(HowMany) {}
@@ -34,9 +75,16 @@ SampleRun SampleRun::From(std::int32_t Offset) const {
     return Result;
 }
 
-void SampleRun::MakeAlone(std::int32_t Length) {
-    if (!Alone())
-        CopyOut(Length);
+std::int32_t SampleRun::Hold(std::int32_t Length) const {
+    return Owner->Held.Hold(Offset(), Offset() + Length);
+}
+
+std::int32_t SampleRun::Release(std::int32_t Length) const noexcept {
+    return Owner->Held.Release(Offset(), Offset() + Length);
+}
+
+std::int32_t SampleRun::Offset() const noexcept {
+    return static_cast<std::int32_t>(First - Owner->Samples);
 }
 
 void SampleRun::CopyOut(std::int32_t Length) {

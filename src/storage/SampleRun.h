@@ -1,11 +1,32 @@
-// The samples of a memory block. Copies share them until one side writes.
+// The samples of a memory block. Copies share them until one side writes, and count once meanwhile.
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <span>
 
 namespace quoril {
+
+/// Which samples of a buffer are held, each by how many.
+class HeldStretches {
+  public:
+    /// One more holds the samples from `From` up to `To`, which is not one of them. Gives how many
+    /// of them nobody held before.
+    std::int32_t Hold(std::int32_t From, std::int32_t To);
+    /// One of those that hold just these samples lets go. Gives how many nobody holds any more.
+    std::int32_t Release(std::int32_t From, std::int32_t To) noexcept;
+
+  private:
+    struct Edge {
+        std::int32_t Holders = 0; ///< of the samples from here to the next edge
+        std::int32_t Ends = 0;    ///< stretches that begin or end here; without one the edge goes
+    };
+    std::map<std::int32_t, Edge>::iterator EdgeAt(std::int32_t Place);
+    void EndsGo(std::int32_t Place) noexcept;
+
+    std::map<std::int32_t, Edge> Edges;
+};
 
 /// A stretch of samples in memory, a view on a buffer that other runs may view too. Copying a run
 /// copies no sample. The length is the block's and is not kept here.
@@ -25,11 +46,14 @@ class SampleRun {
     [[nodiscard]] std::int16_t* Write() noexcept { return First; }
     /// True when no other run views the buffer.
     [[nodiscard]] bool Alone() const noexcept { return Owner.use_count() == 1; }
-    /// Makes the run alone, copying its `Length` samples if it is not.
-    void MakeAlone(std::int32_t Length);
+    /// A block begins to hold the run's `Length` samples, or lets them go again. Gives how many of
+    /// them no other block holds.
+    [[nodiscard]] std::int32_t Hold(std::int32_t Length) const;
+    [[nodiscard]] std::int32_t Release(std::int32_t Length) const noexcept;
 
-    /// The buffer's identity and size, for giving back buffers that only small parts view.
+    /// The buffer's identity and size, and where in it the run begins.
     [[nodiscard]] const void* BufferId() const noexcept { return Owner.get(); }
+    [[nodiscard]] std::int32_t Offset() const noexcept;
     [[nodiscard]] std::int32_t BufferLength() const noexcept;
     /// Replaces the view by an own copy of just `Length` samples.
     void CopyOut(std::int32_t Length);
@@ -42,6 +66,7 @@ class SampleRun {
         Buffer& operator=(const Buffer&) = delete;
         std::int16_t* Samples;
         std::int32_t Count;
+        HeldStretches Held;
     };
     std::shared_ptr<Buffer> Owner;
     std::int16_t* First = nullptr;

@@ -75,7 +75,7 @@ extern std::vector<OrgFileRec> OrgFileTable;
 extern std::vector<BlockPairRec> BlockPairTable; ///< counts from 0
 
 extern std::int32_t MemoryBudget;     ///< bytes that blocks may hold, at least 10000000
-extern std::int32_t MemoryUsed;       ///< bytes held: twice the samples of kinds 1 and 2
+extern std::int32_t MemoryUsed;       ///< bytes held: twice the samples of kinds 1 and 2, each once
 extern std::int32_t BlockUseCounter;  ///< last stamp given
 extern std::int32_t BudgetCheckCount; ///< enforcement runs, up to 100
 extern std::int32_t OrgFileOpenNo;    ///< number of the open original file, 0 for none
@@ -94,7 +94,8 @@ inline constexpr std::int32_t LowestMemoryBudget = 10000000;
 [[nodiscard]] std::int32_t BlockNew(std::int32_t Length, std::int32_t Kind);
 /// A new memory block (kind 2) that takes `Samples`, which hold `Length` samples.
 [[nodiscard]] std::int32_t BlockNewFilled(std::int32_t Length, SampleRun Samples);
-/// An independent copy with the same BlockStart.
+/// An independent copy with the same BlockStart. The copy of a block in memory shares its samples,
+/// and costs no memory, until one of the two is written.
 [[nodiscard]] std::int32_t BlockClone(std::int32_t BlockNo);
 /// Gives up the block's memory and its use of a file. A work file stays until FilesSweep.
 void BlockFree(std::int32_t BlockNo);
@@ -123,7 +124,7 @@ void BlockToPrivateMemory(std::int32_t BlockNo);
 /// Gives a block other samples as its private memory, whatever it was: kind 2. For a change that
 /// was made beside the block, which the budget may have pushed out in the meantime.
 void BlockTakeSamples(std::int32_t BlockNo, SampleRun Samples);
-/// Writes a memory block out and drops the memory: kind 3.
+/// Writes a memory block out and drops its hold on the memory: kind 3.
 void BlockToFile(std::int32_t BlockNo);
 /// Writes a memory block out and keeps the memory: kind 1.
 void BlockWriteThrough(std::int32_t BlockNo);
@@ -139,7 +140,9 @@ void BlockRangeReadTo(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t T
 [[nodiscard]] bool BlockSampleIsNear(std::int32_t BlockNo, std::int32_t Position) noexcept;
 /// Tells the system that the sample at a position will be read soon; for blocks in files.
 void BlockSampleWillNeed(std::int32_t BlockNo, std::int32_t Position) noexcept;
-/// Pushes the oldest blocks out until the budget holds.
+/// Pushes the oldest blocks out until the budget holds. Blocks that share samples go together, at
+/// the time of the one used last, since no memory is free before; the samples are then written
+/// once.
 void BudgetEnforce();
 /// Adds 1 to BlockUseCounter and returns it.
 std::int32_t NextBlockStamp();

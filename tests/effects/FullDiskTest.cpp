@@ -54,10 +54,11 @@ class FullDiskTest : public EffectTest {
             {"invert", WaveInvert, "Invert Error|", 15},
             {"up", Height("5"), "Move Up Error|", 15},
             {"down", Height("-5"), "Move Down Error|", 15},
-            {"forward", Move("1200"), "Move Forward Error|", 15},
-            {"back", Move("-1200"), "Move Back Error|", 15},
-            {"beyond the end", Move("7000"), "Move Forward Error|", 15},
-            {"interchange", InterchangeChannels, "Interchange Left-Right Error|", 15},
+            // These move blocks and compute nothing: no disk keeps them from it.
+            {"forward", Move("1200"), "Move Forward Error|", 0},
+            {"back", Move("-1200"), "Move Back Error|", 0},
+            {"beyond the end", Move("7000"), "Move Forward Error|", 0},
+            {"interchange", InterchangeChannels, "Interchange Left-Right Error|", 0},
             {"mix", ChannelMix, "Interchange Left-Right Error|", 15},
         };
     }
@@ -100,7 +101,8 @@ TEST_F(FullDiskTest, OneChannelAloneStaysAsItWasToo) {
         ManyBlocks();
         SelBoth = false;
         SelSingle = 2;
-        EXPECT_GE(FailuresOnAFullDisk(Row.Command, Row.Title), 8) << Row.Name;
+        EXPECT_GE(FailuresOnAFullDisk(Row.Command, Row.Title), std::min(Row.Failures, 8))
+            << Row.Name;
         ASSERT_FALSE(HasFailure()) << Row.Name;
     }
 }
@@ -109,8 +111,7 @@ TEST_F(FullDiskTest, WhatWasDoneBeforeCanStillBeUndoneAfterAFailure) {
     ManyBlocks();
     const Samples OldLeft = Left();
     WaveInvert();
-    Duration.Answer = {true, "1200"};
-    EXPECT_GE(FailuresOnAFullDisk(WaveMoveForwardBack, "Move Forward Error|"), 15);
+    EXPECT_GE(FailuresOnAFullDisk(WaveReverse, "Reverse Error|"), 15);
     WaveStore->Undo();
     WaveStore->Undo();
     EXPECT_EQ(Left(), OldLeft);

@@ -83,11 +83,12 @@ TEST_F(BlockTableTest, CloningAFreeBlockIsTold) {
 TEST_F(BlockTableTest, AClonesSamplesAreItsOwn) {
     const std::int32_t A = MemoryBlock(100);
     const std::int32_t B = BlockClone(A);
-    EXPECT_EQ(MemoryUsed, 400);
+    EXPECT_EQ(MemoryUsed, 200) << "shared samples count once";
     EXPECT_EQ(Block(B).BlockKind, 2);
     EXPECT_EQ(Block(B).BlockStart, 1);
     EXPECT_GT(Block(B).BlockStamp, Block(A).BlockStamp);
     BlockToWrite(B)[0] = 77;
+    EXPECT_EQ(MemoryUsed, 400) << "a clone that is written adds its own";
     EXPECT_EQ(BlockSample(A, 1), TestSample(1));
     EXPECT_EQ(BlockSample(B, 1), 77);
     BlockToWrite(A)[1] = 78;
@@ -536,10 +537,94 @@ TEST_F(BlockTableTest, ABlockThatFindsNoRoomIsNotLeftBehind) {
         (void)MemoryBlock(100);
     fs::remove_all(SessionDir);
     EXPECT_THROW((void)BlockNew(100, 2), Failure);
-    EXPECT_THROW((void)BlockClone(2), Failure);
     EXPECT_EQ(MemoryUsed, 800);
     const BlockSet Mine{1, 2, 3, 4};
     EXPECT_EQ(BrokenRule(std::vector<const BlockSet*>{&Mine}), "");
+}
+
+TEST_F(BlockTableTest, AClonesFirstWriteThatFindsNoRoomChangesNoSample) {
+    MemoryBudget = 700;
+    for (int i = 0; i < 4; ++i)
+        (void)MemoryBlock(100);
+    fs::remove_all(SessionDir);
+    const std::int32_t Clone = BlockClone(2);
+    EXPECT_EQ(MemoryUsed, 800);
+    BlockCarrBuffClass Carrier;
+    Carrier.BuffBlocksPutFresh({Clone});
+    EXPECT_THROW(Carrier.WaveLR(1, 77), Failure);
+    EXPECT_EQ(BlockSamples(Clone), TestSamples(1, 100));
+    EXPECT_EQ(BlockSamples(2), TestSamples(1, 100));
+    const BlockSet Mine{1, 2, 3, 4};
+    EXPECT_EQ(BrokenRule({&Mine, &Carrier.Blocks().Numbers()}), "");
+}
+
+TEST_F(BlockTableTest, BlocksThatShareSamplesGoTogetherAndAreWrittenOnce) {
+    MemoryBudget = 1100;
+    const std::int32_t Old = MemoryBlock(100);
+    const std::int32_t Part = BlockCutRange(Old, 21, 60);
+    const std::int32_t Clone = BlockClone(Old);
+    for (int i = 0; i < 5; ++i)
+        (void)MemoryBlock(100, 500);
+    EXPECT_EQ(MemoryUsed, 1000);
+    EXPECT_EQ(TestSession::SessionFiles().size(), 1U);
+    for (const std::int32_t No : {Old, Part, Clone}) {
+        EXPECT_EQ(Block(No).BlockKind, 3);
+        EXPECT_EQ(Block(No).FileNo, Block(Old).FileNo);
+    }
+    EXPECT_EQ(BlockSamples(Old), TestSamples(1, 100));
+    EXPECT_EQ(BlockSamples(Part), TestSamples(21, 60));
+    EXPECT_EQ(BlockSamples(Clone), TestSamples(1, 100));
+    BlockSet All;
+    for (std::int32_t No = 1; No < static_cast<std::int32_t>(BlockTable.size()); ++No)
+        All.push_back(No);
+    EXPECT_EQ(BrokenRule({&All}), "");
+    BlockFree(Old);
+    FilesSweep();
+    EXPECT_EQ(BlockSamples(Clone), TestSamples(1, 100)) << "the file stays for the others";
+}
+
+TEST_F(BlockTableTest, ACloneThatWasJustUsedKeepsTheOldBlockInMemory) {
+    MemoryBudget = 1000;
+    const std::int32_t Old = MemoryBlock(100);
+    for (int i = 0; i < 4; ++i)
+        (void)MemoryBlock(100, 500);
+    const std::int32_t Clone = BlockClone(Old);
+    (void)MemoryBlock(100, 500);
+    EXPECT_EQ(Block(Old).BlockKind, 2) << "giving it up alone would free nothing";
+    EXPECT_EQ(Block(Clone).BlockKind, 2);
+    EXPECT_EQ(Block(2).BlockKind, 3);
+}
+
+TEST_F(BlockTableTest, AFullDiskLeavesBlocksThatShareSamplesInMemory) {
+    MemoryBudget = 900;
+    const std::int32_t Old = MemoryBlock(100);
+    const std::int32_t Clone = BlockClone(Old);
+    for (int i = 0; i < 3; ++i)
+        (void)MemoryBlock(100, 500);
+    fs::remove_all(SessionDir);
+    EXPECT_THROW((void)MemoryBlock(100, 500), Failure);
+    EXPECT_EQ(Block(Old).BlockKind, 2);
+    EXPECT_EQ(Block(Clone).BlockKind, 2);
+    BlockFree(Old);
+    EXPECT_EQ(MemoryUsed, 800) << "the clone holds them still";
+    BlockFree(Clone);
+    EXPECT_EQ(MemoryUsed, 600);
+}
+
+TEST_F(BlockTableTest, CutPiecesOfABlockCountOnceAndEachGoesByItself) {
+    const std::int32_t Whole = MemoryBlock(100);
+    std::int32_t First = 0;
+    std::int32_t Second = 0;
+    BlockBrake(Whole, 41, First, Second);
+    EXPECT_EQ(MemoryUsed, 200);
+    BlockFree(Whole);
+    EXPECT_EQ(MemoryUsed, 200);
+    BlockToFile(First);
+    EXPECT_EQ(MemoryUsed, 120);
+    EXPECT_EQ(Block(Second).BlockKind, 2);
+    BlockFree(Second);
+    EXPECT_EQ(MemoryUsed, 0);
+    EXPECT_EQ(BlockSamples(First), TestSamples(1, 40));
 }
 
 TEST_F(BlockTableTest, SmallPartsDoNotKeepLargeBuffersAliveOverTheBudget) {
@@ -550,9 +635,13 @@ TEST_F(BlockTableTest, SmallPartsDoNotKeepLargeBuffersAliveOverTheBudget) {
         BlockFree(Whole);
     }
     EXPECT_EQ(MemoryUsed, 240);
+    const std::int32_t Clone = BlockClone(13);
     (void)BlockNew(4500000, 2);
     (void)BlockNew(1500000, 2); // passes the budget
     EXPECT_LE(SampleMemoryInUse(), 12500000);
+    EXPECT_EQ(Block(Clone).BlockKind, 2);
+    EXPECT_EQ(Block(Clone).BlockData.BufferId(), Block(13).BlockData.BufferId());
+    EXPECT_EQ(Block(Clone).BlockData.BufferLength(), 10) << "what was shared is shared still";
 }
 
 TEST_F(BlockTableTest, PositionsThatOverflowFailAndChangeNothing) {

@@ -376,15 +376,22 @@ TEST_F(FileMemoTest, ResettingKeepsTheFormatAndNothingElse) {
 }
 
 TEST_F(FileMemoTest, AnInsertionThatFindsNoRoomLeavesTheDocumentAsItWas) {
-    MemoryBudget = 2000;
-    Load(2, 100);
+    // The place lies inside a block of the opened file, and splitting that takes memory.
+    Store.WavFmtChannel = 2;
+    const std::int32_t OrgNo = OrgFileAdd(RawFile(Session, "a.raw", 100, 2, 16), 2, 16);
+    BlockCarrBuffClass OpenedL;
+    BlockCarrBuffClass OpenedR;
+    OpenedL.BuffBlocksPutFresh({OrgBlock(OrgNo, 100, 1)});
+    OpenedR.BuffBlocksPutFresh({OrgBlock(OrgNo, 100, 2)});
+    Store.SwitchUndoOff = true;
+    Store.WaveDataInsert(1, 0, &OpenedL, &OpenedR, "", true);
+    Store.SwitchUndoOff = false;
     BlockCarrBuffClass Carrier;
-    for (int i = 0; i < 6; ++i)
-        (void)BlockToWrite(BlockNew(50, 2));
     BlockSet Pieces;
-    for (int i = 0; i < 3; ++i)
-        Pieces.push_back(MemoryBlock(200, 1 + 200 * i));
+    for (int i = 0; i < 9; ++i)
+        Pieces.push_back(MemoryBlock(100, 1 + 100 * i));
     Carrier.BuffBlocksPutFresh(Pieces);
+    MemoryBudget = 2000; // enough for the border in one channel
     const std::vector<std::int16_t> BeforeL = Left();
     const std::vector<std::int16_t> BeforeR = Right();
     const std::string SessionBefore = SessionDir;
@@ -394,6 +401,32 @@ TEST_F(FileMemoTest, AnInsertionThatFindsNoRoomLeavesTheDocumentAsItWas) {
     EXPECT_EQ(Left(), BeforeL);
     EXPECT_EQ(Right(), BeforeR);
     EXPECT_EQ(Store.UndoCount(), 0);
+}
+
+TEST_F(FileMemoTest, WhatLiesInMemoryIsInsertedReplacedAndTakenOutWithoutAnyRoom) {
+    Load(2, 100);
+    BlockCarrBuffClass Carrier;
+    BlockSet Pieces;
+    for (int i = 0; i < 9; ++i)
+        Pieces.push_back(MemoryBlock(100, 1 + 100 * i));
+    Carrier.BuffBlocksPutFresh(Pieces);
+    const std::vector<std::int16_t> BeforeL = Left();
+    const std::vector<std::int16_t> BeforeR = Right();
+    const std::int32_t Used = MemoryUsed;
+    MemoryBudget = Used;
+    const std::string SessionBefore = SessionDir;
+    SessionDir = Session.Path("nowhere");
+    Store.WaveDataInsert(31, 0, &Carrier, &Carrier, "Paste", true);
+    Store.WaveDataReplace(17, 0, &Carrier, &Carrier, "Paste", true);
+    Store.WaveDataDelete(5, 0, 20, "Cut", true);
+    EXPECT_EQ(MemoryUsed, Used);
+    EXPECT_EQ(BrokenRule(Store, {&Carrier}), "");
+    for (int i = 0; i < 3; ++i)
+        Store.Undo();
+    SessionDir = SessionBefore;
+    EXPECT_EQ(Left(), BeforeL);
+    EXPECT_EQ(Right(), BeforeR);
+    EXPECT_EQ(BrokenRule(Store, {&Carrier}), "");
 }
 
 } // namespace
