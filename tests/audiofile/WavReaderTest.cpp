@@ -406,10 +406,10 @@ TEST_F(WavReader, ULawLongerThanTheMemoryBudgetGoesToWorkFiles) {
         ASSERT_EQ(All[i], ULawDecodeTable()[Codes[i]]) << i;
 }
 
-TEST_F(WavReader, ALoadThatFailsBetweenTheChannelsLeavesAnEmptyDocument) {
-    // Three blocks for each channel, and their copies for the document: the last ones pass the
-    // budget, and there is no room for work files.
-    const Bytes Codes(3 * 2 * 524288, 0x55);
+TEST_F(WavReader, ALoadThatFindsNoRoomLeavesAnEmptyDocument) {
+    // Six blocks for each channel: the last ones pass the budget, and there is no room for work
+    // files.
+    const Bytes Codes(6 * 2 * 524288, 0x55);
     const std::string Path = Session.WriteFile(
         "u.wav", WavFile{.Tag = 7, .Channels = 2, .Bits = 8, .Data = Codes}.Whole());
     test::FillStore(Store, {1, 8000, 16}, {1, 2, 3});

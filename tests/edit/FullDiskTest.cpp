@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace quoril::test {
 
@@ -153,11 +154,27 @@ TEST_F(FullDiskTest, InTheMiddleOfALap) {
     }
 }
 
-/// The samples are there, and what is left to do is their way into the document.
-TEST_F(FullDiskTest, WhenTheSamplesAreComputed) {
+/// The samples are there: their way into the document, and out of it again, needs no room.
+TEST_F(FullDiskTest, OnceTheSamplesAreComputedNoDiskKeepsThemOutOfTheDocument) {
     Clip(Noise(Count, 16, 1), Noise(Count, 16, 2));
     Opened(2);
-    FailsAndThenWorks([this] { PasteAt(PasteMix, 1000); }, 0.985F, "Paste Mix");
+    const auto BeforeL = Left();
+    const auto BeforeR = Right();
+    FullDisk Disk;
+    FillingProgress Progress(Disk);
+    Progress.FillColor = DarkCyan;
+    Progress.FillAt = 0.985F;
+    const std::int32_t Budget = MemoryBudget;
+    PasteAt(PasteMix, 1000);
+    EXPECT_LT(MemoryBudget, Budget) << "the disk became full";
+    EXPECT_THAT(Messages.Texts(), SizeIs(0));
+    EXPECT_FALSE(Left() == BeforeL);
+    EXPECT_EQ(BrokenRule(*WaveStore, Clips()), "");
+    WaveStore->Undo();
+    MemoryBudget = Budget;
+    EXPECT_TRUE(Left() == BeforeL);
+    EXPECT_TRUE(Right() == BeforeR);
+    EXPECT_EQ(BrokenRule(*WaveStore, Clips()), "");
 }
 
 /// The left channel needs no room for any edit, and the right one does.
@@ -189,7 +206,9 @@ class FullDiskEdits : public FullDiskTest {
             {
                 const FullDisk Disk;
                 Disk.Fill();
+                const std::int32_t Budget = std::exchange(MemoryBudget, MemoryUsed);
                 EXPECT_THROW(Edit(), Failure) << Name;
+                MemoryBudget = Budget;
             }
             EXPECT_EQ(WaveStore->UndoCount(), 0) << Name;
             EXPECT_FALSE(WaveChanged) << Name;
@@ -229,7 +248,7 @@ TEST_F(FullDiskEdits, AnInsertChangesBothChannelsOrNone) {
         WaveStore->WaveDataInsert(1000, 0, &FewSilent, &FewSilent, "Insert", true);
     });
     ExpectWholeOrNothing("Insert of memory", [this] {
-        WaveStore->WaveDataInsert(Count + 1, 0, &FewSilent, &Memory, "Insert", true);
+        WaveStore->WaveDataInsert(200000, 0, &FewSilent, &Memory, "Insert", true);
     });
 }
 
@@ -238,13 +257,13 @@ TEST_F(FullDiskEdits, AReplaceTakesNothingOutThatItCannotReplace) {
         WaveStore->WaveDataReplace(1000, 0, &FewSilent, &FewSilent, "Replace", true);
     });
     ExpectWholeOrNothing("Replace with memory", [this] {
-        WaveStore->WaveDataReplace(1, 0, &FewSilent, &Memory, "Replace", true);
+        WaveStore->WaveDataReplace(200000, 0, &FewSilent, &Memory, "Replace", true);
     });
 }
 
 TEST_F(FullDiskEdits, AnExchangeTakesNothingOutThatItCannotReplace) {
     ExpectWholeOrNothing("Exchange", [this] {
-        WaveStore->WaveDataExchange(1, 0, Count, &FewSilent, &Memory, "Exchange", true);
+        WaveStore->WaveDataExchange(1000, 0, 5000, &FewSilent, &Memory, "Exchange", true);
     });
 }
 
