@@ -5,6 +5,7 @@
 #include "base/UserFileWriting.h"
 #include "platform/FileSystem.h"
 #include "settings/STD1.h"
+#include "storage/PairReader.h"
 #include "storage/WoroFileBlockMod.h"
 
 #include <algorithm>
@@ -17,45 +18,9 @@ namespace quoril {
 
 namespace {
 
-/// Frames that are converted at a time: few enough for the processor's cache, and so a file of any
-/// length needs no more memory than its blocks do.
+/// Frames that are written at a time. They are read where they lie: no block comes into memory for
+/// the sake of saving, and a disk that is full for work files does not keep the user from it.
 constexpr std::int32_t SliceFrames = 65536;
-
-/// The document's samples in slices.
-class SliceReader {
-  public:
-    explicit SliceReader(FileMemoClass& Document) : Store(Document) {}
-
-    void Read(std::int32_t FromPos, std::int32_t ToPos, std::int32_t StoreChn) {
-        if (!LeavingMemory && Collected(FromPos, ToPos, StoreChn))
-            return;
-        LeavingMemory = true;
-        Store.QuickBuffGet(FromPos, ToPos - FromPos + 1, StoreChn, Left, Right);
-    }
-
-    [[nodiscard]] std::span<const std::int16_t> Samples(bool OfRight, std::int32_t Count) const {
-        const SampleArray& Array = OfRight ? Right : Left;
-        return std::span(Array).subspan(1, static_cast<std::size_t>(Count));
-    }
-
-  private:
-    /// Collecting brings blocks into memory, and that fails when others cannot be pushed out: a
-    /// full disk for work files must not keep the user from saving elsewhere. What is wrong with
-    /// the samples themselves comes again, and is told, when they are read without moving blocks.
-    bool Collected(std::int32_t FromPos, std::int32_t ToPos, std::int32_t StoreChn) {
-        try {
-            Store.WaveCollectBuff(FromPos, ToPos, StoreChn, Left, Right);
-            return true;
-        } catch (const std::exception&) {
-            return false;
-        }
-    }
-
-    FileMemoClass& Store;
-    bool LeavingMemory = false;
-    SampleArray Left;
-    SampleArray Right;
-};
 
 } // namespace
 
@@ -86,8 +51,10 @@ class FrameWriting {
     FrameWriting(FileMemoClass& Store, const WriteRange& Wanted, std::int32_t FramesOfChunk,
                  std::int32_t BytesOfFrame, const FrameCoder& HowCoded, FileForWriting& Target,
                  std::int64_t FirstByteOfTarget)
-        : Reader(Store), Range(Wanted), ChunkFrames(FramesOfChunk), FrameBytes(BytesOfFrame),
-          Coder(HowCoded), File(Target), FirstByte(FirstByteOfTarget),
+        : Reader(Wanted.StoreChn == 2 ? nullptr : &Store.BlocksL(),
+                 Wanted.StoreChn == 1 ? nullptr : &Store.BlocksR()),
+          Range(Wanted), ChunkFrames(FramesOfChunk), FrameBytes(BytesOfFrame), Coder(HowCoded),
+          File(Target), FirstByte(FirstByteOfTarget),
           Bytes(static_cast<std::size_t>(std::min(SliceFrames, Total)) *
                 static_cast<std::size_t>(FrameBytes)) {}
 
@@ -112,17 +79,20 @@ class FrameWriting {
             WriteSlice(std::min(SliceFrames, ChunkEnd - Position));
     }
     void WriteSlice(std::int32_t Count) {
-        const std::int32_t First = Range.FromPos + Position;
-        Reader.Read(First, First + (Count - 1), Range.StoreChn);
-        const bool Both = Range.StoreChn == 0;
-        Coder(Reader.Samples(Range.StoreChn == 2, Count),
-              Both ? Reader.Samples(true, Count) : std::span<const std::int16_t>(), Bytes.data());
+        for (std::int32_t Done = 0; Done < Count;) {
+            const std::int32_t Run = Reader.Read(Range.FromPos + Position + Done, Count - Done);
+            const bool RightAlone = Range.StoreChn == 2;
+            Coder(RightAlone ? Reader.Right() : Reader.Left(),
+                  RightAlone ? std::span<const std::int16_t>() : Reader.Right(),
+                  Bytes.data() + std::ptrdiff_t{Done} * FrameBytes);
+            Done += Run;
+        }
         File.Write(FirstByte + std::int64_t{Position} * FrameBytes, Bytes.data(),
                    static_cast<std::size_t>(Count) * static_cast<std::size_t>(FrameBytes));
         Position += Count;
     }
 
-    SliceReader Reader;
+    PairReader Reader;
     const WriteRange& Range;
     const std::int32_t Total = Range.Frames();
     const std::int32_t ChunkFrames;

@@ -35,7 +35,8 @@ using FrameCoder = std::function<void(std::span<const std::int16_t> Left,
                                       std::span<const std::int16_t> Right, std::uint8_t* Out)>;
 
 /// Writes the frames of a range at `FirstByte` (from 0) on, showing the progress at each chunk.
-/// A document whose memory cannot be pushed out, for want of disk space, is written all the same.
+/// Moves no block: what lies in files is read there, both channels in one pass, and a document
+/// whose memory cannot be pushed out, for want of disk space, is written all the same.
 void WriteFrames(FileMemoClass& Store, const WriteRange& Range, std::int32_t ChunkFrames,
                  std::int32_t FrameBytes, const FrameCoder& Coder, FileForWriting& File,
                  std::int64_t FirstByte);

@@ -4,6 +4,8 @@
 #include "storage/PairReader.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 #include <vector>
 
 namespace quoril {
@@ -23,52 +25,122 @@ std::int32_t LongestOf(std::span<const ChannelType> Channels) {
     return Longest;
 }
 
-/// Blocks of both channels that are one stretch of an interleaved file are read in one pass.
-void JoinInterleaved(const BlockCarrBuffClass& Left, const BlockCarrBuffClass& Right) {
-    const BlockSet& NumbersL = Left.Blocks().Numbers();
-    const BlockSet& NumbersR = Right.Blocks().Numbers();
-    for (std::size_t i = 0; i < std::min(NumbersL.size(), NumbersR.size()); ++i)
-        if (BlocksInterleave(BlockAt(NumbersL[i]), BlockAt(NumbersR[i])))
-            OrgPairAdd(NumbersL[i], NumbersR[i]);
+/// A channel that is being changed, block by block.
+class ChangedChannel {
+  public:
+    explicit ChangedChannel(const ChannelChange& One) : Channel(One) {}
+
+    /// Makes ready for what stands at a position.
+    void Reach(std::int32_t Pos) {
+        if (BlockNo == 0 && Pos <= Channel.Carrier->WaveINos)
+            Open(Pos);
+    }
+    void Run(std::int32_t Pos, RunIn Samples) {
+        if (BlockNo == 0)
+            return; // no block, or behind the end
+        const RunIn In = Samples.first(std::min(
+            Samples.size(), static_cast<std::size_t>(Channel.Carrier->WaveINos - Pos + 1)));
+        Channel.Change(Pos, In, {Target.Write() + (Pos - Start), In.size()});
+        const std::int32_t Next = Pos + static_cast<std::int32_t>(In.size());
+        if (Next > Last || Next > Channel.Carrier->WaveINos)
+            Close(Next);
+    }
+
+  private:
+    void Open(std::int32_t Pos) {
+        const BlockListClass& List = Channel.Carrier->Blocks();
+        const std::int32_t Index = List.FirstHolding(Pos);
+        if (Index < 0)
+            return;
+        BlockNo = List.At(Index);
+        BlockRec& Block = BlockAt(BlockNo);
+        Block.BlockStamp = NextBlockStamp();
+        if (Block.BlockKind == BlockMemoryAndFile)
+            BlockToPrivateMemory(BlockNo);
+        Start = Block.BlockStart;
+        Last = Start + (Block.BlockLen - 1);
+        // Samples that nobody else has are changed where they are. Others are not brought into
+        // memory first and then changed: the change itself makes the copy.
+        InPlace = Block.BlockKind == BlockMemory && Block.BlockData.Alone();
+        Target = InPlace ? Block.BlockData : SampleRun::Unfilled(Block.BlockLen);
+        Keep(Start, Pos - 1);
+    }
+    void Close(std::int32_t Next) {
+        Keep(Next, Last);
+        BlockTakeSamples(std::exchange(BlockNo, 0), std::move(Target));
+    }
+    /// What lies outside the range stays as it is.
+    void Keep(std::int32_t From, std::int32_t To) {
+        if (!InPlace && From <= To)
+            BlockRangeReadTo(BlockNo, From, To, Target.Write() + (From - Start));
+    }
+
+    const ChannelChange& Channel;
+    std::int32_t BlockNo = 0; ///< of the block in work
+    std::int32_t Start = 0;
+    std::int32_t Last = 0;
+    bool InPlace = false;
+    SampleRun Target;
+};
+
+/// The blocks of both channels at a position come into memory in one pass when they are one stretch
+/// of an interleaved file.
+void JoinAt(std::span<const ChannelVisit> Channels, std::int32_t Pos) {
+    std::array<std::int32_t, 2> Nos{};
+    for (std::size_t c = 0; c < 2; ++c) {
+        const BlockListClass& List = Channels[c].Carrier->Blocks();
+        const std::int32_t Index = List.FirstHolding(Pos);
+        Nos[c] = Index < 0 ? 0 : List.At(Index);
+    }
+    if (BlocksInterleave(BlockAt(Nos[0]), BlockAt(Nos[1])))
+        OrgPairAdd(Nos[0], Nos[1]);
+    else if (BlocksInterleave(BlockAt(Nos[1]), BlockAt(Nos[0])))
+        OrgPairAdd(Nos[1], Nos[0]);
+    else
+        return;
+    BlockAt(Nos[1]).BlockStamp = NextBlockStamp(); // it is not to leave before its turn
 }
 
-/// Calls `Walk(Channel, From, To)` for run after run of all channels.
-template <class ChannelType, class WalkType>
-void SideBySide(std::span<const ChannelType> Channels, const WalkReached& Reached,
-                const WalkType& Walk) {
-    if (Channels.size() == 2)
-        JoinInterleaved(*Channels[0].Carrier, *Channels[1].Carrier);
-    const std::int32_t Longest = LongestOf(Channels);
-    for (std::int32_t Done = 0; Done < Longest;) {
-        const std::int32_t Last = Done + std::min(RunLength, Longest - Done);
-        for (const ChannelType& Each : Channels)
-            if (Done < Each.Carrier->WaveINos)
-                Walk(Each, Done + 1, std::min(Last, Each.Carrier->WaveINos));
-        Done = Last;
-        Reached(Done);
-    }
+const BlockListClass* ListOf(const BlockCarrBuffClass* Carrier) {
+    return Carrier == nullptr ? nullptr : &Carrier->Blocks();
 }
 
 } // namespace
 
 void ChangeSideBySide(std::span<const ChannelChange> Channels, const WalkReached& Reached) {
-    SideBySide(Channels, Reached,
-               [](const ChannelChange& Each, std::int32_t From, std::int32_t To) {
-                   Each.Carrier->WaveRunsChange(From, To, RunLength, Each.Change);
-               });
+    const std::int32_t Longest = LongestOf(Channels);
+    std::vector<ChangedChannel> Changed(Channels.begin(), Channels.end());
+    PairReader Reader(ListOf(Channels[0].Carrier),
+                      ListOf(Channels.size() < 2 ? nullptr : Channels[1].Carrier));
+    for (std::int32_t Done = 0; Done < Longest;) {
+        for (ChangedChannel& Each : Changed)
+            Each.Reach(Done + 1);
+        const std::int32_t Count = Reader.Read(Done + 1, std::min(RunLength, Longest - Done));
+        Changed[0].Run(Done + 1, Reader.Left());
+        if (Changed.size() > 1)
+            Changed[1].Run(Done + 1, Reader.Right());
+        Done += Count;
+        Reached(Done);
+    }
 }
 
 void VisitSideBySide(std::span<const ChannelVisit> Channels, const WalkReached& Reached) {
-    SideBySide(Channels, Reached, [](const ChannelVisit& Each, std::int32_t From, std::int32_t To) {
-        Each.Carrier->WaveRunsRead(From, To, RunLength, Each.Visit);
-    });
+    const std::int32_t Longest = LongestOf(Channels);
+    for (std::int32_t Done = 0; Done < Longest;) {
+        const std::int32_t Last = Done + std::min(RunLength, Longest - Done);
+        if (Channels.size() == 2)
+            JoinAt(Channels, Done + 1);
+        for (const ChannelVisit& Each : Channels)
+            if (Done < Each.Carrier->WaveINos)
+                Each.Carrier->WaveRunsRead(Done + 1, std::min(Last, Each.Carrier->WaveINos),
+                                           RunLength, Each.Visit);
+        Done = Last;
+        Reached(Done);
+    }
 }
 
 void ReadSideBySide(const BlockCarrBuffClass* Left, const BlockCarrBuffClass* Right,
                     WalkOrder Order, const PairVisit& Visit) {
-    const auto ListOf = [](const BlockCarrBuffClass* Carrier) {
-        return Carrier == nullptr ? nullptr : &Carrier->Blocks();
-    };
     const std::int32_t LengthL = Left == nullptr ? 0 : Left->WaveINos;
     const std::int32_t LengthR = Right == nullptr ? 0 : Right->WaveINos;
     const std::int32_t Longest = std::max(LengthL, LengthR);

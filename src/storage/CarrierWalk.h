@@ -1,8 +1,8 @@
 // Walks over the two channels of a range side by side, run by run, so that what both have of one
 // stretch of an interleaved file is read once. Within a stretch the first channel comes first.
 //
-// Runs are small enough for the processor's cache. If a kernel throws, the runs before it are done
-// and no other sample is changed.
+// Runs are small enough for the processor's cache. If a kernel throws, what the carriers hold is of
+// no use any more; all rules of the block table hold.
 #pragma once
 
 #include "storage/BlockCarrBuffClass.h"
@@ -26,7 +26,8 @@ struct ChannelVisit {
 /// Told after each run: the samples up to `Position` are done in all channels.
 using WalkReached = std::function<void(std::int32_t Position)>;
 
-/// Changes every sample of one or two carriers, each as WaveRunsChange does.
+/// Changes every sample of one or two carriers, which is private memory then as far as the budget
+/// allows. What lies in files or is shared is read in place, run by run.
 void ChangeSideBySide(std::span<const ChannelChange> Channels, const WalkReached& Reached);
 /// Reads every sample of one or two carriers, each as WaveRunsRead does: the samples are then in
 /// memory, as far as the budget allows, for what reads them again.
