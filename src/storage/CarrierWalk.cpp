@@ -127,7 +127,10 @@ void ChangeSideBySide(std::span<const ChannelChange> Channels, const WalkReached
 void VisitSideBySide(std::span<const ChannelVisit> Channels, const WalkReached& Reached) {
     const std::int32_t Longest = LongestOf(Channels);
     for (std::int32_t Done = 0; Done < Longest;) {
-        const std::int32_t Last = Done + std::min(RunLength, Longest - Done);
+        std::int64_t End = std::int64_t{Done} + std::min(RunLength, Longest - Done);
+        for (const ChannelVisit& Each : Channels)
+            End = std::min(End, Each.Carrier->Blocks().StretchAt(Done + 1).Last);
+        const auto Last = static_cast<std::int32_t>(End);
         if (Channels.size() == 2)
             JoinAt(Channels, Done + 1);
         for (const ChannelVisit& Each : Channels)

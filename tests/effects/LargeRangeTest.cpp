@@ -1,10 +1,14 @@
 // What the commands on a whole long file cost beside their arithmetic.
+#include "effects/ChannelMix.h"
 #include "effects/EffectFixture.h"
+#include "effects/ScriptedMix.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
 #include "support/LargeFile.h"
 
 #include <algorithm>
+#include <array>
+#include <string>
 
 namespace quoril::test {
 
@@ -37,6 +41,60 @@ TEST_F(LargeRangeOfEffect, NoMoreMemoryIsHeldThanTheBudgetAndTheLatestBlocks) {
     EXPECT_LE(MemoryUsed, MemoryBudget);
     EXPECT_LT(Frames, 4 * std::int64_t{MemoryBudget}); // what is held was not all there is
     EXPECT_GT(std::int64_t{Frames} * 4, MemoryBudget);
+}
+
+struct Reading {
+    const char* Name;
+    void (*Run)();
+};
+
+constexpr std::array<Reading, 7> Commands = {{{"volume", [] { AdjustVolume(16); }},
+                                              {"fade", [] { AdjustVolume(4); }},
+                                              {"maximize", [] { OptimizeVolume(3); }},
+                                              {"reverse", WaveReverse},
+                                              {"invert", WaveInvert},
+                                              {"mix", ChannelMix},
+                                              {"interchange", InterchangeChannels}}};
+
+TEST_F(LargeRangeOfEffect, TheFileIsReadOnceAndNothingIsWrittenWhileTheResultFitsTheBudget) {
+    const ScriptedMix Mix{{true, {MixSum, MixLeftLessRight}}};
+    MemoryBudget = 100000000; // the result has 80 MB
+    for (const Reading& Each : Commands) {
+        OpenAsDocument(Session.Path("long.wav"));
+        ChnMixSettingsWrite(Mix.Answer.Choice); // so that there is no need to write it once more
+        const std::int64_t Read = BytesReadSoFar();
+        const std::int64_t Written = BytesWrittenSoFar();
+        Each.Run();
+        EXPECT_LE(BytesReadSoFar() - Read, Frames * std::int64_t{4} * 102 / 100) << Each.Name;
+        EXPECT_LT(BytesWrittenSoFar() - Written, 65536) << Each.Name;
+        EXPECT_LE(MemoryUsed, MemoryBudget) << Each.Name;
+        EXPECT_EQ(WaveStore->UndoCount() > 0, true) << Each.Name;
+    }
+}
+
+TEST_F(LargeRangeOfEffect, BeyondTheBudgetTheFileIsReadOnceAndTheResultWrittenOnce) {
+    const ScriptedMix Mix{{true, {MixSum, MixLeftLessRight}}};
+    constexpr std::int64_t FileBytes = Frames * std::int64_t{4};
+    for (const Reading& Each : Commands) {
+        if (std::string(Each.Name) == "maximize")
+            continue; // it reads twice
+        OpenAsDocument(Session.Path("long.wav"));
+        const std::int64_t Read = BytesReadSoFar();
+        const std::int64_t Written = BytesWrittenSoFar();
+        Each.Run();
+        EXPECT_LE(BytesReadSoFar() - Read, FileBytes * 102 / 100) << Each.Name;
+        EXPECT_LE(BytesWrittenSoFar() - Written, FileBytes) << Each.Name;
+    }
+}
+
+TEST_F(LargeRangeOfEffect, SavingReadsAnUntouchedFileOnceAndMovesNoBlock) {
+    const std::int64_t Read = BytesReadSoFar();
+    const std::int64_t Written = BytesWrittenSoFar();
+    ASSERT_TRUE(OpenSaveClass().FileWriteWave(*WaveStore, Session.Path("copy.wav")));
+    constexpr std::int64_t FileBytes = Frames * std::int64_t{4};
+    EXPECT_LE(BytesReadSoFar() - Read, FileBytes * 102 / 100);
+    EXPECT_LE(BytesWrittenSoFar() - Written, FileBytes * 102 / 100);
+    EXPECT_EQ(MemoryUsed, 0);
 }
 
 struct Walk {

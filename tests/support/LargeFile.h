@@ -30,14 +30,23 @@ inline void OpenAsDocument(const std::string& FileName) {
     ASSERT_TRUE(Result);
 }
 
-/// Bytes that this process has asked the system to read so far, but for those of asking.
-inline std::int64_t BytesReadSoFar() {
+/// A figure of what this process has asked of the system so far, but for those of asking.
+inline std::int64_t SystemCount(const std::string& Wanted) {
     std::ifstream In("/proc/self/io");
     std::string Key;
     std::int64_t Count = -1;
-    In >> Key >> Count;
-    EXPECT_EQ(Key, "rchar:");
-    return Count;
+    while (In >> Key >> Count)
+        if (Key == Wanted)
+            return Count;
+    ADD_FAILURE() << Wanted;
+    return -1;
+}
+/// Bytes read, and bytes written.
+inline std::int64_t BytesReadSoFar() {
+    return SystemCount("rchar:");
+}
+inline std::int64_t BytesWrittenSoFar() {
+    return SystemCount("wchar:");
 }
 
 } // namespace quoril::test
