@@ -178,8 +178,8 @@ bool FileCommandsClass::SaveDocument(bool SaveAs) {
     const BusyPointer Busy;
     View.ReleasePlayingFiles(true);
     OpenSaveClass Files;
-    const bool Written =
-        Type->Write(Files, *WaveStore, Path, {.ReuseParameters = SameFile && Mp3ParamsChosen});
+    if (!Type->Write(Files, *WaveStore, Path, {.ReuseParameters = SameFile && Mp3ParamsChosen}))
+        return false; // the user has been told, and everything is as it was
     WaveChanged = false;
     WaveFileName = NameOfPath(Path);
     WaveFilePath = Path;
@@ -187,11 +187,11 @@ bool FileCommandsClass::SaveDocument(bool SaveAs) {
     View.SetDocumentTitle(WaveFileName);
     // Until they are in their file: the writing may fail.
     BookmarkChanged = true;
-    View.SaveBookmarks(Type->HasBookmarkFile ? BookmarkFileOf(Path) : std::string());
-    BookmarkChanged = false;
+    BookmarkChanged =
+        !View.SaveBookmarks(Type->HasBookmarkFile ? BookmarkFileOf(Path) : std::string());
     View.SetMenu_To_DefaultFormat();
     AddLastFile(Path);
-    return Written;
+    return !BookmarkChanged;
 }
 
 std::optional<std::string> FileCommandsClass::AskSaveName(const std::string& Title,
@@ -216,10 +216,13 @@ std::optional<std::string> FileCommandsClass::AskSaveName(const std::string& Tit
 }
 
 bool FileCommandsClass::SaveBookmarksBesideFile() {
-    return RunCommand("Save Error", [this] {
-        View.SaveBookmarks(BookmarkFileOf(WaveFilePath));
-        BookmarkChanged = false;
+    bool Saved = false;
+    RunCommand("Save Error", [this, &Saved] {
+        Saved = View.SaveBookmarks(BookmarkFileOf(WaveFilePath));
+        if (Saved)
+            BookmarkChanged = false;
     });
+    return Saved;
 }
 
 void FileCommandsClass::SaveSelected() {

@@ -55,7 +55,8 @@ class FileCommandsView {
     virtual void EmptyBookmarks() = 0;
     // Do nothing where bookmarks have no files.
     virtual void LoadBookmarks([[maybe_unused]] const std::string& FileName) {}
-    virtual void SaveBookmarks([[maybe_unused]] const std::string& FileName) {}
+    /// False when the user keeps another file that bears the name.
+    virtual bool SaveBookmarks([[maybe_unused]] const std::string& FileName) { return true; }
 };
 
 /// The commands. Each one tells the user what goes wrong in it, and returns.
@@ -74,8 +75,9 @@ class FileCommandsClass {
     /// Loads a file, and brings names, view, bookmarks and format in line with it. `FilePath` is
     /// the folder without a separator at its end. The user has agreed to lose the old document.
     void Open_File(const std::string& FilePath, const std::string& FileName);
-    /// True when the document is in its file: false when the user cancelled or was told that it
-    /// could not be written.
+    /// True when the document and its bookmarks are in their files: false when the user cancelled,
+    /// or was told or decided that one could not be written. What was not written counts as changed
+    /// as before, and the document keeps its name.
     bool Save(bool SaveAs);
     void SaveSelected();
     /// Item `Number` of the recent files menu, from 1.
@@ -85,8 +87,8 @@ class FileCommandsClass {
     void OpenAnother();
     /// Puts a file at the head of the recent files; an empty name only fills the menu.
     void AddLastFile(const std::string& FileName);
-    /// Writes the bookmark file that belongs to the document's path. False when that failed: then
-    /// the user has been told, and the bookmarks count as changed as before.
+    /// Writes the bookmark file that belongs to the document's path. False when that failed, which
+    /// the user has been told, or decided: the bookmarks count as changed as before.
     bool SaveBookmarksBesideFile();
 
   private:

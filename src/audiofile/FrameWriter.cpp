@@ -10,8 +10,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <filesystem>
-#include <system_error>
 #include <vector>
 
 namespace quoril {
@@ -45,11 +43,38 @@ WriteRange PartRange(const FileMemoClass& Store, std::int32_t FromPos, std::int3
 
 namespace {
 
+void (*FileReleased)() = nullptr;
+
+/// Runs `What` for each original file that is the file of this name, whatever its own name is: a
+/// link, or a path written differently.
+template <class WhatType>
+void ForEachName(const std::string& FileName, WhatType&& What) {
+    if (!FileThere(FileName))
+        return;
+    const FileIdentity Target = IdentityOfFile(FileName);
+    for (std::size_t OrgNo = 1; OrgNo < OrgFileTable.size(); ++OrgNo) {
+        const OrgFileRec& File = OrgFileTable[OrgNo];
+        if (!File.OrgFileName.empty() && File.OrgFileIdentity.Device == Target.Device &&
+            File.OrgFileIdentity.Inode == Target.Inode)
+            What(static_cast<std::int32_t>(OrgNo));
+    }
+}
+
+/// Brings every sample that the document reads from this file out of it, so that the file may get
+/// other contents. Throws when they cannot be held elsewhere: then it must not be touched.
+void BlocksLeaveFile(const std::string& FileName) {
+    OrgFileReleaseByName(FileName);
+    // Also a file that no block reads any more may still be open, and locked by that.
+    ForEachName(FileName, OrgFileRelease);
+    if (FileReleased != nullptr)
+        FileReleased();
+}
+
 /// The writing of a range, chunk by chunk.
 class FrameWriting {
   public:
     FrameWriting(FileMemoClass& Store, const WriteRange& Wanted, std::int32_t FramesOfChunk,
-                 std::int32_t BytesOfFrame, const FrameCoder& HowCoded, FileForWriting& Target,
+                 std::int32_t BytesOfFrame, const FrameCoder& HowCoded, FileReplacement& Target,
                  std::int64_t FirstByteOfTarget)
         : Reader(Wanted.StoreChn == 2 ? nullptr : &Store.BlocksL(),
                  Wanted.StoreChn == 1 ? nullptr : &Store.BlocksR()),
@@ -59,19 +84,32 @@ class FrameWriting {
                 static_cast<std::size_t>(FrameBytes)) {}
 
     void Run() {
-        const UserFileWriting HalfWritten([this] { WriteTheRest(); });
+        const UserFileWriting HalfWritten([this] { FinishOrGiveUp(); });
         while (Position < Total) {
             // Events come in here, and with them what would end the process.
             ProgressFrm->SetCurrentProgress(static_cast<float>(Position) /
                                             static_cast<float>(Total));
             WriteChunk();
         }
+        Finish();
     }
 
   private:
-    void WriteTheRest() {
+    void Finish() {
         while (Position < Total)
             WriteChunk();
+        if (File.IsInPlace())
+            return;
+        BlocksLeaveFile(File.Name());
+        File.PutInPlace();
+    }
+    void FinishOrGiveUp() {
+        try {
+            Finish();
+        } catch (...) {
+            File.GiveUp();
+            throw;
+        }
     }
     void WriteChunk() {
         const std::int32_t ChunkEnd = Position + std::min(ChunkFrames, Total - Position);
@@ -98,7 +136,7 @@ class FrameWriting {
     const std::int32_t ChunkFrames;
     const std::int32_t FrameBytes;
     const FrameCoder& Coder;
-    FileForWriting& File;
+    FileReplacement& File;
     const std::int64_t FirstByte;
     std::vector<std::uint8_t> Bytes; ///< of one slice
     std::int32_t Position = 0;       ///< frames that are in the file
@@ -107,46 +145,25 @@ class FrameWriting {
 } // namespace
 
 void WriteFrames(FileMemoClass& Store, const WriteRange& Range, std::int32_t ChunkFrames,
-                 std::int32_t FrameBytes, const FrameCoder& Coder, FileForWriting& File,
+                 std::int32_t FrameBytes, const FrameCoder& Coder, FileReplacement& File,
                  std::int64_t FirstByte) {
     FrameWriting(Store, Range, ChunkFrames, FrameBytes, Coder, File, FirstByte).Run();
 }
 
-namespace {
-
-void (*FileReleased)() = nullptr;
-
-void BlocksLeaveFile(const std::string& FileName) {
-    std::error_code Ignored; // what cannot be looked at cannot be written either, and is told then
-    const auto Kind = std::filesystem::status(FileName, Ignored).type();
-    if (Kind == std::filesystem::file_type::block ||
-        Kind == std::filesystem::file_type::character || Kind == std::filesystem::file_type::fifo ||
-        Kind == std::filesystem::file_type::socket)
-        throw Failure("This is not a plain file\n" + FileName);
-    OrgFileReleaseByName(FileName);
+bool WriteAudioFile(const std::string& FileName,
+                    const std::function<void(FileReplacement&)>& Write) {
+    // The document's own handle is no reason to wait for anybody.
+    ForEachName(FileName, OrgFileClose);
     if (!FileThere(FileName))
-        return;
-    // The same file under another name: a link, or a path written differently. Also a file that no
-    // block reads any more may still be open, and locked by that.
-    const FileIdentity Target = IdentityOfFile(FileName);
-    for (std::size_t OrgNo = 1; OrgNo < OrgFileTable.size(); ++OrgNo) {
-        const OrgFileRec& File = OrgFileTable[OrgNo];
-        if (!File.OrgFileName.empty() && File.OrgFileIdentity.Device == Target.Device &&
-            File.OrgFileIdentity.Inode == Target.Inode)
-            OrgFileRelease(static_cast<std::int32_t>(OrgNo));
-    }
-}
-
-} // namespace
-
-void ReleaseFileToWrite(const std::string& FileName) {
-    BlocksLeaveFile(FileName);
-    if (FileReleased != nullptr)
-        FileReleased();
-}
-
-bool DeleteFileToWrite(const std::string& FileName) noexcept {
-    return !IsWriteProtected(FileName) && FileDelete(FileName);
+        BlocksLeaveFile(FileName); // a file that is gone; what is still to be had of it
+    else if (IsWriteProtected(FileName) || IsHeldLocked(FileName))
+        return false;
+    ReplaceFile(FileName, [&Write](FileReplacement& File) {
+        Write(File);
+        if (!File.IsInPlace())
+            BlocksLeaveFile(File.Name());
+    });
+    return true;
 }
 
 void SetFileReleasedRoutine(void (*Routine)()) noexcept {

@@ -1,7 +1,7 @@
 // How a document goes into a file, whatever the format: chunk by chunk, never as a whole.
 #pragma once
 
-#include "platform/FileHandle.h"
+#include "platform/FileReplacement.h"
 #include "storage/FileMemoClass.h"
 
 #include <cstdint>
@@ -34,24 +34,26 @@ struct WriteRange {
 using FrameCoder = std::function<void(std::span<const std::int16_t> Left,
                                       std::span<const std::int16_t> Right, std::uint8_t* Out)>;
 
-/// Writes the frames of a range at `FirstByte` (from 0) on, showing the progress at each chunk.
-/// Moves no block: what lies in files is read there, both channels in one pass, and a document
-/// whose memory cannot be pushed out, for want of disk space, is written all the same.
+/// Writes an audio file anew by `Write`, and puts it in place when it is complete; until then the
+/// document may go on reading from the file that was there. False, with nothing done, when that one
+/// is protected against writing or held by another program: the rights of its folder alone would
+/// let it be replaced. Throws when the file cannot be written, or when the samples that the
+/// document has in the old one can be held nowhere else; the old one is as it was then, and the
+/// words say so.
+[[nodiscard]] bool WriteAudioFile(const std::string& FileName,
+                                  const std::function<void(FileReplacement&)>& Write);
+
+/// Writes the frames of a range at `FirstByte` (from 0) on, the last thing that goes into the file,
+/// and puts it in place. Shows the progress at each chunk; a process that must end within it
+/// completes the file. Moves no block: what lies in files is read there, both channels in one pass,
+/// and a document whose memory cannot be pushed out, for want of disk space, is written all the
+/// same.
 void WriteFrames(FileMemoClass& Store, const WriteRange& Range, std::int32_t ChunkFrames,
-                 std::int32_t FrameBytes, const FrameCoder& Coder, FileForWriting& File,
+                 std::int32_t FrameBytes, const FrameCoder& Coder, FileReplacement& File,
                  std::int64_t FirstByte);
 
-/// Brings every sample that the document reads from this file out of it, by whatever name it was
-/// opened, so that it may be overwritten. Throws when the name stands for a device or a pipe, and
-/// when the samples cannot be held elsewhere: then the file must not be touched.
-void ReleaseFileToWrite(const std::string& FileName);
-
-/// Deletes a file that is to be written anew. False when it is still there: protected against
-/// writing, or held by another program. The rights of its folder alone would let it be deleted.
-[[nodiscard]] bool DeleteFileToWrite(const std::string& FileName) noexcept;
-
-/// Runs at the end of each `ReleaseFileToWrite`, for whoever has told others where blocks lie; null
-/// for nothing. Must not throw.
+/// Runs when samples have left a file that is about to get other contents, for whoever has told
+/// others where blocks lie; null for nothing. Must not throw.
 void SetFileReleasedRoutine(void (*Routine)()) noexcept;
 
 } // namespace quoril

@@ -47,23 +47,17 @@ struct Refusal {
     };
 }
 
-/// Writes the file anew. `DeleteExisting` gives whether the writing may go on.
-template <class DeleteType>
-bool WriteWavFile(FileMemoClass& Store, const WriteRange& Range, std::int32_t FileBlockLength,
-                  const std::string& FileName, DeleteType&& DeleteExisting) {
-    const WaveFormat Format{Range.OutChannels, Store.WavFmtFreq, Store.WavFmtBits};
-    // A header that cannot be must fail before the old file is gone.
-    const auto Header = WavHeaderMake(Format, Range.Frames());
-    ReleaseFileToWrite(FileName);
-    if (!DeleteExisting())
-        return false;
-    AuWriteMode = 0;
-    FileForWriting File(FileName, FileForWriting::Mode::CreateNew);
-    File.Write(0, Header.data(), Header.size());
-    WriteFrames(Store, Range, FramesPerChunk(FileBlockLength, Format.Bits, Format.Channel),
-                Format.Channel * Format.Bits / 8, WavCoder(Format.Bits), File, WavHeaderBytes);
-    File.Close();
-    return true;
+/// False when another program holds the file, or it is protected against writing.
+[[nodiscard]] bool WriteWavFile(FileMemoClass& Store, const WriteRange& Range,
+                                std::int32_t FileBlockLength, const std::string& FileName) {
+    return WriteAudioFile(FileName, [&](FileReplacement& File) {
+        const WaveFormat Format{Range.OutChannels, Store.WavFmtFreq, Store.WavFmtBits};
+        const auto Header = WavHeaderMake(Format, Range.Frames());
+        AuWriteMode = 0;
+        File.Write(0, Header.data(), Header.size());
+        WriteFrames(Store, Range, FramesPerChunk(FileBlockLength, Format.Bits, Format.Channel),
+                    Format.Channel * Format.Bits / 8, WavCoder(Format.Bits), File, WavHeaderBytes);
+    });
 }
 
 [[nodiscard]] Refusal WriteWhole(FileMemoClass& Store, std::int32_t FileBlockLength,
@@ -75,9 +69,7 @@ bool WriteWavFile(FileMemoClass& Store, const WriteRange& Range, std::int32_t Fi
         return {"Zero size wave found", "Writing wave error"};
     if ((Store.WavFmtChannel != 1 && Store.WavFmtChannel != 2) || !BitsKnown(Store))
         return UnknownFormat();
-    const bool Written = WriteWavFile(Store, PartRange(Store, 1, Frames, 0), FileBlockLength,
-                                      FileName, [&] { return DeleteFileToWrite(FileName); });
-    if (!Written)
+    if (!WriteWavFile(Store, PartRange(Store, 1, Frames, 0), FileBlockLength, FileName))
         return {"This file " + FileName +
                     " is locked,\nmay be used by another program.\nRelease that file and try again",
                 "Failed to write wave file"};
@@ -96,12 +88,8 @@ bool WriteWavFile(FileMemoClass& Store, const WriteRange& Range, std::int32_t Fi
         return {"No file name given to write", {}};
     if (!BitsKnown(Store))
         return UnknownFormat();
-    WriteWavFile(Store, PartRange(Store, FromPos, ToPos, WorkChn), FileBlockLength, FileName, [&] {
-        // Where the file could not be deleted, opening it for writing is refused as well.
-        if (!DeleteFileToWrite(FileName))
-            throw SystemFailure(EACCES, FileName);
-        return true;
-    });
+    if (!WriteWavFile(Store, PartRange(Store, FromPos, ToPos, WorkChn), FileBlockLength, FileName))
+        throw SystemFailure(EACCES, FileName);
     return {};
 }
 

@@ -5,8 +5,8 @@
 
 namespace quoril {
 
-/// A file that is being written, from its first byte to its last. The samples that it held before
-/// are gone from the disk by then, so the process must not end within the scope.
+/// A file that is being written, from its first byte to its last. The user wants what it is to
+/// hold, and what is written so far lies on the disk, so the process must not end within the scope.
 class UserFileWriting {
   public:
     /// `WriteTheRest` writes what is still missing, without letting any events in. May throw.

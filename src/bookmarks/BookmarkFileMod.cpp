@@ -6,6 +6,7 @@
 #include "base/ProgramTitle.h"
 #include "bookmarks/BookmarkRec.h"
 #include "platform/FileHandle.h"
+#include "platform/FileReplacement.h"
 #include "platform/PrivateProfile.h"
 #include "platform/Text.h"
 #include "settings/STD1.h"
@@ -94,6 +95,36 @@ std::vector<BookmarkRec> ReadOwnFormat(const std::string& FileName) {
         Found.push_back(std::move(Bookmark));
     }
     return Found;
+}
+
+bool IsReadable(const std::string& FileName) {
+    try {
+        (void)ReadOwnFormat(FileName);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+bool UnreadableMayGo(const std::string& FileName) {
+    return MsgBox("This file is there, but it cannot be read as bookmarks\n" + FileName +
+                      "\nDo you want to replace it?",
+                  {}, MsgBoxButtons::YesNo, MsgBoxAnswer::No) == MsgBoxAnswer::Yes;
+}
+
+std::vector<std::int32_t> WordsOfList() {
+    std::vector<std::int32_t> Words(1, 0);
+    PackedTextPut(HeaderText(), Words);
+    Words.push_back(BookmarkNos());
+    for (std::size_t No = 1; No < Bookmarks.size(); ++No) {
+        const BookmarkRec& Bookmark = Bookmarks[No];
+        Words.insert(Words.end(),
+                     {Bookmark.Selected ? 1 : 0, Bookmark.From, Bookmark.To, Bookmark.BokType});
+        PackedTextPut(Bookmark.Name, Words);
+        PackedTextPut(Bookmark.Text, Words);
+    }
+    Words.front() = static_cast<std::int32_t>(Words.size()) - 1;
+    return Words;
 }
 
 // ---- The text format
@@ -188,26 +219,23 @@ void LoadBookmarks(const std::string& FileName) {
     Merge(std::move(Found));
 }
 
-void SaveBookmarks(const std::string& FileName) {
+bool SaveBookmarks(const std::string& FileName) {
     if (FileName.empty())
-        return;
-    (void)FileDelete(FileName); // what cannot be deleted is told by the writing that follows
-    if (BookmarkNos() == 0)
-        return;
-    std::vector<std::int32_t> Words(1, 0);
-    PackedTextPut(HeaderText(), Words);
-    Words.push_back(BookmarkNos());
-    for (std::size_t No = 1; No < Bookmarks.size(); ++No) {
-        const BookmarkRec& Bookmark = Bookmarks[No];
-        Words.insert(Words.end(),
-                     {Bookmark.Selected ? 1 : 0, Bookmark.From, Bookmark.To, Bookmark.BokType});
-        PackedTextPut(Bookmark.Name, Words);
-        PackedTextPut(Bookmark.Text, Words);
+        return true;
+    const bool Readable = !FileThere(FileName) || IsReadable(FileName);
+    if (BookmarkNos() == 0) {
+        // What cannot be read is not ours to delete, and does not come back with the sound.
+        if (Readable && !FileDelete(FileName))
+            throw Failure("This file of bookmarks cannot be deleted\n" + FileName);
+        return true;
     }
-    Words.front() = static_cast<std::int32_t>(Words.size()) - 1;
-    FileForWriting File(FileName, FileForWriting::Mode::CreateNew);
-    File.Write(0, Words.data(), Words.size() * sizeof Words[0]);
-    File.Close();
+    if (!Readable && !UnreadableMayGo(FileName))
+        return false;
+    const std::vector<std::int32_t> Words = WordsOfList();
+    ReplaceFile(FileName, [&Words](FileReplacement& File) {
+        File.Write(0, Words.data(), Words.size() * sizeof Words[0]);
+    });
+    return true;
 }
 
 } // namespace quoril

@@ -28,7 +28,9 @@ void SetBokMrkChosDialog(BokMrkChosDialog* Receiver) noexcept;
 void LoadBookmarks(const std::string& FileName);
 
 /// Writes the list in the program's own format. Without bookmarks there is no file: one that is
-/// there is deleted. An empty name does nothing. Throws SystemFailure when it cannot be written.
-void SaveBookmarks(const std::string& FileName);
+/// there is deleted, if it can be read as bookmarks. One that cannot is replaced only when the user
+/// says so; false when not. An empty name does nothing. Throws Failure when the file cannot be
+/// written or deleted; what was there is unchanged then.
+bool SaveBookmarks(const std::string& FileName);
 
 } // namespace quoril

@@ -132,22 +132,18 @@ void FileForReading::WillNeed(std::int64_t Offset, std::int64_t Bytes) const noe
     ::posix_fadvise(Handle, Offset, Bytes, POSIX_FADV_WILLNEED);
 }
 
-FileForWriting::FileForWriting(const std::string& Name, Mode How) : FileName(Name) {
-    Handle = OpenRetrying(Name, How == Mode::CreateNew ? O_WRONLY | O_CREAT | O_TRUNC : O_WRONLY);
-    if (Handle < 0)
+FileForWriting::FileForWriting(const std::string& Name, Mode How)
+    : Handle(OpenRetrying(Name, How == Mode::CreateNew ? O_WRONLY | O_CREAT | O_TRUNC : O_WRONLY)),
+      FileName(Name) {
+    if (!Handle.IsOpen())
         throw SystemFailure(errno, Name);
-}
-
-FileForWriting::~FileForWriting() {
-    if (Handle >= 0)
-        ::close(Handle);
 }
 
 void FileForWriting::Write(std::int64_t Offset, const void* Source, std::size_t Bytes) {
     std::size_t Done = 0;
     while (Done < Bytes) {
-        const ssize_t Put = ::pwrite(Handle, static_cast<const char*>(Source) + Done, Bytes - Done,
-                                     Offset + static_cast<std::int64_t>(Done));
+        const ssize_t Put = ::pwrite(Handle.Get(), static_cast<const char*>(Source) + Done,
+                                     Bytes - Done, Offset + static_cast<std::int64_t>(Done));
         if (Put > 0)
             Done += static_cast<std::size_t>(Put);
         else if (Put == 0 || errno != EINTR)
@@ -156,14 +152,20 @@ void FileForWriting::Write(std::int64_t Offset, const void* Source, std::size_t 
 }
 
 void FileForWriting::SetLength(std::int64_t Bytes) {
-    while (::ftruncate(Handle, Bytes) < 0)
+    while (::ftruncate(Handle.Get(), Bytes) < 0)
         if (errno != EINTR)
             throw SystemFailure(errno, FileName);
 }
 
+void FileForWriting::Flush() const {
+    // The system reports at the closing of each handle of a file, not only of the last.
+    Descriptor Again(::fcntl(Handle.Get(), F_DUPFD_CLOEXEC, 0));
+    if (!Again.IsOpen() || (!Again.Close() && errno != EINTR))
+        throw SystemFailure(errno, FileName);
+}
+
 void FileForWriting::Close() {
-    const int Closing = std::exchange(Handle, -1);
-    if (Closing >= 0 && ::close(Closing) < 0 && errno != EINTR)
+    if (!Handle.Close() && errno != EINTR)
         throw SystemFailure(errno, FileName);
 }
 

@@ -1,9 +1,12 @@
 // Open files: reading that denies writing to others, and writing.
 #pragma once
 
+#include "platform/Descriptor.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace quoril {
 
@@ -66,9 +69,15 @@ class FileForWriting {
         CreateNew, ///< made new, or emptied when it exists
         Existing   ///< must exist; keeps its contents
     };
+    FileForWriting() noexcept = default;
     FileForWriting(const std::string& FileName, Mode How);
+    /// Takes a file that is open for writing; failures name it as `ToldName`.
+    FileForWriting(Descriptor Opened, std::string ToldName) noexcept
+        : Handle(std::move(Opened)), FileName(std::move(ToldName)) {}
     /// Closes without a report; a writer that cares for its file calls Close first.
-    ~FileForWriting();
+    ~FileForWriting() = default;
+    FileForWriting(FileForWriting&&) noexcept = default;
+    FileForWriting& operator=(FileForWriting&&) noexcept = default;
     FileForWriting(const FileForWriting&) = delete;
     FileForWriting& operator=(const FileForWriting&) = delete;
 
@@ -76,11 +85,14 @@ class FileForWriting {
     void Write(std::int64_t Offset, const void* Source, std::size_t Bytes);
     /// Makes the file exactly this long.
     void SetLength(std::int64_t Bytes);
+    /// Throws SystemFailure for what the system would tell only at the closing. The file stays
+    /// open.
+    void Flush() const;
     /// Closes, and throws SystemFailure when the system tells only now that data was lost.
     void Close();
 
   private:
-    int Handle = -1;
+    Descriptor Handle;
     std::string FileName;
 };
 

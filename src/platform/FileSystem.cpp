@@ -47,20 +47,6 @@ Descriptor OpenOrThrow(const std::string& FileName, int Flags) {
     return Opened;
 }
 
-/// True when another handle, of whichever process, holds a lock on an ordinary file.
-bool IsHeldLocked(const std::string& FileName) noexcept {
-    const Descriptor File(::open(FileName.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!File.IsOpen())
-        // Where the file cannot be read its locks cannot be asked for: the folder's rights decide.
-        return errno != EACCES && errno != EPERM && errno != ENOENT;
-    struct flock Wanted {};
-    Wanted.l_type = F_WRLCK;
-    Wanted.l_whence = SEEK_SET;
-    if (::fcntl(File.Get(), F_OFD_GETLK, &Wanted) == 0 && Wanted.l_type != F_UNLCK)
-        return true;
-    return ::flock(File.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-}
-
 struct FolderCloser {
     void operator()(DIR* Folder) const noexcept { ::closedir(Folder); }
 };
@@ -122,6 +108,26 @@ bool IsWriteProtected(const std::string& FileName) noexcept {
            ((Status.st_mode & AnybodyWrites) == 0 || ::access(FileName.c_str(), W_OK) != 0);
 }
 
+bool IsSpecialFile(const std::string& FileName) noexcept {
+    struct stat Status {};
+    return StatusOf(FileName, Status) && !S_ISREG(Status.st_mode) && !S_ISDIR(Status.st_mode);
+}
+
+bool IsHeldLocked(const std::string& FileName) noexcept {
+    if (IsSpecialFile(FileName)) // to open one may already do something
+        return false;
+    const Descriptor File(::open(FileName.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!File.IsOpen())
+        // Where the file cannot be read its locks cannot be asked for: the folder's rights decide.
+        return errno != EACCES && errno != EPERM && errno != ENOENT;
+    struct flock Wanted {};
+    Wanted.l_type = F_WRLCK;
+    Wanted.l_whence = SEEK_SET;
+    if (::fcntl(File.Get(), F_OFD_GETLK, &Wanted) == 0 && Wanted.l_type != F_UNLCK)
+        return true;
+    return ::flock(File.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
 bool DeleteFileIfFree(const std::string& FileName) noexcept {
     struct stat Status {};
     if (!StatusOfEntry(FileName, Status))
@@ -150,10 +156,12 @@ void CopyFileContents(const std::string& From, const std::string& To) {
         throw SystemFailure(errno, To);
     if (SourceStatus.st_dev == TargetStatus.st_dev && SourceStatus.st_ino == TargetStatus.st_ino)
         return;
-    if (S_ISREG(TargetStatus.st_mode) && ::ftruncate(Target.Get(), 0) != 0)
-        throw SystemFailure(errno, To);
     CopyInsideTheSystem(Source, Target);
     CopyTheRest(Source, From, Target, To);
+    // Cut only now: what the file had of room is not given away before it is needed.
+    if (S_ISREG(TargetStatus.st_mode) &&
+        ::ftruncate(Target.Get(), ::lseek(Target.Get(), 0, SEEK_CUR)) != 0)
+        throw SystemFailure(errno, To);
     if (!Target.Close())
         throw SystemFailure(errno, To);
 }

@@ -25,14 +25,19 @@ struct FileTimes {
 /// Whether a file is there that is not to be written: its rights let nobody write it, or not us.
 [[nodiscard]] bool IsWriteProtected(const std::string& FileName) noexcept;
 
+/// Whether a name stands for a device, a pipe or a socket.
+[[nodiscard]] bool IsSpecialFile(const std::string& FileName) noexcept;
+/// Whether another handle, of whichever process, holds a lock on an ordinary file.
+[[nodiscard]] bool IsHeldLocked(const std::string& FileName) noexcept;
+
 /// Deletes a file. False when it is still there: no right to, or another program (or another
 /// handle of this one) holds it open with a lock. True also when there was none.
 [[nodiscard]] bool DeleteFileIfFree(const std::string& FileName) noexcept;
 /// The same, whoever has it open: for files that are nobody else's. Open handles keep the contents.
 [[nodiscard]] bool DeleteFileAnyway(const std::string& FileName) noexcept;
 
-/// Copies the contents over `To`, which is made new. Both names for one file: nothing happens.
-/// Throws SystemFailure; `To` then holds a part.
+/// Copies the contents over those of `To`, which is made if it is not there. Both names for one
+/// file: nothing happens. Throws SystemFailure; `To` then holds a part, before what it held.
 void CopyFileContents(const std::string& From, const std::string& To);
 /// Makes an existing file exactly this long. False when that failed.
 [[nodiscard]] bool SetLengthOfFile(const std::string& FileName, std::int64_t Bytes) noexcept;

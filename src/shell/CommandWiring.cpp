@@ -87,8 +87,8 @@ void FileCommandsWindow::LoadBookmarks(const std::string& FileName) {
     quoril::LoadBookmarks(FileName);
 }
 
-void FileCommandsWindow::SaveBookmarks(const std::string& FileName) {
-    quoril::SaveBookmarks(FileName);
+bool FileCommandsWindow::SaveBookmarks(const std::string& FileName) {
+    return quoril::SaveBookmarks(FileName);
 }
 
 void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files) {

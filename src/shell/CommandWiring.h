@@ -22,7 +22,7 @@ class FileCommandsWindow final : public FileCommandsView {
     void ReleasePlayingFiles(bool OnlyOriginal) override;
     void EmptyBookmarks() override;
     void LoadBookmarks(const std::string& FileName) override;
-    void SaveBookmarks(const std::string& FileName) override;
+    bool SaveBookmarks(const std::string& FileName) override;
 
   private:
     WaveEditor_Frm& Window;

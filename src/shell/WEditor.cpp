@@ -290,14 +290,9 @@ bool WEditorClass::UnsavedWorkSettled() {
                       MsgBoxAnswer::No);
     };
     if (WaveChanged) {
-        const bool BookmarksBefore = BookmarkChanged;
         const MsgBoxAnswer Answer = Ask("The current waveform is changed.");
-        if (Answer == MsgBoxAnswer::Yes && !Files->Save(false)) {
-            // What is not in the file is still unsaved work at the next attempt to close.
-            WaveChanged = true;
-            BookmarkChanged = BookmarksBefore;
-            return false;
-        }
+        if (Answer == MsgBoxAnswer::Yes)
+            return Files->Save(false);
         return Answer != MsgBoxAnswer::Cancel;
     }
     if (BookmarkChanged) {

@@ -2,18 +2,16 @@
 
 #include "audiofile/AudioFileNames.h"
 #include "audiofile/AudioFileTypes.h"
+#include "audiofile/FileSurroundings.h"
 #include "audiofile/RecentFiles.h"
 #include "audiofile/WavMaker.h"
-#include "base/BusyPointer.h"
 #include "base/DocumentState.h"
-#include "base/Failure.h"
 #include "base/ViewState.h"
 #include "settings/STD1.h"
 #include "settings/UserGuideMod.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
 
-#include <deque>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,7 +20,6 @@ namespace quoril {
 namespace {
 
 namespace fs = std::filesystem;
-using test::ScriptedMessages;
 using test::TestSession;
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -32,114 +29,7 @@ constexpr const char* CannotOpen = "Can not open this file type\n\n"
                                    "If you know that audio data exists in this file,\n"
                                    "you can rename it to .raw type and try opening it.";
 
-/// Everything around the commands: what they do is noted in order, what they ask is scripted.
-struct Surroundings final : FileDialogs, FileCommandsView {
-    std::vector<std::string> Calls;
-    std::vector<FileDialogRequest> Requests;
-    std::deque<std::optional<std::string>> Choices;
-    std::vector<std::string> Captions;
-    std::optional<std::pair<std::int32_t, std::int32_t>> Selection;
-    std::int32_t Channel = 0;
-    bool ProgramStarts = true;
-
-    std::optional<std::string> Choose(const FileDialogRequest& Request) {
-        Requests.push_back(Request);
-        if (Choices.empty())
-            return std::nullopt;
-        const auto Choice = Choices.front();
-        Choices.pop_front();
-        return Choice;
-    }
-    std::optional<std::string> OpenFile(const FileDialogRequest& Request) override {
-        Calls.push_back("open dialog");
-        return Choose(Request);
-    }
-    std::optional<std::string> SaveFile(const FileDialogRequest& Request) override {
-        Calls.push_back("save dialog");
-        return Choose(Request);
-    }
-    bool ConfirmSelection(std::int32_t& FromPos, std::int32_t& ToPos, std::int32_t& WorkChn,
-                          std::int32_t Need, const std::string& Operation) override {
-        Calls.push_back("confirm " + std::to_string(Need) + " " + Operation);
-        WorkChn = Channel;
-        if (!Selection)
-            return false;
-        FromPos = Selection->first;
-        ToPos = Selection->second;
-        return true;
-    }
-    void DocumentReplaced(std::int32_t Total, bool IsNew) override {
-        Calls.push_back((IsNew ? "new document " : "document ") + std::to_string(Total));
-    }
-    void SetDocumentTitle(const std::string& FileName) override {
-        Calls.push_back("title " + FileName);
-    }
-    void SetMenu_To_DefaultFormat() override {
-        Calls.push_back("format " + std::to_string(CurrentFormat.Channel) + " " +
-                        std::to_string(CurrentFormat.Freq) + " " +
-                        std::to_string(CurrentFormat.Bits));
-    }
-    void Refresh_Wave_View() override { Calls.push_back("refresh"); }
-    void ShowRecentFiles(const std::vector<std::string>& What) override {
-        Calls.push_back("recent");
-        Captions = What;
-    }
-    void StartProgram(const std::vector<std::string>& Arguments) override {
-        Calls.push_back("start" + (Arguments.empty() ? std::string() : " " + Arguments.front()));
-        if (!ProgramStarts)
-            throw Failure("No such program");
-    }
-    void ReleasePlayingFiles(bool OnlyOriginal) override {
-        Calls.push_back(OnlyOriginal ? "release original" : "release");
-    }
-    void EmptyBookmarks() override { Calls.push_back("empty bookmarks"); }
-    void LoadBookmarks(const std::string& FileName) override {
-        Calls.push_back("load " + fs::path(FileName).filename().string());
-    }
-    bool BookmarksFail = false;
-    void SaveBookmarks(const std::string& FileName) override {
-        if (BookmarksFail)
-            throw Failure("No space left\n" + FileName);
-        Calls.push_back("bookmarks [" + fs::path(FileName).filename().string() + "]");
-    }
-
-    std::vector<std::string> TakeCalls() { return std::exchange(Calls, {}); }
-};
-
-class FileCommands : public ::testing::Test {
-  protected:
-    FileCommands() {
-        GuideChanceFix(0.9);
-        SetBusyPointerRoutine([this](bool Busy) { BusyDepth += Busy ? 1 : -1; });
-        WaveStore = std::make_unique<FileMemoClass>();
-        WaveDir = Session.Path("music");
-        fs::create_directory(WaveDir);
-    }
-    ~FileCommands() override {
-        EXPECT_EQ(BusyDepth, 0) << "the busy pointer was left on";
-        SetBusyPointerRoutine({});
-        WaveStore.reset();
-    }
-
-    std::string WriteWav(const std::string& Name, std::int32_t Frames = 1000,
-                         std::int32_t Rate = 44100, std::int32_t Channels = 1) const {
-        test::WavFile File;
-        File.Rate = Rate;
-        File.Channels = Channels;
-        File.Data = test::AudioBytes(test::Noise(Frames * Channels, 16, 7), 16);
-        return Session.WriteFile("music/" + Name, File.Whole());
-    }
-    void OpenByDialog(const std::string& Path) {
-        Around.Choices.push_back(Path);
-        Commands.Open(false);
-    }
-
-    const TestSession Session;
-    ScriptedMessages Messages;
-    int BusyDepth = 0;
-    Surroundings Around;
-    FileCommandsClass Commands{Around, Around};
-};
+class FileCommands : public test::FileCommandsFixture {};
 
 // ---- Names
 

@@ -21,6 +21,7 @@
 #include <QPushButton>
 #include <QToolButton>
 #include <QUrl>
+#include <fstream>
 #include <sys/stat.h>
 
 namespace quoril {
@@ -331,6 +332,49 @@ TEST_F(WEditor, ASaveThatFailsAtTheEndKeepsItOpenAndAsksAgain) {
     Messages->Answer(MsgBoxAnswer::Cancel);
     EXPECT_FALSE(Window().close());
     EXPECT_EQ(Messages->Requests.size(), 3U);
+}
+
+TEST_F(WEditor, ASaveThatFailsAtTheEndCostsNeitherTheFileNorTheWork) {
+    const std::string Path = WriteWav("a.wav");
+    const auto Before = fs::file_size(Path);
+    Start(CommandLineText({Path}));
+    WaveStore->WavFmtBits = 8; // with samples that no byte can hold
+    Edit();
+    BookmarkChanged = true;
+    Messages->Answer(MsgBoxAnswer::Yes);
+    EXPECT_FALSE(Window().close());
+    EXPECT_EQ(Messages->Requests.size(), 2U);
+    EXPECT_EQ(Messages->Requests.back().Text,
+              "Overflow\n\nThe file that was there before is unchanged.");
+    EXPECT_FALSE(Exit.has_value());
+    EXPECT_TRUE(Window().isVisible());
+    EXPECT_TRUE(WaveChanged);
+    EXPECT_TRUE(BookmarkChanged);
+    EXPECT_EQ(fs::file_size(Path), Before);
+    // The same with the command, without the end.
+    Menu("Save_Mnu_0");
+    EXPECT_TRUE(WaveChanged);
+    EXPECT_EQ(fs::file_size(Path), Before);
+    Messages->Answer(MsgBoxAnswer::Cancel);
+    EXPECT_FALSE(Window().close());
+    EXPECT_EQ(Messages->Requests.back().Text,
+              "The current waveform is changed.\nDo you want to save it?");
+}
+
+TEST_F(WEditor, BookmarksThatCannotBeSavedAtTheEndKeepItOpen) {
+    const std::string Path = WriteWav("a.wav");
+    std::ofstream(fs::path(Path).replace_extension("bok")) << "a book";
+    Start(CommandLineText({Path}));
+    Edit();
+    BookmarkMade();
+    Messages->Answer(MsgBoxAnswer::Yes);
+    Messages->Answer(MsgBoxAnswer::No); // the other file is not to be replaced
+    EXPECT_FALSE(Window().close());
+    EXPECT_FALSE(Exit.has_value());
+    EXPECT_FALSE(WaveChanged);
+    EXPECT_TRUE(BookmarkChanged);
+    EXPECT_EQ(fs::file_size(Path), 2024U);
+    EXPECT_EQ(BookmarkNos(), 1);
 }
 
 TEST_F(WEditor, ChangedBookmarksAreAskedAboutAlone) {
