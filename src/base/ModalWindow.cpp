@@ -25,7 +25,9 @@ void MakeRoomForTitle(QDialog& Dialog) {
     TitleFont.setBold(true);
     constexpr int FrameButtons = 5; // each about as wide as the title is high
     const int Frame = FrameButtons * Dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const int Width = QFontMetrics(TitleFont).horizontalAdvance(Dialog.windowTitle()) + Frame;
+    constexpr int Most = 640; // a screen of 800 has room for it
+    const int Width =
+        std::min(QFontMetrics(TitleFont).horizontalAdvance(Dialog.windowTitle()) + Frame, Most);
     if (auto* const Column = qobject_cast<QBoxLayout*>(Dialog.layout());
         Column != nullptr && Column->direction() == QBoxLayout::TopToBottom) {
         const QMargins Margins = Column->contentsMargins();

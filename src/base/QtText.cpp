@@ -36,4 +36,27 @@ std::string CoreText(const QString& Text) {
     return Text.toStdString();
 }
 
+QString Breakable(const QString& Text) {
+    constexpr int LongestWord = 40;
+    constexpr QChar MayBreak(0x200B);
+    QString Result;
+    int InWord = 0;
+    for (const QChar Letter : Text) {
+        InWord = Letter.isSpace() ? 0 : InWord + 1;
+        if (InWord > LongestWord && !Letter.isLowSurrogate()) {
+            Result.append(MayBreak);
+            InWord = 1;
+        }
+        Result.append(Letter);
+    }
+    return Result;
+}
+
+QString WithAccessKey(const char* Caption, char Letter) {
+    QString Text = QString::fromUtf8(Caption);
+    if (const qsizetype At = Text.indexOf(QLatin1Char(Letter), 0, Qt::CaseInsensitive); At >= 0)
+        Text.insert(At, QLatin1Char('&'));
+    return Text;
+}
+
 } // namespace quoril

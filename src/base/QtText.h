@@ -12,4 +12,11 @@ namespace quoril {
 /// What the user typed, for the core: UTF-8.
 [[nodiscard]] std::string CoreText(const QString& Text);
 
+/// A text whose words of more than 40 letters, such as the paths of files, may be broken where a
+/// label wraps its lines.
+[[nodiscard]] QString Breakable(const QString& Text);
+/// A caption with an access key: the first place of that letter, small or capital, is marked. A
+/// caption without the letter stays as it is.
+[[nodiscard]] QString WithAccessKey(const char* Caption, char Letter);
+
 } // namespace quoril

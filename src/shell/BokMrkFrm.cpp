@@ -10,6 +10,7 @@
 #include "settings/STD1.h"
 #include "shell/HelpTopics.h"
 #include "shell/HelpViewer.h"
+#include "view/ElidedLabel.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -25,6 +26,7 @@ namespace {
 constexpr const char* BookmarkFileFilter = "Bookmark files (*.bok)|*.bok|All files (*.*)|*.*";
 constexpr int ListLines = 8;
 constexpr int ListLetters = 44;
+constexpr int RemarkLetters = 120; // the rest is in the tool tip
 
 FileDialogRequest BookmarkFileRequest(const char* Title) {
     FileDialogRequest Request;
@@ -61,14 +63,16 @@ BokMrkFrm::BokMrkFrm(BokMrkModes Mode, FileDialogs& UsedDialogs, QWidget* Parent
 }
 
 void BokMrkFrm::AddProperties(QVBoxLayout& Column) {
-    const auto Label = [this](const QString& Name, const QString& Accessible) {
-        auto* Made = new QLabel(this);
+    const auto Label = [this](const QString& Name, const QString& Accessible,
+                              QLabel* Made = nullptr) {
+        if (Made == nullptr)
+            Made = new QLabel(this);
         Made->setObjectName(Name);
         Made->setAccessibleName(Accessible);
         Made->setTextFormat(Qt::PlainText);
         return Made;
     };
-    NameLbl = Label(QStringLiteral("NameLbl"), QStringLiteral("Name"));
+    NameLbl = Label(QStringLiteral("NameLbl"), QStringLiteral("Name"), new ElidedLabel(this));
     QFont Bold = NameLbl->font();
     Bold.setBold(true);
     NameLbl->setFont(Bold);
@@ -159,7 +163,11 @@ std::int32_t BokMrkFrm::ChosenNo() const {
 void BokMrkFrm::ShowChosen() {
     const BookmarkShown Shown = BookmarkShownOf(ChosenNo());
     NameLbl->setText(ShownText(Shown.Name));
-    RemarkLbl->setText(ShownText(Shown.Remark));
+    const QString Remark = ShownText(Shown.Remark);
+    const bool Whole = Remark.size() <= RemarkLetters;
+    RemarkLbl->setText(
+        Breakable(Whole ? Remark : Remark.left(RemarkLetters) + QStringLiteral(" ...")));
+    RemarkLbl->setToolTip(Whole ? QString() : Remark);
     for (const std::size_t Index : {1U, 2U})
         FromToLbl.at(Index)->setText(ShownText(Shown.FromTo.at(Index)));
     for (std::size_t Index = 0; Index < PosiLbl.size(); ++Index)

@@ -103,8 +103,8 @@ void ChkDskSpcFrm::AddAdvice(QLayout& Column) {
 }
 
 void ChkDskSpcFrm::AddButtons(QLayout& Column) {
-    auto* ClearUndoDataBtn = new QPushButton(QStringLiteral("Clear undo backup data"), this);
-    auto* CancelBtn = new QPushButton(QStringLiteral("Cancel"), this);
+    auto* ClearUndoDataBtn = new QPushButton(QStringLiteral("Clear &undo backup data"), this);
+    auto* CancelBtn = new QPushButton(QStringLiteral("&Cancel"), this);
     TryAgainBtn->setObjectName(QStringLiteral("TryAgainBtn"));
     ClearUndoDataBtn->setObjectName(QStringLiteral("ClearUndoDataBtn"));
     CancelBtn->setObjectName(QStringLiteral("CancelBtn"));
@@ -147,7 +147,8 @@ void ChkDskSpcFrm::Fill(const DiskSpaceNumbers& Numbers, const FreeBytesRoutine&
 }
 
 void ChkDskSpcFrm::ShowState(const DiskSpaceStateRec& State) {
-    TryAgainBtn->setText(QLatin1String(State.TryAgainCaption));
+    // One key for all captions that the button may have.
+    TryAgainBtn->setText(WithAccessKey(State.TryAgainCaption, 't'));
     // A shorter caption must not move the other button while the user aims at it.
     TryAgainBtn->setMinimumWidth(
         std::max(TryAgainBtn->minimumWidth(), TryAgainBtn->sizeHint().width()));

@@ -14,11 +14,12 @@ namespace {
 constexpr int TextWidth = 380;
 
 QLabel* Line(const char* Name, const std::string& Text, QWidget* Parent) {
-    auto* Label = new QLabel(ShownText(Text), Parent);
+    auto* Label = new QLabel(Breakable(ShownText(Text)), Parent);
     Label->setObjectName(QLatin1String(Name));
-    Label->setAccessibleName(Label->text());
+    Label->setAccessibleName(ShownText(Text));
     Label->setTextFormat(Qt::PlainText);
     Label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    Label->setWordWrap(true);
     Label->setMinimumWidth(TextWidth);
     Label->setHidden(Text.empty());
     return Label;
@@ -33,12 +34,10 @@ CopiedFrm::CopiedFrm(const CopiedLines& Lines, QWidget* Parent) : QDialog(Parent
     Column->setContentsMargins(14, 12, 14, 12);
     Column->addWidget(Line("CopiedLbl_0", Lines.First, this));
     Column->addWidget(Line("CopiedLbl_1", Lines.Second, this));
-    QLabel* Note = Line("CopiedLbl_2", Lines.Note, this);
-    Note->setWordWrap(true);
     Column->addSpacing(8);
-    Column->addWidget(Note);
+    Column->addWidget(Line("CopiedLbl_2", Lines.Note, this));
 
-    auto* OkBtn = new QPushButton(QStringLiteral("OK"), this);
+    auto* OkBtn = new QPushButton(QStringLiteral("&OK"), this);
     OkBtn->setObjectName(QStringLiteral("OkBtn"));
     OkBtn->setAccessibleName(tr("Close this message"));
     OkBtn->setDefault(true);

@@ -19,13 +19,14 @@ struct AnswerRow {
     MsgBoxAnswer Answer;
     QMessageBox::StandardButton Button;
     const char* ObjectName;
+    const char* Caption;
 };
 
 constexpr std::array<AnswerRow, 4> Answers = {
-    {{MsgBoxAnswer::Ok, QMessageBox::Ok, "OkBtn"},
-     {MsgBoxAnswer::Cancel, QMessageBox::Cancel, "CancelBtn"},
-     {MsgBoxAnswer::Yes, QMessageBox::Yes, "YesBtn"},
-     {MsgBoxAnswer::No, QMessageBox::No, "NoBtn"}}};
+    {{MsgBoxAnswer::Ok, QMessageBox::Ok, "OkBtn", "&OK"},
+     {MsgBoxAnswer::Cancel, QMessageBox::Cancel, "CancelBtn", "&Cancel"},
+     {MsgBoxAnswer::Yes, QMessageBox::Yes, "YesBtn", "&Yes"},
+     {MsgBoxAnswer::No, QMessageBox::No, "NoBtn", "&No"}}};
 
 struct ButtonsRow {
     QMessageBox::StandardButtons Buttons;
@@ -67,11 +68,12 @@ MsgBoxAnswer MessageBoxesClass::MsgBox(const MsgBoxRequest& Request) {
     QMessageBox Box(Row.Icon, TitleOr(Request.Title), QString(), Row.Buttons, WindowInUse());
     Box.setObjectName(QStringLiteral("MsgBox"));
     Box.setTextFormat(Qt::PlainText);
-    Box.setText(ShownText(Request.Text));
+    Box.setText(Breakable(ShownText(Request.Text)));
     Box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     for (const AnswerRow& Each : Answers)
         if (QAbstractButton* Button = Box.button(Each.Button)) {
             Button->setObjectName(QString::fromLatin1(Each.ObjectName));
+            Button->setText(QString::fromLatin1(Each.Caption));
             Button->setIcon({}); // the buttons of the other windows have none
             if (Each.Answer == Request.Default)
                 Box.setDefaultButton(Each.Button);
@@ -89,10 +91,12 @@ InputBoxAnswer MessageBoxesClass::InputBox(const std::string& Prompt, const std:
     QInputDialog Box(WindowInUse());
     Box.setObjectName(QStringLiteral("InputBox"));
     Box.setWindowTitle(TitleOr(Title));
-    Box.setLabelText(ShownText(Prompt));
+    Box.setLabelText(Breakable(ShownText(Prompt)));
     constexpr int LettersOfTitle = 40;
     Box.setMinimumWidth(Box.fontMetrics().averageCharWidth() * LettersOfTitle);
     Box.setTextValue(ShownText(Proposed));
+    Box.setOkButtonText(QStringLiteral("&OK"));
+    Box.setCancelButtonText(QStringLiteral("&Cancel"));
     (void)Box.sizeHint(); // makes the layout and its buttons
     Box.layout()->setContentsMargins(14, 12, 14, 12);
     Box.layout()->setSpacing(10);

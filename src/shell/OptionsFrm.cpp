@@ -23,7 +23,10 @@
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <optional>
 #include <utility>
 
 namespace quoril {
@@ -54,6 +57,28 @@ QLabel* Note(const char* Text, QWidget* Parent) {
     Label->setWordWrap(true);
     return Label;
 }
+
+/// A number that is typed beyond the range becomes the nearer end of it when the field is left,
+/// rather than losing its last figures.
+class LimitedBox final : public QDoubleSpinBox {
+  public:
+    using QDoubleSpinBox::QDoubleSpinBox;
+    QValidator::State validate(QString& Input, int& Place) const override {
+        const QValidator::State State = QDoubleSpinBox::validate(Input, Place);
+        return State == QValidator::Invalid && Number(Input) ? QValidator::Intermediate : State;
+    }
+    void fixup(QString& Input) const override {
+        if (const std::optional<double> Typed = Number(Input))
+            Input = textFromValue(std::clamp(*Typed, minimum(), maximum()));
+    }
+
+  private:
+    [[nodiscard]] std::optional<double> Number(const QString& Text) const {
+        bool Valid = false;
+        const double Found = locale().toDouble(Text, &Valid);
+        return Valid && std::isfinite(Found) ? std::optional(Found) : std::nullopt;
+    }
+};
 
 /// The state of the sound driver as a round lamp.
 class DriverLamp final : public QWidget {
@@ -126,15 +151,15 @@ void OptionsFrm::BuildColors(QWidget* Page) {
     connect(ColorNmLst, &QListWidget::itemDoubleClicked, this, [this] { ChangeColor(); });
 
     auto* Side = new QVBoxLayout;
-    ColorBtn = new QPushButton(QStringLiteral("Click here to change"), Page);
+    ColorBtn = new QPushButton(QStringLiteral("Click here to c&hange"), Page);
     ColorBtn->setObjectName(QStringLiteral("ColorBtn"));
     connect(ColorBtn, &QPushButton::clicked, this, &OptionsFrm::ChangeColor);
     Side->addWidget(ColorBtn);
     Side->addSpacing(12);
     constexpr std::array<std::pair<const char*, const char*>, 3> Presets = {
-        {{"Current", "All colors as they are in use"},
-         {"Default", "The default of the chosen entry"},
-         {"Default all", "The defaults of all entries"}}};
+        {{"Curre&nt", "All colors as they are in use"},
+         {"D&efault", "The default of the chosen entry"},
+         {"Default a&ll", "The defaults of all entries"}}};
     for (int Index = 0; Index < 3; ++Index) {
         const auto& [Caption, Accessible] = Presets.at(static_cast<std::size_t>(Index));
         auto* Button = new QPushButton(QString::fromLatin1(Caption), Page);
@@ -201,7 +226,7 @@ void OptionsFrm::UsePreset(int Index) {
 // ---- Play
 
 QDoubleSpinBox* OptionsFrm::TempoField(int Index, const char* Accessible, double Percent) {
-    auto* Field = new QDoubleSpinBox(TabStrip1);
+    auto* Field = new LimitedBox(TabStrip1);
     Field->setObjectName(QStringLiteral("TempoTxt_%1").arg(Index));
     Field->setAccessibleName(QString::fromLatin1(Accessible));
     Field->setLocale(QLocale::c());
@@ -225,8 +250,8 @@ void OptionsFrm::BuildPlay(QWidget* Page) {
     TempoRevTxt = TempoField(2, "Tempo of reverse play in percent", Choice.TempoRevPercent);
 
     auto* Form = new QFormLayout;
-    Form->addRow(QStringLiteral("Tempo &forward (%):"), TempoForTxt);
-    Form->addRow(QStringLiteral("Tempo &reverse (%):"), TempoRevTxt);
+    Form->addRow(QStringLiteral("Tempo &forward (10 to 200 %):"), TempoForTxt);
+    Form->addRow(QStringLiteral("Tempo &reverse (10 to 200 %):"), TempoRevTxt);
     auto* Column = new QVBoxLayout(Page);
     Column->setSpacing(10);
     Column->addWidget(LoopPlay_Chk);
@@ -240,9 +265,9 @@ void OptionsFrm::BuildPlay(QWidget* Page) {
 
 void OptionsFrm::BuildGuide(QWidget* Page) {
     constexpr std::array<const char*, 3> Captions = {
-        "I am normal (Show me only that i don't know)",
-        "I am experienced / dont like that (Don't show me any guide)",
-        "I am new user / learning (Show me all guides once again)"};
+        "I am &normal (Show me only that i don't know)",
+        "I am &experienced / dont like that (Don't show me any guide)",
+        "I am ne&w user / learning (Show me all guides once again)"};
     Guide_Option = new QButtonGroup(Page);
     TabToTheChosen(*Guide_Option);
     auto* Column = new QVBoxLayout(Page);
@@ -264,7 +289,8 @@ void OptionsFrm::BuildDisk(QWidget* Page) {
     TempPathTxt = new QLineEdit(ShownText(Choice.TempPath), Page);
     TempPathTxt->setObjectName(QStringLiteral("TempPathTxt"));
     TempPathTxt->setAccessibleName(QStringLiteral("Path for temporary files"));
-    auto* Heading = new QLabel(QStringLiteral("Path for temporary files:"), Page);
+    auto* Heading = new QLabel(QStringLiteral("Path for &temporary files:"), Page);
+    Heading->setBuddy(TempPathTxt);
     auto* BrowseBtn = new QPushButton(QStringLiteral("&Browse..."), Page);
     BrowseBtn->setObjectName(QStringLiteral("BrowseBtn"));
     BrowseBtn->setAccessibleName(QStringLiteral("Choose the folder for temporary files"));
@@ -298,7 +324,7 @@ void OptionsFrm::BuildSound(QWidget* Page) {
     DSoundOnImg = new DriverLamp(Page);
     auto* Column = new QVBoxLayout(Page);
     Column->setSpacing(10);
-    constexpr std::array<const char*, 3> Captions = {"Check DirectX7", "Put Off", "Put On"};
+    constexpr std::array<const char*, 3> Captions = {"Check D&irectX7", "Put O&ff", "Put O&n"};
     auto* Row = new QHBoxLayout;
     for (int Index = 0; Index < 3; ++Index) {
         auto* Button = new QPushButton(
@@ -339,6 +365,9 @@ void OptionsFrm::ShowSoundState() {
 void OptionsFrm::accept() {
     Choice.LoopPlay = LoopPlay_Chk->isChecked();
     Choice.QuickPlay = QuickPlay_Chk->isChecked();
+    // The key of OK leaves the cursor in a field that is still being typed in.
+    for (QDoubleSpinBox* Field : {TempoForTxt, TempoRevTxt})
+        Field->interpretText();
     Choice.TempoForPercent = TempoForTxt->value();
     Choice.TempoRevPercent = TempoRevTxt->value();
     Choice.Guide = Guide_Option->checkedId();

@@ -17,15 +17,15 @@ UndoClearFrm::UndoClearFrm(QWidget* Parent) : QDialog(Parent), AvailList(new QLi
     setObjectName(QStringLiteral("UndoClearFrm"));
     setWindowTitle(QStringLiteral("Clear Undo Data"));
 
-    auto* Heading = new QLabel(QStringLiteral("Undo backup data items:"), this);
+    auto* Heading = new QLabel(QStringLiteral("&Undo backup data items:"), this);
     Heading->setBuddy(AvailList);
     AvailList->setObjectName(QStringLiteral("AvailList"));
     AvailList->setAccessibleName(tr("Steps that can be undone, the oldest first"));
     AvailList->setMinimumSize(320, 180);
 
     auto* Buttons = new QVBoxLayout;
-    constexpr std::array<const char*, 3> Captions = {"Clear first one", "Clear up to selected item",
-                                                     "Clear all"};
+    constexpr std::array<const char*, 3> Captions = {"Clear &first one",
+                                                     "Clear up to &selected item", "Clear &all"};
     for (std::int32_t Index = 1; Index <= 3; ++Index) {
         const QString Caption =
             QString::fromLatin1(Captions.at(static_cast<std::size_t>(Index - 1)));
@@ -34,7 +34,7 @@ UndoClearFrm::UndoClearFrm(QWidget* Parent) : QDialog(Parent), AvailList(new QLi
         connect(Button, &QPushButton::clicked, this, [this, Index] { ButtonClicked(Index); });
         Buttons->addWidget(Button);
     }
-    auto* CloseBtn = new QPushButton(QStringLiteral("Close"), this);
+    auto* CloseBtn = new QPushButton(QStringLiteral("&Close"), this);
     CloseBtn->setObjectName(QStringLiteral("CloseBtn"));
     CloseBtn->setDefault(true);
     connect(CloseBtn, &QPushButton::clicked, this, &QDialog::reject);

@@ -35,7 +35,7 @@ UserGuideFrm::UserGuideFrm(const GuideTip& Tip, QWidget* Parent)
     auto* GuideLbl = new QLabel(this);
     GuideLbl->setObjectName(QStringLiteral("GuideLbl"));
     GuideLbl->setTextFormat(Qt::PlainText);
-    GuideLbl->setText(ShownText(Tip.Message));
+    GuideLbl->setText(Breakable(ShownText(Tip.Message)));
     GuideLbl->setWordWrap(true);
     GuideLbl->setMinimumWidth(fontMetrics().averageCharWidth() * 56);
 
@@ -44,7 +44,7 @@ UserGuideFrm::UserGuideFrm(const GuideTip& Tip, QWidget* Parent)
     IKnowChk->setChecked(Tip.IKnow);
     IKnowChk->setEnabled(Tip.IKnowEnabled);
 
-    auto* OkBtn = new QPushButton(QStringLiteral("OK"), this);
+    auto* OkBtn = new QPushButton(QStringLiteral("&OK"), this);
     OkBtn->setObjectName(QStringLiteral("OkBtn"));
     OkBtn->setDefault(true);
     connect(OkBtn, &QPushButton::clicked, this, &QDialog::accept);

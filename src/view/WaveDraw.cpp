@@ -113,10 +113,12 @@ void WaveDraw::AddLines(WaveColumns& Lines) const {
 }
 
 void WaveDraw::AddDots(WaveColumns& Dots) const {
-    // Every sample that a line starts from; so the last one has no dot.
-    for (std::size_t Index = 0; Index + 1 < Visited.size(); ++Index) {
-        const double Y = PanelScale.YOf(Samples[Index]);
-        Dots.AddBar(PanelScale.XOf(Visited[Index]), Y, Y);
+    // Every sample that a line starts from, as AddLines does; so the last one has no dot unless it
+    // is the only one.
+    std::size_t Previous = 0;
+    for (std::size_t Index = 0; Index < Visited.size(); Previous = Index++) {
+        const double Y = PanelScale.YOf(Samples[Previous]);
+        Dots.AddBar(PanelScale.XOf(Visited[Previous]), Y, Y);
     }
 }
 

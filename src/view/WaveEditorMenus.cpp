@@ -218,7 +218,8 @@ void WaveEditor_Frm::SetRecentFiles(const std::vector<std::string>& Captions) {
     QMenu* Menu = Menus.at("File_Menu");
     for (std::size_t Index = 1; Index <= Captions.size(); ++Index) {
         const std::string Name = "FileLastFilesMnu_" + std::to_string(Index);
-        auto* Action = new QAction(Literal(Captions[Index - 1]), Menu);
+        auto* Action =
+            new QAction(QStringLiteral("&%1 ").arg(Index) + Literal(Captions[Index - 1]), Menu);
         Action->setObjectName(Q(Name));
         Action->setStatusTip(QStringLiteral("Opens this file"));
         connect(Action, &QAction::triggered, this, [this, Name] { RunCommand(Name); });

@@ -66,7 +66,8 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     [[nodiscard]] QAction* Entry(const std::string& Name) const;
     /// The toolbar button "EditToolbar", "Undo". Throws std::out_of_range likewise.
     [[nodiscard]] QToolButton* ToolButton(const std::string& Toolbar, const std::string& Key) const;
-    /// Fills the recent files menu; entry n runs "FileLastFilesMnu_n", from 1.
+    /// Fills the recent files menu; entry n runs "FileLastFilesMnu_n", from 1, and has its number
+    /// in front as its access key.
     void SetRecentFiles(const std::vector<std::string>& Captions);
     /// The mode of a plain click on "Paste", 1 to 6; 0 while none was chosen, which runs mode 1.
     [[nodiscard]] int PasteMode() const { return PasteModeChosen; }

@@ -356,8 +356,8 @@ TEST_F(MenuTest, RecentFilesReplaceThePlaceholder) {
     }
     Window->SetRecentFiles({"/a/one.wav", "/b/two & three.wav"});
     EXPECT_FALSE(Window->Entry("FileLastFilesMnu_0")->isVisible());
-    EXPECT_EQ(Window->Entry("FileLastFilesMnu_1")->text(), "/a/one.wav");
-    EXPECT_EQ(Window->Entry("FileLastFilesMnu_2")->text(), "/b/two && three.wav");
+    EXPECT_EQ(Window->Entry("FileLastFilesMnu_1")->text(), "&1 /a/one.wav");
+    EXPECT_EQ(Window->Entry("FileLastFilesMnu_2")->text(), "&2 /b/two && three.wav");
     EXPECT_EQ(Window->findChild<QAction*>("FileLastFilesMnu_3"), nullptr);
     Window->Entry("FileLastFilesMnu_2")->trigger();
     EXPECT_EQ(Opened, "FileLastFilesMnu_2");

@@ -171,6 +171,16 @@ TEST_F(WaveDrawTest, TheClosestViewHasLongLinesAndDotsAtTheSamples) {
     EXPECT_EQ(Count(Picture, Between), W - 10);
 }
 
+TEST_F(WaveDrawTest, TheOnlySampleOfADocumentHasItsDot) {
+    Total(1);
+    View(1, 1);
+    WaveFormDrawStyle = 1;
+    Source.Left.assign(1, 9000);
+    const QImage Picture = Draw();
+    EXPECT_EQ(At(Picture, 0, Near(YOf(9000))), Bar);
+    EXPECT_EQ(Count(Picture, Bar), 1);
+}
+
 TEST_F(WaveDrawTest, AtOnePixelASampleThereAreNoDots) {
     View(1, W - 1);
     ASSERT_EQ((W - 1.0) / ViewTotal, 1.0);

@@ -53,10 +53,11 @@ TEST_F(ChkDskSpcTest, ComesUpWithTheNumbersAndNoWayOn) {
         EXPECT_EQ(Part<QLabel>(Window, "DskSpcAvalLbl")->text(), "14.50 mb");
         EXPECT_EQ(Message(Window),
                   "Disk free space available is not sufficient for this operation.");
-        EXPECT_EQ(Part<QPushButton>(Window, "TryAgainBtn")->text(), "Can not continue");
+        EXPECT_EQ(Part<QPushButton>(Window, "TryAgainBtn")->text().remove('&'), "Can not continue");
         EXPECT_FALSE(Part<QPushButton>(Window, "TryAgainBtn")->isEnabled());
-        EXPECT_EQ(Part<QPushButton>(Window, "ClearUndoDataBtn")->text(), "Clear undo backup data");
-        EXPECT_EQ(Part<QPushButton>(Window, "CancelBtn")->text(), "Cancel");
+        EXPECT_EQ(Part<QPushButton>(Window, "ClearUndoDataBtn")->text().remove('&'),
+                  "Clear undo backup data");
+        EXPECT_EQ(Part<QPushButton>(Window, "CancelBtn")->text().remove('&'), "Cancel");
         EXPECT_TRUE(Part<QPushButton>(Window, "CancelBtn")->isDefault());
         EXPECT_EQ(Part<QTimer>(Window, "ChkTimer1")->interval(), 800);
         EXPECT_TRUE(Part<QTimer>(Window, "ChkTimer1")->isActive());
@@ -101,7 +102,7 @@ TEST_F(ChkDskSpcTest, ItsWordsAreComplete) {
     const ChkDskSpcFrm Window;
     QStringList Words;
     for (const QLabel* Label : Window.findChildren<QLabel*>())
-        Words << Label->text();
+        Words << Label->text().remove('&');
     for (const char* Expected :
          {"Total Needed:", "Required for transfering memory and original files:",
           "Additional requirement for this operation:", "Actual available:",
@@ -119,18 +120,19 @@ TEST_F(ChkDskSpcTest, FollowsTheDiskThroughTheThreeStates) {
         auto* Timer = Part<QTimer>(Window, "ChkTimer1");
         Timer->setInterval(1);
         Free = 14 * Megabyte;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return Button->text() == "Try again"; }));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Button->text().remove('&') == "Try again"; }));
         EXPECT_TRUE(Button->isEnabled());
         EXPECT_EQ(Message(Window), "Free space is not enough, trying now is risky.");
         EXPECT_EQ(MessageColor(Window), QColor(255, 0, 0));
         EXPECT_EQ(Part<QLabel>(Window, "DskSpcAvalLbl")->text(), "14.00 mb");
         Free = 4 * Megabyte;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return Button->text() == "Can not continue"; }));
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return Button->text().remove('&') == "Can not continue"; }));
         EXPECT_FALSE(Button->isEnabled());
         EXPECT_EQ(MessageColor(Window), QColor(0, 0, 0));
         EXPECT_FALSE(MessageIsOnDark(Window));
         Free = 14 * Megabyte + 1;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return Button->text() == "Ok, Continue"; }));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Button->text().remove('&') == "Ok, Continue"; }));
         EXPECT_EQ(Message(Window), "Free space is enough, try again now.");
         EXPECT_EQ(MessageColor(Window), QColor(0, 255, 0));
         EXPECT_TRUE(MessageIsOnDark(Window)) << "bright green can not be read on a light ground";
@@ -170,7 +172,7 @@ TEST_F(ChkDskSpcTest, TheButtonsStandStillWhileTheStatesChange) {
               std::pair(std::int64_t{0}, "Can not continue")}) {
             Free = Bytes;
             const QString Text = QLatin1String(Caption);
-            EXPECT_TRUE(QTest::qWaitFor([&] { return Button->text() == Text; }));
+            EXPECT_TRUE(QTest::qWaitFor([&] { return Button->text().remove('&') == Text; }));
             QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
             EXPECT_EQ(Clear->geometry(), Before) << Caption;
             EXPECT_GE(Button->width(), Button->sizeHint().width()) << Caption;

@@ -143,11 +143,12 @@ class UndoClearDialogTest : public ::testing::Test {
 TEST_F(UndoClearDialogTest, ShowsItsWordsAndTheStepsInOrder) {
     const WithDialog Act([](QWidget* Window) {
         EXPECT_EQ(Window->windowTitle(), "Clear Undo Data");
-        EXPECT_EQ(Window->findChild<QLabel*>()->text(), "Undo backup data items:");
-        EXPECT_EQ(Part<QPushButton>(Window, "ClearBtn_1")->text(), "Clear first one");
-        EXPECT_EQ(Part<QPushButton>(Window, "ClearBtn_2")->text(), "Clear up to selected item");
-        EXPECT_EQ(Part<QPushButton>(Window, "ClearBtn_3")->text(), "Clear all");
-        EXPECT_EQ(Part<QPushButton>(Window, "CloseBtn")->text(), "Close");
+        EXPECT_EQ(Window->findChild<QLabel*>()->text().remove('&'), "Undo backup data items:");
+        EXPECT_EQ(Part<QPushButton>(Window, "ClearBtn_1")->text().remove('&'), "Clear first one");
+        EXPECT_EQ(Part<QPushButton>(Window, "ClearBtn_2")->text().remove('&'),
+                  "Clear up to selected item");
+        EXPECT_EQ(Part<QPushButton>(Window, "ClearBtn_3")->text().remove('&'), "Clear all");
+        EXPECT_EQ(Part<QPushButton>(Window, "CloseBtn")->text().remove('&'), "Close");
         auto* List = Part<QListWidget>(Window, "AvailList");
         ASSERT_EQ(List->count(), 2);
         EXPECT_EQ(List->item(0)->text(), "Cut");

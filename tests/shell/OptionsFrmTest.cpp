@@ -47,22 +47,22 @@ TEST_F(OptionsWindow, HasItsFramesAndTheirWords) {
     EXPECT_EQ(Find<QTabWidget>("TabStrip1")->count(), 5);
     for (int Index = 0; Index < 5; ++Index)
         EXPECT_NE(Window.findChild<QWidget*>(QStringLiteral("TabFrame_%1").arg(Index)), nullptr);
-    EXPECT_EQ(Find<QAbstractButton>("ColorBtn")->text(), "Click here to change");
-    EXPECT_EQ(Find<QAbstractButton>("ColorPresetBtn_0")->text(), "Current");
-    EXPECT_EQ(Find<QAbstractButton>("ColorPresetBtn_1")->text(), "Default");
-    EXPECT_EQ(Find<QAbstractButton>("ColorPresetBtn_2")->text(), "Default all");
-    EXPECT_EQ(Find<QAbstractButton>("Guide_Option_0")->text(),
+    EXPECT_EQ(Find<QAbstractButton>("ColorBtn")->text().remove('&'), "Click here to change");
+    EXPECT_EQ(Find<QAbstractButton>("ColorPresetBtn_0")->text().remove('&'), "Current");
+    EXPECT_EQ(Find<QAbstractButton>("ColorPresetBtn_1")->text().remove('&'), "Default");
+    EXPECT_EQ(Find<QAbstractButton>("ColorPresetBtn_2")->text().remove('&'), "Default all");
+    EXPECT_EQ(Find<QAbstractButton>("Guide_Option_0")->text().remove('&'),
               "I am normal (Show me only that i don't know)");
-    EXPECT_EQ(Find<QAbstractButton>("Guide_Option_1")->text(),
+    EXPECT_EQ(Find<QAbstractButton>("Guide_Option_1")->text().remove('&'),
               "I am experienced / dont like that (Don't show me any guide)");
-    EXPECT_EQ(Find<QAbstractButton>("Guide_Option_2")->text(),
+    EXPECT_EQ(Find<QAbstractButton>("Guide_Option_2")->text().remove('&'),
               "I am new user / learning (Show me all guides once again)");
-    EXPECT_EQ(Find<QAbstractButton>("SoundDriverBtn_0")->text(), "Check DirectX7");
-    EXPECT_EQ(Find<QAbstractButton>("SoundDriverBtn_1")->text(), "Put Off");
-    EXPECT_EQ(Find<QAbstractButton>("SoundDriverBtn_2")->text(), "Put On");
+    EXPECT_EQ(Find<QAbstractButton>("SoundDriverBtn_0")->text().remove('&'), "Check DirectX7");
+    EXPECT_EQ(Find<QAbstractButton>("SoundDriverBtn_1")->text().remove('&'), "Put Off");
+    EXPECT_EQ(Find<QAbstractButton>("SoundDriverBtn_2")->text().remove('&'), "Put On");
     QStringList Words;
     for (const QLabel* Label : Window.findChildren<QLabel*>())
-        Words << Label->text();
+        Words << Label->text().remove('&');
     for (const char* Note :
          {"Tempo will work if DirectX is used.", "Path for temporary files:",
           "If you have multiple hard disks, choose a path in a fastest hard disk that has largest "
@@ -159,6 +159,26 @@ TEST_F(OptionsWindow, TheTempoFieldsTakeOnlyNumbersInTheirRange) {
             EXPECT_LE(Field->value(), 200) << Typed;
         }
     }
+}
+
+TEST_F(OptionsWindow, ATempoBeyondItsRangeBecomesTheNearerEnd) {
+    const std::pair<const char*, double> Rows[] = {{"99999", 200},  {"201", 200}, {"1000.5", 200},
+                                                   {"3", 10},       {"0", 10},    {"99", 99},
+                                                   {"150.5", 150.5}};
+    auto* Field = Find<QDoubleSpinBox>("TempoTxt_1");
+    for (const auto& [Typed, Value] : Rows) {
+        Field->selectAll();
+        QTest::keyClicks(Field, QString::fromUtf8(Typed));
+        EXPECT_EQ(Field->cleanText(), Typed);
+        Field->interpretText(); // as when the field is left
+        EXPECT_EQ(Field->value(), Value) << Typed;
+        EXPECT_EQ(Field->text().toDouble(), Value) << Typed;
+    }
+    // And when OK is pressed by its key.
+    Field->selectAll();
+    QTest::keyClicks(Field, "99999");
+    Window.accept();
+    EXPECT_EQ(TempoFor, 2.0F);
 }
 
 TEST_F(OptionsWindow, DefaultSetsTheChosenEntryAlone) {

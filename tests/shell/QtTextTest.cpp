@@ -23,5 +23,20 @@ TEST(QtText, TypedTextComesBackAsUtf8) {
     EXPECT_EQ(CoreText(QStringLiteral("gr\u00FC\u00DF")), "gr\xC3\xBC\xC3\x9F");
 }
 
+TEST(QtText, OnlyLongWordsMayBeBroken) {
+    const QString Words = QStringLiteral("a path of ordinary words, /music/one.wav\nand no more");
+    EXPECT_EQ(Breakable(Words), Words);
+    const QString Long(100, QLatin1Char('w'));
+    const QString Shown = Breakable(Words + QLatin1Char(' ') + Long);
+    EXPECT_EQ(Shown.count(QChar(0x200B)), 2);
+    EXPECT_EQ(QString(Shown).remove(QChar(0x200B)), Words + QLatin1Char(' ') + Long);
+}
+
+TEST(QtText, AnAccessKeyIsTheFirstPlaceOfItsLetter) {
+    EXPECT_EQ(WithAccessKey("Try again", 't'), "&Try again");
+    EXPECT_EQ(WithAccessKey("Can not continue", 't'), "Can no&t continue");
+    EXPECT_EQ(WithAccessKey("Ok", 'z'), "Ok");
+}
+
 } // namespace
 } // namespace quoril

@@ -141,8 +141,8 @@ TEST_F(WEditor, FillsTheRecentFiles) {
     RecentFilesAdd("/m/a.wav");
     RecentFilesAdd("/m/b & c.wav");
     Start();
-    EXPECT_EQ(Window().Entry("FileLastFilesMnu_1")->text(), "/m/b && c.wav");
-    EXPECT_EQ(Window().Entry("FileLastFilesMnu_2")->text(), "/m/a.wav");
+    EXPECT_EQ(Window().Entry("FileLastFilesMnu_1")->text(), "&1 /m/b && c.wav");
+    EXPECT_EQ(Window().Entry("FileLastFilesMnu_2")->text(), "&2 /m/a.wav");
     EXPECT_FALSE(Window().Entry("FileLastFilesMnu_0")->isVisible());
 }
 
