@@ -47,6 +47,10 @@ FileIdentity IdentityOfFile(const std::string& FileName) {
     return IdentityFrom(Status);
 }
 
+void FailChangedFile(const std::string& FileName) {
+    throw Failure("This file has been changed by another program\n" + FileName);
+}
+
 FileForReading::FileForReading(const std::string& Name) : FileName(Name) {
     Handle = OpenRetrying(Name, O_RDONLY);
     if (Handle < 0)

@@ -23,6 +23,9 @@ struct FileIdentity {
 /// The identity of a file by name. Throws SystemFailure when it cannot be had.
 [[nodiscard]] FileIdentity IdentityOfFile(const std::string& FileName);
 
+/// Throws Failure: the file is no longer the one that was seen before.
+[[noreturn]] void FailChangedFile(const std::string& FileName);
+
 /// A file open for binary reading. Others are asked not to write while it is open (an advisory
 /// read lock; where a file system has no locks the file is open without one).
 class FileForReading {

@@ -68,9 +68,13 @@ PlayerComponent& DsPlayClass::Component() const {
 void DsPlayClass::ReleasePlayingFiles(bool OnlyOriginal) {
     if (OnlyOriginal && !SnapshotReadsOriginalFile())
         return;
-    if (Dll != nullptr && Dll->IsAlive())
-        Dll->ReleaseFiles();
-    CurrentPlayWindow().DisablePause();
+    try {
+        if (Dll != nullptr && Dll->IsAlive())
+            Dll->ReleaseFiles();
+        PlayButtonsRefresh();
+    } catch (const PlayerGone&) {
+        PlayerLost(); // one that has ended reads no file
+    }
 }
 
 void DsPlayClass::Dll_MsgBoxOb(const std::string& Prompt, const std::string& Title) {

@@ -2,6 +2,7 @@
 
 #include "base/Arithmetic.h"
 #include "base/BusyPointer.h"
+#include "base/CommandFailure.h"
 #include "base/MsgBoxMod.h"
 #include "base/PlayState.h"
 #include "base/ViewState.h"
@@ -51,7 +52,7 @@ class NoWindow final : public PlayWindow {
     [[nodiscard]] bool PlayEnabled() const override { return true; }
     void EnablePlayButtons() override {}
     void SetPause(bool, const std::string&) override {}
-    void DisablePause() override {}
+    void DisableStop() override {}
     void SetLoopPressed(bool) override {}
     void SetPlayPosTimer(bool) override {}
     void MovePlayPosShp(std::int32_t, std::int32_t) override {}
@@ -139,10 +140,22 @@ std::vector<std::int32_t> SerialList(const BlockCarrBuffClass* Buff) {
     return Longs;
 }
 
+/// The original files of the snapshot, looked at once more: the first look may be long ago.
+std::vector<EnteredFile> OriginalFiles() {
+    BlockSet Blocks;
+    for (const BlockCarrBuffClass* const Buff : {PlayBuffL.get(), PlayBuffR.get()})
+        if (Buff != nullptr)
+            Blocks.insert(Blocks.end(), Buff->Blocks().Numbers().begin(),
+                          Buff->Blocks().Numbers().end());
+    return OrgFilesEntered(Blocks);
+}
+
 void HandOver() {
     const std::vector<std::int32_t> Left = SerialList(PlayBuffL.get());
     const std::vector<std::int32_t> Right =
         SerialList(PlayChannels == 2 ? PlayBuffR.get() : nullptr);
+    if (const std::vector<EnteredFile> Files = OriginalFiles(); !Files.empty())
+        Player().FilesEntered(Files);
     Player().Load(PlayBits, PlayChannels, PlayFreq, PlayLength, Left, Right);
     if (!Window->PlayEnabled())
         Window->EnablePlayButtons();
@@ -207,13 +220,6 @@ void PauseOrContinue() {
     }
 }
 
-void RefreshButtons() {
-    const std::int32_t Status = Player().PlayStatus();
-    if (Status != StatusStopped)
-        Window->SetPlayPosTimer(true);
-    Window->SetPause(Status != StatusStopped, Status == StatusPaused ? "Continue" : "Pause");
-}
-
 void Run(std::int32_t Code, std::int32_t Arg) {
     Player().TempoForward(TempoFor);
     Player().TempoReverse(TempoRev);
@@ -246,7 +252,28 @@ void Run(std::int32_t Code, std::int32_t Arg) {
     default:
         break;
     }
-    RefreshButtons();
+    PlayButtonsRefresh();
+}
+
+bool StartsToPlay(std::int32_t Code) {
+    return Code == PlayNew || Code == PlayPrepared || Code >= PlayNewRev;
+}
+
+void CursorsGone() {
+    Window->SetPlayPosTimer(false);
+    Window->MovePlayPosShp(OutOfSight, OutOfSight);
+    Window->SetPlayPosLbl({});
+}
+
+/// Runs what asks the component; when that is gone the window shows it, and the failure goes on.
+template <class BodyType>
+auto AskPlayer(const BodyType& Body) {
+    try {
+        return Body();
+    } catch (const PlayerGone&) {
+        PlayerLost();
+        throw;
+    }
 }
 
 } // namespace
@@ -267,33 +294,50 @@ void PlayCommand(std::int32_t Code, std::int32_t Arg) {
         return;
     }
     try {
-        Run(Code, Arg);
-    } catch (const std::exception&) {
-        // The pointer is back to normal; there is nothing more to a command that failed.
-        return;
+        AskPlayer([=] { Run(Code, Arg); });
+    } catch (const std::exception& What) {
+        // What played before has lost its snapshot.
+        if (StartsToPlay(Code) && DsPlayer->Dll != nullptr)
+            PlayCommand(PlayCodeStop, 0);
+        ShowFailure(What, "Play failed");
     }
+}
+
+void PlayButtonsRefresh() {
+    const std::int32_t Status = DsPlayer->Dll == nullptr ? StatusStopped : Player().PlayStatus();
+    if (Status != StatusStopped)
+        Window->SetPlayPosTimer(true);
+    Window->SetPause(Status != StatusStopped, Status == StatusPaused ? "Continue" : "Pause");
+}
+
+void PlayerLost() {
+    DsPlayer->Dll.reset();
+    CursorsGone();
+    Window->SetPlayStatusLbl({});
+    Window->DisableStop();
+    PlayButtonsRefresh();
 }
 
 bool PlayIsOn() {
     if (SoundDriverState == 0 || DsPlayer == nullptr || DsPlayer->Dll == nullptr ||
         !DsPlayer->Dll->IsAlive())
         return false;
-    return DsPlayer->Dll->PlayStatus() != StatusStopped;
+    return AskPlayer([] { return Player().PlayStatus() != StatusStopped; });
 }
 
 std::int32_t PlayPositionNow() {
-    return AddLong(PlayBaseSample, Player().PlayPosition());
+    return AddLong(PlayBaseSample, AskPlayer([] { return Player().PlayPosition(); }));
 }
 
 void PlayPosTimerFired() {
     try {
-        if (Player().PlayStatus() == StatusStopped)
-            Window->SetPlayPosTimer(false);
-        PlayCursorPositioning();
+        AskPlayer([] {
+            if (Player().PlayStatus() == StatusStopped)
+                Window->SetPlayPosTimer(false);
+            PlayCursorPositioning();
+        });
     } catch (const std::exception&) {
-        Window->SetPlayPosTimer(false);
-        Window->MovePlayPosShp(OutOfSight, OutOfSight);
-        Window->SetPlayPosLbl({});
+        CursorsGone();
         throw;
     }
 }

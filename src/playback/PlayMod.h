@@ -35,13 +35,19 @@ extern std::int32_t PlayWorkChn;   ///< 0 both, 1 left, 2 right: which play curs
 extern std::unique_ptr<BlockCarrBuffClass> PlayBuffL; ///< the snapshot's blocks
 extern std::unique_ptr<BlockCarrBuffClass> PlayBuffR; ///< empty when one channel plays
 
-/// A play control was used. A component that does not answer, or a snapshot that cannot be made,
-/// ends the command without a word.
+/// A play control was used. What goes wrong is told. A component that has ended is made anew; one
+/// that ends in the midst, or does not answer, is given up as PlayerLost has it. A snapshot that
+/// cannot be made stops what played before.
 void PlayCommand(std::int32_t Code, std::int32_t Arg);
+/// Brings "Pause" and `PlayPosTimer` in line with what plays. Throws PlayerGone.
+void PlayButtonsRefresh();
+/// There is no component any more: one that is still held is given up, and the window shows that
+/// nothing plays. The next command that plays makes another.
+void PlayerLost();
 
 /// Whether something plays or is paused; false without a driver and when the component is gone.
 [[nodiscard]] bool PlayIsOn();
-/// The document position that is heard now. Throws Failure when the component does not answer.
+/// The document position that is heard now. Throws Failure without a component that answers.
 [[nodiscard]] std::int32_t PlayPositionNow();
 
 /// `PlayPosTimer` has fired: turns itself off when playing has ended. Throws Failure when the

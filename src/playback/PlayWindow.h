@@ -22,12 +22,13 @@ class PlayWindow {
     virtual void RefreshPlayScale() = 0;
     virtual void RefreshScrollScale() = 0;
 
-    /// The button "Play" of `PlayToolbar`.
+    /// Whether "Play", "PlayRev", "Stop" and "UTurn" of `PlayToolbar` are enabled.
     [[nodiscard]] virtual bool PlayEnabled() const = 0;
     /// Enables "Play", "PlayRev", "Stop" and "UTurn".
     virtual void EnablePlayButtons() = 0;
     virtual void SetPause(bool Enabled, const std::string& ToolTip) = 0;
-    virtual void DisablePause() = 0;
+    /// "Stop" and "UTurn": there is no player that they could reach.
+    virtual void DisableStop() = 0;
     virtual void SetLoopPressed(bool Pressed) = 0;
 
     /// `PlayPosTimer`, 40 ms.

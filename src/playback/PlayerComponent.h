@@ -1,6 +1,9 @@
 // The player component as the program sees it, wherever it runs.
 #pragma once
 
+#include "base/Failure.h"
+#include "storage/PortableBlock.h"
+
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -9,7 +12,14 @@
 
 namespace quoril {
 
-/// The operations in the order of the component's table. Every one throws Failure when the
+/// The component has ended, or does not answer: nothing plays any more. The text is what the user
+/// reads.
+class PlayerGone final : public Failure {
+  public:
+    using Failure::Failure;
+};
+
+/// The operations in the order of the component's table. Every one throws PlayerGone when the
 /// component does not answer. Offsets and positions count samples from the start of the snapshot,
 /// from 0.
 class PlayerComponent {
@@ -41,6 +51,9 @@ class PlayerComponent {
     virtual void ReleaseFiles() = 0;
     virtual void PlayForwardFrom(std::int32_t Offset) = 0;
     virtual void PlayReverseFrom(std::int32_t Offset) = 0;
+    /// The original files of the snapshot that is loaded next. The component plays them only as
+    /// they were when they were entered; what has been changed since is silent, and told.
+    virtual void FilesEntered(const std::vector<EnteredFile>& Files) = 0;
 
     /// Whether the component is still there. It can end by itself.
     [[nodiscard]] virtual bool IsAlive() const = 0;

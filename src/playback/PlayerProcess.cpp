@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusMetaType>
 #include <QDBusPendingReply>
 
 #include <atomic>
@@ -90,16 +91,30 @@ class PlayerProcess final : public PlayerComponent {
     void ReleaseFiles() override { Checked(Player->ReleaseFiles()); }
     void PlayForwardFrom(std::int32_t Offset) override { Checked(Player->PlayForwardFrom(Offset)); }
     void PlayReverseFrom(std::int32_t Offset) override { Checked(Player->PlayReverseFrom(Offset)); }
+    void FilesEntered(const std::vector<EnteredFile>& Files) override {
+        QByteArrayList Names;
+        QList<qlonglong> Identities;
+        for (const EnteredFile& Each : Files) {
+            Names.append(QByteArray::fromStdString(Each.Name));
+            Identities.append({static_cast<qlonglong>(Each.Identity.Device),
+                               static_cast<qlonglong>(Each.Identity.Inode), Each.Identity.Bytes,
+                               Each.Identity.ChangedNs});
+        }
+        Checked(Player->FilesEntered(Names, Identities));
+    }
     [[nodiscard]] bool IsAlive() const override { return Process->IsRunning(); }
     [[nodiscard]] int Id() const { return static_cast<int>(Process->Id()); }
 
   private:
     template <class Reply>
-    static Reply Checked(Reply Answer) {
+    Reply Checked(Reply Answer) {
         Answer.waitForFinished();
-        if (Answer.isError())
-            throw Failure(Answer.error().message().toStdString());
-        return Answer;
+        if (!Answer.isError())
+            return Answer;
+        // The connection ends a moment before the process does.
+        const bool Ended = !IsAlive() || !Player->connection().isConnected();
+        throw PlayerGone(Ended ? "The player has ended.\nThe next Play starts it anew."
+                               : "The player does not answer.\nThe next Play starts it anew.");
     }
 
     std::unique_ptr<CompanionProcess> Process;
@@ -108,6 +123,7 @@ class PlayerProcess final : public PlayerComponent {
 };
 
 PlayerProcess::PlayerProcess(const std::string& Program, const std::string& Folder) {
+    qDBusRegisterMetaType<QByteArrayList>(); // as the names of files go
     static std::atomic<int> Number{0};
     const std::string Name = "player" + std::to_string(++Number) + ".socket";
     ConnectionName = QStringLiteral("quoril-player-%1").arg(Number.load());

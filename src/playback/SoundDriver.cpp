@@ -3,6 +3,7 @@
 #include "base/MsgBoxMod.h"
 #include "base/PlayState.h"
 #include "playback/DsPlayClass.h"
+#include "playback/PlayMod.h"
 #include "playback/PlayWindow.h"
 
 #include <exception>
@@ -57,6 +58,7 @@ void SoundDriverRevive() {
     if (SoundDriverState == 0 || DsPlayer == nullptr ||
         (DsPlayer->Dll != nullptr && DsPlayer->Dll->IsAlive()))
         return;
+    PlayerLost();
     SoundDriverState = 0;
     try {
         if (DsPlayer->MakeAnew())

@@ -84,8 +84,7 @@ void ChannelBlocks::ReadBlock(const Block& From, std::int64_t First, std::size_t
     const std::size_t Needed = (Count - 1) * Step + static_cast<std::size_t>(From.Bits) / 8;
     // The rows that decode by steps look at whole ones.
     Bytes.resize(Count * Step);
-    Files->Open(From.FileNo)
-        .Read(From.Offset + (First - From.Start) * From.Step, Bytes.data(), Needed);
+    Files->Read(From.FileNo, From.Offset + (First - From.Start) * From.Step, Bytes.data(), Needed);
 }
 
 void ChannelBlocks::WillNeed(std::int64_t First, std::size_t Count) {

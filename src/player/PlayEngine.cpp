@@ -131,13 +131,15 @@ void PlayEngine::SwitchOff() {
 
 void PlayEngine::Load(std::int32_t Bits, std::int32_t Channels, std::int32_t Freq,
                       std::int32_t Length, std::span<const std::int32_t> LeftList,
-                      std::span<const std::int32_t> RightList) {
+                      std::span<const std::int32_t> RightList,
+                      std::span<const EnteredFile> Entered) {
     HaltOutput();
     const SourceLock Lock(*this);
     Source.reset();
     Released = false;
     FailureTold = false;
-    Source = std::make_unique<PlaySource>(Bits, Channels, Freq, Length, LeftList, RightList);
+    Source =
+        std::make_unique<PlaySource>(Bits, Channels, Freq, Length, LeftList, RightList, Entered);
 }
 
 void PlayEngine::HaltOutput() {

@@ -39,10 +39,11 @@ class PlayEngine {
     std::int32_t SwitchOn();
     void SwitchOff();
 
-    /// Another snapshot in place of the present one; what plays stops. Throws Failure on one that
-    /// cannot be played; there is none then.
+    /// Another snapshot in place of the present one, as PlaySource has it; what plays stops. Throws
+    /// Failure on one that cannot be played; there is none then.
     void Load(std::int32_t Bits, std::int32_t Channels, std::int32_t Freq, std::int32_t Length,
-              std::span<const std::int32_t> LeftList, std::span<const std::int32_t> RightList);
+              std::span<const std::int32_t> LeftList, std::span<const std::int32_t> RightList,
+              std::span<const EnteredFile> Entered = {});
     /// Plays the snapshot from an offset on, which is brought into it; direction 1 or -1. Nothing
     /// happens without a snapshot or without a driver. Throws Failure when no sound can go out.
     void Play(std::int32_t Offset, std::int32_t Direction);

@@ -15,8 +15,23 @@ constexpr std::size_t MostOpenFiles = 16;
 std::size_t PlayFiles::Add(const std::string& Name) {
     const auto [Where, IsNew] = Numbers.try_emplace(Name, Files.size());
     if (IsNew)
-        Files.push_back({Name, {}, {}, false});
+        Files.push_back({Name, {}, {}, false, false});
     return Where->second;
+}
+
+void PlayFiles::Expect(const std::string& Name, const FileIdentity& Entered) {
+    Entry& File = Files[Add(Name)];
+    File.Identity = Entered;
+    File.Entered = true;
+}
+
+void PlayFiles::Check(const Entry& File, const FileIdentity& Now) {
+    // A work file may grow while others read it; what it is stays the same.
+    const bool Same = !File.Identity || (File.Entered ? *File.Identity == Now
+                                                      : File.Identity->Device == Now.Device &&
+                                                            File.Identity->Inode == Now.Inode);
+    if (!Same)
+        FailChangedFile(File.Name);
 }
 
 const FileForReading& PlayFiles::Open(std::size_t No) {
@@ -32,10 +47,7 @@ const FileForReading& PlayFiles::Open(std::size_t No) {
     }
     FileForReading Fresh(File.Name);
     const FileIdentity Identity = Fresh.Identity();
-    // A work file may grow while others read it; what it is stays the same.
-    if (File.Identity &&
-        (File.Identity->Device != Identity.Device || File.Identity->Inode != Identity.Inode))
-        throw Failure("This file has been changed by another program\n" + File.Name);
+    Check(File, Identity);
     if (OpenNow.size() == MostOpenFiles) {
         Files[OpenNow.front()].Handle.Close();
         OpenNow.erase(OpenNow.begin());
@@ -45,6 +57,14 @@ const FileForReading& PlayFiles::Open(std::size_t No) {
     File.Handle = std::move(Fresh);
     OpenNow.push_back(No);
     return File.Handle;
+}
+
+void PlayFiles::Read(std::size_t No, std::int64_t Offset, void* Target, std::size_t Bytes) {
+    const FileForReading& Handle = Open(No);
+    Handle.Read(Offset, Target, Bytes);
+    // What was written over the file in its place, at any time up to now, is not the sound.
+    if (Files[No].Entered)
+        Check(Files[No], Handle.Identity());
 }
 
 void PlayFiles::Hold(std::size_t No) noexcept {

@@ -16,11 +16,14 @@ constexpr std::int32_t HighestFreq = 200000;
 
 PlaySource::PlaySource(std::int32_t Bits, std::int32_t Channels, std::int32_t Freq,
                        std::int32_t Length, std::span<const std::int32_t> LeftList,
-                       std::span<const std::int32_t> RightList)
+                       std::span<const std::int32_t> RightList,
+                       std::span<const EnteredFile> Entered)
     : Depth(Bits), ChannelCount(Channels), Rate(Freq), Frames(Length) {
     if ((Bits != 8 && Bits != 16) || (Channels != 1 && Channels != 2) || Freq < 1 ||
         Freq > HighestFreq || Length < 0)
         throw Failure("The player can not play sound of this format");
+    for (const EnteredFile& Each : Entered)
+        Files.Expect(Each.Name, Each.Identity);
     Lists.emplace_back(LeftList, Files);
     if (Channels == 2)
         Lists.emplace_back(RightList, Files);

@@ -15,9 +15,11 @@ namespace quoril {
 class PlaySource {
   public:
     /// What Player.Load is given. Throws Failure on numbers that make no snapshot. `Bits` 8 or 16,
-    /// `Channels` 1 or 2, `Freq` in Hz, `Length` in samples of one channel.
+    /// `Channels` 1 or 2, `Freq` in Hz, `Length` in samples of one channel. Files in `Entered` are
+    /// read only as they were then; others as they are when they are first read.
     PlaySource(std::int32_t Bits, std::int32_t Channels, std::int32_t Freq, std::int32_t Length,
-               std::span<const std::int32_t> LeftList, std::span<const std::int32_t> RightList);
+               std::span<const std::int32_t> LeftList, std::span<const std::int32_t> RightList,
+               std::span<const EnteredFile> Entered = {});
 
     [[nodiscard]] std::int32_t Channels() const noexcept { return ChannelCount; }
     [[nodiscard]] std::int32_t Freq() const noexcept { return Rate; }

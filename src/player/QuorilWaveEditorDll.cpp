@@ -120,7 +120,10 @@ void QuorilWaveEditorDll::PauseStart() {
 
 void QuorilWaveEditorDll::Load(int Bits, int Channels, int Freq, int Length,
                                const QList<int>& LeftList, const QList<int>& RightList) {
-    Guarded([&] { Engine.Load(Bits, Channels, Freq, Length, Words(LeftList), Words(RightList)); });
+    const std::vector<EnteredFile> Files = std::exchange(Entered, {});
+    Guarded([&] {
+        Engine.Load(Bits, Channels, Freq, Length, Words(LeftList), Words(RightList), Files);
+    });
 }
 
 void QuorilWaveEditorDll::MemoryBytes(int Bytes) {
@@ -153,6 +156,18 @@ void QuorilWaveEditorDll::PlayForwardFrom(int Offset) {
 
 void QuorilWaveEditorDll::PlayReverseFrom(int Offset) {
     Guarded([&] { Engine.Play(Offset, -1); });
+}
+
+void QuorilWaveEditorDll::FilesEntered(const QByteArrayList& Names,
+                                       const QList<qlonglong>& Identities) {
+    constexpr qsizetype NumbersOfEach = 4;
+    Entered.clear();
+    for (qsizetype i = 0; i < Names.size() && (i + 1) * NumbersOfEach <= Identities.size(); ++i) {
+        const qlonglong* const Numbers = Identities.constData() + i * NumbersOfEach;
+        Entered.push_back({Names[i].toStdString(),
+                           {static_cast<std::uint64_t>(Numbers[0]),
+                            static_cast<std::uint64_t>(Numbers[1]), Numbers[2], Numbers[3]}});
+    }
 }
 
 } // namespace quoril

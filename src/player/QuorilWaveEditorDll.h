@@ -3,12 +3,13 @@
 
 #include "player/PlayEngine.h"
 
-#include <QByteArray>
+#include <QByteArrayList>
 #include <QList>
 #include <QObject>
 
 #include <functional>
 #include <string>
+#include <vector>
 
 class QSocketNotifier;
 
@@ -47,6 +48,7 @@ class QuorilWaveEditorDll final : public QObject {
     void ReleaseFiles();
     void PlayForwardFrom(int Offset);
     void PlayReverseFrom(int Offset);
+    void FilesEntered(const QByteArrayList& Names, const QList<qlonglong>& Identities);
 
   signals:
     void MsgBoxOb(const QByteArray& Prompt, const QByteArray& Title);
@@ -58,6 +60,7 @@ class QuorilWaveEditorDll final : public QObject {
 
     int NoticeHandle; ///< wakes this thread; written by the player's other threads
     PlayEngine Engine;
+    std::vector<EnteredFile> Entered; ///< of the snapshot that is loaded next
     std::string WorkFolder;
     std::string StatusTold;
 };

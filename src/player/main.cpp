@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusMetaType>
 #include <QDBusServer>
 #include <QSocketNotifier>
 
@@ -61,6 +62,7 @@ int PlayerRun(int ArgumentCount, char** Arguments) {
     const QCoreApplication Application(ArgumentCount, Arguments);
     std::setlocale(LC_NUMERIC, "C");
 
+    qDBusRegisterMetaType<QByteArrayList>(); // as the names of files come
     QuorilWaveEditorDll Component(MakeOutput);
     new PlayerAdaptor(&Component);
     QDBusServer Server(QString::fromLocal8Bit(Arguments[1]));

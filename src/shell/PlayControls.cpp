@@ -24,6 +24,7 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include <algorithm>
 #include <array>
 
 namespace quoril {
@@ -46,6 +47,9 @@ constexpr std::array<PlayButton, 7> PlayButtons = {{{"PlayNew", PlayNew, true},
                                                     {"Pause", PlayCodePause, false},
                                                     {"Stop", PlayCodeStop, false},
                                                     {"UTurn", PlayCodeUTurn, false}}};
+
+/// What can be used once something has played.
+constexpr std::array<const char*, 4> NeedPlayer = {{"Play", "PlayRev", "Stop", "UTurn"}};
 
 void TipNowAndThen() {
     if (GuideChance(TipChance))
@@ -154,7 +158,9 @@ std::int32_t PlayControls::Handle() const {
 }
 
 bool PlayControls::PlayEnabled() const {
-    return Window.ToolButton("PlayToolbar", "Play")->isEnabled();
+    return std::ranges::all_of(NeedPlayer, [this](const char* Key) {
+        return Window.ToolButton("PlayToolbar", Key)->isEnabled();
+    });
 }
 
 // ---- What they show
@@ -168,7 +174,7 @@ void PlayControls::RefreshScrollScale() {
 }
 
 void PlayControls::EnablePlayButtons() {
-    for (const char* Key : {"Play", "PlayRev", "Stop", "UTurn"})
+    for (const char* Key : NeedPlayer)
         Window.SetEntryEnabled(std::string("PlayToolbar_") + Key, true);
 }
 
@@ -179,8 +185,9 @@ void PlayControls::SetPause(bool Enabled, const std::string& ToolTip) {
     Window.SetEntryEnabled("PlayToolbar_Pause", Enabled);
 }
 
-void PlayControls::DisablePause() {
-    Window.SetEntryEnabled("PlayToolbar_Pause", false);
+void PlayControls::DisableStop() {
+    for (const char* Key : {"Stop", "UTurn"})
+        Window.SetEntryEnabled(std::string("PlayToolbar_") + Key, false);
 }
 
 void PlayControls::SetLoopPressed(bool Pressed) {

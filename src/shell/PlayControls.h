@@ -29,7 +29,7 @@ class PlayControls final : public QObject, public PlayWindow {
     [[nodiscard]] bool PlayEnabled() const override;
     void EnablePlayButtons() override;
     void SetPause(bool Enabled, const std::string& ToolTip) override;
-    void DisablePause() override;
+    void DisableStop() override;
     void SetLoopPressed(bool Pressed) override;
     void SetPlayPosTimer(bool On) override;
     void MovePlayPosShp(std::int32_t X1, std::int32_t X2) override;

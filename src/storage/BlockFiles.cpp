@@ -60,7 +60,7 @@ void OrgIdentityCheck(std::int32_t OrgNo) {
     if (OrgHandle.Identity() == OrgFileAt(OrgNo).OrgFileIdentity)
         return;
     OrgFileClose(OrgNo);
-    throw Failure("This file has been changed by another program\n" + OrgFileAt(OrgNo).OrgFileName);
+    FailChangedFile(OrgFileAt(OrgNo).OrgFileName);
 }
 
 void OrgCheckAfterRead(std::int32_t OrgNo) {

@@ -13,6 +13,7 @@
 #include "storage/PortableBlock.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace quoril {
@@ -230,6 +231,21 @@ void BlockSetToLongs(const BlockSet& BlkSet, std::vector<std::int32_t>& Longs) {
                                    Entry.Channels, Entry.Bits});
     }
     Longs[0] = ToLong(static_cast<std::int64_t>(Longs.size()) - 1);
+}
+
+std::vector<EnteredFile> OrgFilesEntered(const BlockSet& Blocks) {
+    std::set<std::int32_t> Numbers;
+    for (const std::int32_t BlockNo : Blocks)
+        if (BlockAt(BlockNo).BlockKind == BlockOrgFile)
+            Numbers.insert(BlockAt(BlockNo).FileNo);
+    std::vector<EnteredFile> Files;
+    for (const std::int32_t OrgNo : Numbers) {
+        const OrgFileRec& File = OrgFileAt(OrgNo);
+        if (IdentityOfFile(File.OrgFileName) != File.OrgFileIdentity)
+            FailChangedFile(File.OrgFileName);
+        Files.push_back({File.OrgFileName, File.OrgFileIdentity});
+    }
+    return Files;
 }
 
 void LongsToBlockSet(const std::vector<std::int32_t>& Longs, BlockSet& BlkSet, bool Foreign) {

@@ -4,6 +4,7 @@
 #include "base/Arithmetic.h"
 #include "base/ProgressReport.h"
 #include "storage/BlockTableInner.h"
+#include "storage/PortableBlock.h"
 
 #include <algorithm>
 #include <utility>
@@ -192,6 +193,8 @@ BlockSet FileMemoClass::CollectBlocks(const BlockListClass& List, std::int32_t L
                 Single(Base + static_cast<double>(i + 1) / List.Count() * Scale));
         }
         CoverWithoutGaps(Cut, std::int64_t{std::min(ToPos, Length)} - FromPos + 1);
+        if (ForPlay)
+            (void)OrgFilesEntered(Cut);
     } catch (...) {
         BlockSetFree(Cut);
         throw;

@@ -51,7 +51,8 @@ class FileMemoClass {
     void WaveCollectData(std::int32_t FromPos, std::int32_t ToPos, std::int32_t WorkChn,
                          std::unique_ptr<BlockCarrBuffClass>& FileObL,
                          std::unique_ptr<BlockCarrBuffClass>& FileObR);
-    /// The same with all samples in files or silent, as the player needs them.
+    /// The same with all samples in files or silent, as the player needs them. Throws Failure,
+    /// naming the file, when one is no longer the file that was entered.
     void WaveCollectData_ForPlay(std::int32_t FromPos, std::int32_t ToPos, std::int32_t WorkChn,
                                  std::unique_ptr<BlockCarrBuffClass>& FileObL,
                                  std::unique_ptr<BlockCarrBuffClass>& FileObR);

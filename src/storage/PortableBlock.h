@@ -22,6 +22,15 @@ struct PortableBlock {
     std::int32_t Bits = 0;     ///< of an original file: 8 or 16
 };
 
+/// An original file, as it was when it was entered in the table of original files.
+struct EnteredFile {
+    std::string Name;
+    FileIdentity Identity;
+};
+/// The original files that the blocks of a list lie in, each once. Throws Failure, naming the file,
+/// when a name leads to another file now, or to none: whoever is given the list must not read it.
+[[nodiscard]] std::vector<EnteredFile> OrgFilesEntered(const BlockSet& Blocks);
+
 /// Walks over the words of a block list, and never past their end. Everything throws Failure on
 /// words that make no block list. The words must outlive it.
 class PortableBlockReader {

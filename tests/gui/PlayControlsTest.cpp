@@ -120,6 +120,28 @@ TEST_F(PlayControlsTest, PauseSaysWhatItWillDoAndIsDisabledWhenNothingPlays) {
     EXPECT_TRUE(Button("Play")->isEnabled()) << "the others stay";
 }
 
+TEST_F(PlayControlsTest, WhenThePlayerEndsTheWindowSaysSoAndPlayStartsItAnew) {
+    Click("PlayNew");
+    Player.Now->MsgBoxOb("S2", "Playing");
+    EXPECT_EQ(Window->PlayStatusLbl->text(), QStringLiteral("Playing"));
+    Player.FailingCall = "PlayStatus";
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !Timer()->isActive(); }));
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Play failed|The player does not answer"));
+    EXPECT_EQ(Window->PlayStatusLbl->text(), QString());
+    EXPECT_EQ(PosLbl(), "");
+    for (const char* Key : {"Pause", "Stop", "UTurn"})
+        EXPECT_FALSE(Button(Key)->isEnabled()) << Key;
+    for (const char* Key : {"PlayNew", "PlayNewRev", "Play", "PlayRev"})
+        EXPECT_TRUE(Button(Key)->isEnabled()) << Key;
+    Player.FailingCall.clear();
+    Player.Status = 0;
+    Click("Play");
+    for (const char* Key : {"Pause", "Stop", "UTurn", "Play", "PlayRev"})
+        EXPECT_TRUE(Button(Key)->isEnabled()) << Key;
+    EXPECT_EQ(Player.Calls.back(), "PlayForward");
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+}
+
 TEST_F(PlayControlsTest, LoopIsTheStateOfItsButton) {
     Click("Loop");
     EXPECT_TRUE(LoopOn);

@@ -73,6 +73,37 @@ TEST_F(DsPlayTest, ASnapshotOfTheOpenedFileIsReleased) {
     EXPECT_FALSE(Window.PauseEnabled);
 }
 
+TEST_F(DsPlayTest, AfterAReleasePauseIsThereForWhatPlaysOn) {
+    PutOriginalBlock(PlayBuffL);
+    for (const bool OnlyOriginal : {true, false})
+        for (const std::int32_t Status : {1, 2}) {
+            Player.Status = Status;
+            Window.PauseEnabled = false;
+            ReleasePlayingFiles(OnlyOriginal);
+            EXPECT_THAT(TakeCalls(), ElementsAre("ReleaseFiles"));
+            EXPECT_TRUE(Window.PauseEnabled);
+            EXPECT_EQ(Window.PauseTip, "Pause");
+            EXPECT_TRUE(Window.Timer);
+        }
+}
+
+TEST_F(DsPlayTest, APlayerThatDoesNotAnswerKeepsNoFileFromBeingWritten) {
+    for (const std::string& Failing : {std::string("ReleaseFiles"), std::string("PlayStatus")}) {
+        DsPlayer = std::make_unique<DsPlayClass>(
+            [this] { return std::make_unique<PlayerDouble>(Player); });
+        Player.FailingCall = Failing;
+        Window.PauseEnabled = Window.Timer = true;
+        Window.StatusLbl = "Playing";
+        ReleasePlayingFiles(false);
+        EXPECT_EQ(DsPlayer->Dll, nullptr) << "given up: it may read the file no more";
+        EXPECT_FALSE(Window.PauseEnabled);
+        EXPECT_FALSE(Window.Timer);
+        EXPECT_EQ(Window.StatusLbl, "");
+        Player.FailingCall.clear();
+    }
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+}
+
 TEST_F(DsPlayTest, TheRightBufferCountsOnlyWhileTwoChannelsPlay) {
     PutOriginalBlock(PlayBuffR);
     PlayChannels = 1;

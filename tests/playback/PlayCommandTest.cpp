@@ -1,6 +1,9 @@
 #include "PlaybackDoubles.h"
 #include "settings/STD1.h"
 
+#include <algorithm>
+#include <filesystem>
+
 namespace quoril::test {
 namespace {
 
@@ -237,13 +240,116 @@ TEST_F(PlayCommandTest, TheButtonsAreEnabledOnlyOnce) {
                 ElementsAre("confirm 0 Play", "play scale", "scroll scale", "busy", "ready"));
 }
 
-TEST_F(PlayCommandTest, AFailureWhilePreparingEndsTheCommandWithTheOrdinaryPointer) {
-    Player.FailingCall = "Load";
+TEST_F(PlayCommandTest, AFailureWhilePreparingEndsTheCommandWithTheOrdinaryPointerAndIsTold) {
+    WaveStore->WavWaveINos = 2147483647; // more than there can be, so that the range overflows
+    PlaySelStart = -2147483647;
+    PlaySelEnd = 2147483647;
+    Player.Status = 1;
+    Window.PauseEnabled = true;
+    PlayCommand(PlaySelection, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Stop")) << "what played before has lost its snapshot";
+    EXPECT_FALSE(Window.PauseEnabled);
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Play failed|Overflow"));
+    EXPECT_THAT(Window.Shown, ::testing::Not(::testing::Contains("busy")));
+}
+
+/// Plays the opened file, and what another program does to it.
+class PlayChangedFileTest : public PlaybackFixture {
+  protected:
+    PlayChangedFileTest() {
+        Name = Session.WriteFile("sound.raw", std::vector<std::uint8_t>(20000, 1));
+        OpenFile(Name, 2);
+    }
+    /// Makes the document the blocks of a raw file of 16 bits, as a reader does.
+    static void OpenFile(const std::string& File, std::int32_t Channels) {
+        WaveStore->StorageReset();
+        WaveStore->WavFmtChannel = Channels;
+        WaveStore->WavFmtFreq = 8000;
+        WaveStore->WavFmtBits = 16;
+        const std::int32_t OrgNo = OrgFileAdd(File, Channels, 16);
+        std::vector<std::unique_ptr<BlockCarrBuffClass>> Sides(2);
+        for (std::int32_t Side = 0; Side < 2; ++Side) {
+            Sides[static_cast<std::size_t>(Side)] = std::make_unique<BlockCarrBuffClass>();
+            if (Side >= Channels)
+                continue;
+            const std::int32_t No = BlockNew(5000, BlockSilence);
+            BlockRec& Block = BlockTable[static_cast<std::size_t>(No)];
+            Block.BlockKind = BlockOrgFile;
+            Block.FileNo = OrgNo;
+            Block.FilePos = 1 + 2 * Side;
+            Block.BlockStart = 1;
+            ++OrgFileTable[static_cast<std::size_t>(OrgNo)].OrgFileUse;
+            Sides[static_cast<std::size_t>(Side)]->BuffBlocksPutFresh({No});
+        }
+        WaveStore->SwitchUndoOff = true;
+        WaveStore->WaveDataInsert(1, Channels == 2 ? 0 : 1, Sides[0].get(), Sides[1].get(), "",
+                                  true);
+        WaveStore->SwitchUndoOff = false;
+    }
+    void ExpectRefused(const std::string& Words) {
+        PlayCommand(PlayNew, 0);
+        EXPECT_THAT(TakeActs(), ElementsAre("Stop"));
+        EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Play failed|" + Words + "\n" + Name));
+        EXPECT_EQ(Window.Shown.back(), "ready");
+        EXPECT_FALSE(Window.PauseEnabled);
+    }
+    std::string Name;
+};
+
+TEST_F(PlayChangedFileTest, TheFileIsHandedOverAsItWasWhenItWasEntered) {
+    const FileIdentity Entered = IdentityOfFile(Name);
     PlayCommand(PlayNew, 0);
-    EXPECT_THAT(TakeActs(), IsEmpty());
-    EXPECT_EQ(Window.Shown.back(), "ready");
+    EXPECT_THAT(TakeActs(), ElementsAre("FilesEntered", "Load 16 2 8000 5000", "PlayForward"));
+    ASSERT_EQ(Player.Files.size(), 1U) << "both channels lie in one file";
+    EXPECT_EQ(Player.Files[0].Name, Name);
+    EXPECT_EQ(Player.Files[0].Identity, Entered);
+}
+
+TEST_F(PlayChangedFileTest, OneThatWasRewrittenWithTheSameLengthIsRefusedByName) {
+    Session.WriteFile("sound.raw", std::vector<std::uint8_t>(20000, 9));
+    ExpectRefused("This file has been changed by another program");
+    std::unique_ptr<BlockCarrBuffClass> Left;
+    std::unique_ptr<BlockCarrBuffClass> Right;
+    EXPECT_THROW(WaveStore->WaveCollectData_ForPlay(1, 5000, 0, Left, Right), Failure);
+    WaveStore->WaveCollectData(1, 5000, 0, Left, Right); // reads nothing yet
+}
+
+TEST_F(PlayChangedFileTest, OneThatWasReplacedIsRefusedAlsoWhileTheEditorHasTheOldOneOpen) {
+    EXPECT_EQ(WaveStore->WaveL(1), 257); // the editor's handle stays open
+    const std::string Other = Session.WriteFile("other.raw", std::vector<std::uint8_t>(20000, 9));
+    std::filesystem::rename(Other, Name);
+    EXPECT_EQ(WaveStore->WaveL(2), 257);
+    ExpectRefused("This file has been changed by another program");
+}
+
+TEST_F(PlayChangedFileTest, OneThatWasDeletedIsRefusedByName) {
+    std::filesystem::remove(Name);
+    ExpectRefused("No such file or directory");
+}
+
+TEST_F(PlayChangedFileTest, APartThatDoesNotLieInTheFilePlays) {
+    const std::string Other = Session.WriteFile("other.raw", std::vector<std::uint8_t>(20000, 9));
+    BlockCarrBuffClass Silence;
+    Silence.ReDimSize(1000);
+    WaveStore->WaveDataInsert(1, 0, &Silence, &Silence, "", true);
+    std::filesystem::rename(Other, Name);
+    SelStart = 1;
+    SelEnd = 1000;
+    PlayCommand(PlayNew, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Load 16 2 8000 1000", "PlayForward"));
     EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
-    EXPECT_FALSE(Window.Timer);
+}
+
+TEST_F(PlayChangedFileTest, WhatIsPreparedIsHeldAgainstItsFileToo) {
+    WaveStore->WaveCollectData_ForPlay(1, 5000, 0, PlayBuffL, PlayBuffR);
+    PlayChannels = 2;
+    PlayBaseSample = 1;
+    PlayEndSample = 5000;
+    Session.WriteFile("sound.raw", std::vector<std::uint8_t>(20000, 9));
+    PlayCommand(PlayPrepared, 0);
+    EXPECT_THAT(TakeActs(), ElementsAre("Stop"));
+    EXPECT_THAT(Messages.TakeTexts(),
+                ElementsAre("Play failed|This file has been changed by another program\n" + Name));
 }
 
 TEST_F(PlayCommandTest, APlayerThatHasEndedIsStartedAnew) {
@@ -260,6 +366,60 @@ TEST_F(PlayCommandTest, APlayerThatHasEndedIsStartedAnew) {
     EXPECT_EQ(Calls[3], "DriverState 77");
     EXPECT_EQ(Calls.back(), "PlayForward");
     EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+}
+
+TEST_F(PlayCommandTest, APlayerThatEndsWhileItPlaysIsShownAsNothingAndTheNextPlayMakesAnother) {
+    DsPlayer.reset();
+    DsPlayer = std::make_unique<DsPlayClass>([this]() -> std::unique_ptr<PlayerComponent> {
+        Player = {};
+        return std::make_unique<PlayerDouble>(Player);
+    });
+    PlayCommand(PlayNew, 0);
+    Player.Now->MsgBoxOb("S2", "Playing");
+    ASSERT_TRUE(Window.Timer && Window.PauseEnabled && Window.Enabled);
+    Player.FailingCall = "PlayStatus";
+    EXPECT_THROW(PlayPosTimerFired(), PlayerGone);
+    EXPECT_FALSE(Window.Timer);
+    EXPECT_FALSE(Window.PauseEnabled);
+    EXPECT_FALSE(Window.Enabled);
+    EXPECT_EQ(Window.StatusLbl, "");
+    EXPECT_EQ(Window.PosLbl, "");
+    EXPECT_THAT(Window.Shapes, ElementsAre(-2, -2));
+    EXPECT_FALSE(PlayIsOn());
+    TakeCalls();
+    PlayCommand(PlayNew, 0);
+    EXPECT_EQ(TakeActs().back(), "PlayForward");
+    EXPECT_TRUE(Window.Timer && Window.PauseEnabled && Window.Enabled);
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty()) << "who asked the timer tells";
+}
+
+TEST_F(PlayCommandTest, APlayerThatEndsDuringACommandIsToldAndGivenUp) {
+    for (const std::string& Failing : {std::string("Load"), std::string("PlayForward"),
+                                       std::string("TempoForward"), std::string("PlayStatus")}) {
+        Player.FailingCall.clear();
+        (void)DsPlayer->MakeAnew();
+        Player.Status = 0;
+        Player.FailingCall = Failing;
+        Window.Shown.clear();
+        PlayCommand(PlayNew, 0);
+        EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Play failed|The player does not answer"));
+        EXPECT_EQ(DsPlayer->Dll, nullptr);
+        EXPECT_FALSE(Window.PauseEnabled);
+        EXPECT_FALSE(Window.Timer);
+        EXPECT_EQ(std::ranges::count(Window.Shown, "busy"),
+                  std::ranges::count(Window.Shown, "ready"));
+    }
+}
+
+TEST_F(PlayCommandTest, PauseOfAPlayerThatHasEndedShowsThatNothingPlays) {
+    PlayCommand(PlayNew, 0);
+    Window.StatusLbl = "Playing";
+    Player.Alive = false;
+    Player.Status = 0; // as one that is made anew
+    PlayCommand(PlayCodePause, 0);
+    EXPECT_EQ(Window.StatusLbl, "");
+    EXPECT_FALSE(Window.PauseEnabled);
+    EXPECT_FALSE(Window.Timer);
 }
 
 TEST_F(PlayCommandTest, APlayerThatCannotBeStartedAnewIsToldAsADriverThatIsOff) {

@@ -36,6 +36,7 @@ class PlayerDouble final : public PlayerComponent {
         std::string FailingCall;
         std::vector<std::int32_t> LeftList;
         std::vector<std::int32_t> RightList;
+        std::vector<EnteredFile> Files;
         PlayerDouble* Now = nullptr;
     };
     explicit PlayerDouble(Answers& Given) : Told(Given) { Told.Now = this; }
@@ -90,12 +91,16 @@ class PlayerDouble final : public PlayerComponent {
     void PlayReverseFrom(std::int32_t Offset) override {
         Start(fmt::format("PlayReverseFrom {}", Offset));
     }
+    void FilesEntered(const std::vector<EnteredFile>& Files) override {
+        Note("FilesEntered");
+        Told.Files = Files;
+    }
     [[nodiscard]] bool IsAlive() const override { return Told.Alive; }
 
   private:
     void Quiet(const std::string& Call) const {
         if (Call.substr(0, Call.find(' ')) == Told.FailingCall)
-            throw Failure("The player does not answer");
+            throw PlayerGone("The player does not answer");
     }
     void Note(const std::string& Call) {
         Quiet(Call);
@@ -145,7 +150,10 @@ class WindowDouble final : public PlayWindow {
         PauseEnabled = On;
         PauseTip = ToolTip;
     }
-    void DisablePause() override { PauseEnabled = false; }
+    void DisableStop() override {
+        Shown.emplace_back("no stop");
+        Enabled = false;
+    }
     void SetLoopPressed(bool Pressed) override { LoopPressed = Pressed; }
     void SetPlayPosTimer(bool On) override { Timer = On; }
     void MovePlayPosShp(std::int32_t X1, std::int32_t X2) override { Shapes = {X1, X2}; }

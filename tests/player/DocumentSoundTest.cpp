@@ -169,6 +169,54 @@ TEST_F(DocumentSoundTest, WhatIsHeardIsTheDocumentAsItWasWhenPlayWasPressed) {
     EXPECT_EQ(std::filesystem::file_size(FileName), 44U + 4 * 100);
 }
 
+TEST_F(DocumentSoundTest, AFileThatWasRewrittenFromOutsideIsNotHeardAndToldByName) {
+    OpenNewFile(2 * Rate);
+    {
+        std::fstream Outside(FileName, std::ios::binary | std::ios::in | std::ios::out);
+        Outside.seekp(44);
+        const Samples Foreign = Sound(2 * Rate * 2, 7);
+        Outside.write(reinterpret_cast<const char*>(Foreign.data()),
+                      static_cast<std::streamsize>(Foreign.size() * sizeof Foreign[0]));
+    }
+    PlayCommand(PlayNew, 0);
+    EXPECT_EQ(DsPlayer->Component().PlayStatus(), 0);
+    EXPECT_THAT(Messages.TakeTexts(),
+                ::testing::ElementsAre(
+                    "Play failed|This file has been changed by another program\n" + FileName));
+    const std::size_t Now = Heard->Count();
+    ASSERT_TRUE(WaitFor([&] { return Heard->Count() > Now + Rate; }));
+    EXPECT_EQ(Heard->FirstSound(), Heard->Count()) << "nothing was heard";
+}
+
+TEST_F(DocumentSoundTest, AFileThatIsReplacedWhileItPlaysIsHeardToItsEnd) {
+    const std::int32_t Length = 3 * Rate;
+    OpenNewFile(Length);
+    PlayCommand(PlayNew, 0);
+    WaitHeard(0.2);
+    std::filesystem::rename(WriteSamples(Folder, "other", Sound(2 * Length, 7)), FileName);
+    EXPECT_TRUE(
+        WaitFor([&] { return DsPlayer->Component().PlayStatus() == 0; }, std::chrono::seconds(20)));
+    WaitHeard(static_cast<double>(Length) / Rate + 0.3);
+    EXPECT_EQ(FramesHeardWell(), Length);
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+}
+
+TEST_F(DocumentSoundTest, AfterASaveOverTheOpenedFileTheSoundCanBePausedAndGoOn) {
+    const std::int32_t Length = 3 * Rate;
+    OpenNewFile(Length);
+    PlayCommand(PlayNew, 0);
+    WaitHeard(0.2);
+    WaveStore->WaveDataDelete(1, 0, Rate, "Cut", true);
+    EXPECT_TRUE(Commands.Save(false));
+    PlayCommand(PlayCodePause, 0);
+    EXPECT_EQ(DsPlayer->Component().PlayStatus(), 3);
+    PlayCommand(PlayCodePause, 0);
+    EXPECT_EQ(DsPlayer->Component().PlayStatus(), 1);
+    EXPECT_TRUE(
+        WaitFor([&] { return DsPlayer->Component().PlayStatus() == 0; }, std::chrono::seconds(20)));
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+}
+
 /// With the memory that a small machine would give it, so that most samples go over the disk.
 class LongDocumentTest : public DocumentSoundTest {
   protected:

@@ -168,6 +168,69 @@ TEST_F(PlaySourceTest, AFileThatWasReplacedIsNotReadAsTheSound) {
     EXPECT_THAT(Source.TakeFailure(), ::testing::HasSubstr("changed by another program"));
 }
 
+/// A snapshot of the opened file as it was entered.
+class EnteredFileTest : public PlaySourceTest {
+  protected:
+    EnteredFileTest() {
+        Name = WriteSamples(Folder, "a", {1, 2, 3});
+        List.Add(Name, 3, 4, 1, 1, 1, 16);
+        Entered.push_back({Name, IdentityOfFile(Name)});
+    }
+    PlaySource Snapshot() const { return {16, 1, 8000, 3, List.Words, NoList, Entered}; }
+    static void ExpectSilentAndTold(PlaySource& Source, std::size_t Frames) {
+        EXPECT_EQ(Play(Source, Frames), Samples(Frames, 0));
+        EXPECT_THAT(Source.TakeFailure(), ::testing::HasSubstr("changed by another program"));
+    }
+    std::string Name;
+    BlockWords List;
+    std::vector<EnteredFile> Entered;
+};
+
+TEST_F(EnteredFileTest, PlaysAsLongAsItIsTheSame) {
+    PlaySource Source = Snapshot();
+    EXPECT_THAT(Play(Source, 3), ElementsAre(1, 2, 3));
+    Source.CloseFiles();
+    Source.PlaceAt(2, -1);
+    EXPECT_THAT(Play(Source, 3), ElementsAre(3, 2, 1));
+    EXPECT_EQ(Source.TakeFailure(), "");
+}
+
+TEST_F(EnteredFileTest, OneThatWasRewrittenBeforeItIsFirstReadIsSilent) {
+    PlaySource Source = Snapshot();
+    WriteSamples(Folder, "a", {9, 9, 9});
+    ExpectSilentAndTold(Source, 3);
+}
+
+TEST_F(EnteredFileTest, OneThatWasReplacedBeforeItIsFirstReadIsSilentAlsoWhenItIsHeld) {
+    PlaySource Source = Snapshot();
+    std::filesystem::rename(WriteSamples(Folder, "b", {9, 9, 9}), Name);
+    Source.HoldOriginal();
+    ExpectSilentAndTold(Source, 3);
+}
+
+TEST_F(EnteredFileTest, OneThatIsRewrittenInItsPlaceWhileItPlaysIsSilentFromThereOn) {
+    for (const bool Held : {false, true}) {
+        PlaySource Source = Snapshot();
+        EXPECT_THAT(Play(Source, 1), ElementsAre(1));
+        if (Held)
+            Source.HoldOriginal();
+        WriteSamples(Folder, "a", {9, 9, 9});
+        ExpectSilentAndTold(Source, 2);
+        WriteSamples(Folder, "a", {1, 2, 3});
+        Entered = {{Name, IdentityOfFile(Name)}};
+    }
+}
+
+TEST_F(EnteredFileTest, OneThatIsReplacedOrDeletedWhileItPlaysIsHeardToItsEnd) {
+    PlaySource Source = Snapshot();
+    EXPECT_THAT(Play(Source, 1), ElementsAre(1));
+    std::filesystem::rename(WriteSamples(Folder, "b", {9, 9, 9}), Name);
+    EXPECT_THAT(Play(Source, 1), ElementsAre(2));
+    std::filesystem::remove(Name);
+    EXPECT_THAT(Play(Source, 1), ElementsAre(3));
+    EXPECT_EQ(Source.TakeFailure(), "");
+}
+
 TEST_F(PlaySourceTest, ManyFilesNeverStayOpenTogether) {
     BlockWords List;
     for (std::int32_t i = 0; i < 40; ++i)

@@ -56,6 +56,29 @@ TEST_F(PlayerFaultsTest, ADeviceThatVanishesIsToldAndTheNextStartFindsAnother) {
     EXPECT_TRUE(HeardToTheEnd() == All);
 }
 
+TEST_F(PlayerFaultsTest, AFileThatWasChangedAfterItWasEnteredIsSilentAndTold) {
+    Begin();
+    constexpr std::int32_t Part = Rate / 4;
+    const Samples Good = Sound(Part);
+    const std::string Work = WriteSamples(Folder, "work", Good);
+    const std::string Opened = WriteSamples(Folder, "opened", Sound(Part, 2));
+    const std::vector<EnteredFile> Entered = {{Opened, IdentityOfFile(Opened)}};
+    const BlockWords List =
+        BlockWords().Add(Opened, Part, 4, 1, 1, 1, 16).Add(Work, Part, 3, Part + 1);
+    Player->FilesEntered(Entered);
+    Player->Load(16, 1, Rate, 2 * Part, List.Words, NoList);
+    WriteSamples(Folder, "opened", Sound(Part, 3)); // of the same length
+    Player->PlayForward();
+    EXPECT_TRUE(HeardToTheEnd() == Good);
+    EXPECT_THAT(Messages, ElementsAre(HasSubstr(Opened)));
+    Heard = std::make_unique<Recorder>(*Server, 1);
+    Player->FilesEntered({{Opened, IdentityOfFile(Opened)}});
+    Player->Load(16, 1, Rate, Part, List.Words, NoList);
+    Player->PlayForward();
+    EXPECT_TRUE(HeardToTheEnd() == Sound(Part, 3)) << "entered as it is now";
+    EXPECT_EQ(Messages.size(), 1U);
+}
+
 TEST_F(PlayerFaultsTest, AWorkFileThatCannotBeReadIsSilentAndToldAndTheRestIsHeard) {
     Begin();
     constexpr std::int32_t Part = Rate / 4;
@@ -138,6 +161,24 @@ TEST_F(PlayerFaultsTest, HostileListsHarmNobody) {
     Load(Sound(Rate / 4));
     Player->PlayForward();
     EXPECT_TRUE(HeardToTheEnd() == All) << "it still plays";
+}
+
+TEST_F(PlayerFaultsTest, WhatAPlayerThatEndedOrHangsFailsWithIsSaidInPlainWords) {
+    const auto WordsOf = [this] {
+        try {
+            (void)Player->PlayStatus();
+        } catch (const PlayerGone& Told) {
+            return std::string(Told.what());
+        }
+        return std::string();
+    };
+    Player = Make();
+    ASSERT_EQ(WordsOf(), "");
+    ::kill(PlayerProcessId(*Player), SIGSTOP);
+    EXPECT_EQ(WordsOf(), "The player does not answer.\nThe next Play starts it anew.");
+    ::kill(PlayerProcessId(*Player), SIGKILL);
+    ASSERT_TRUE(WaitFor([&] { return !Player->IsAlive(); }));
+    EXPECT_EQ(WordsOf(), "The player has ended.\nThe next Play starts it anew.");
 }
 
 TEST_F(PlayerFaultsTest, AKilledPlayerIsSeenAndLeavesNothingAHundredTimes) {
