@@ -164,6 +164,8 @@ class FileMemoClass {
                         const std::string& UndoName, bool IsLastOperation);
     [[nodiscard]] std::int32_t UndoStepFirst() const;
     void UndoStep();
+    /// The selection and the view that stood before the step that begins at a record.
+    void SelectionReturn(std::int32_t FirstNo) const;
     void UndoOne(UndoRec& Record);
     /// Puts what a record holds of a channel back where it was.
     static void BlocksReturn(BlockListClass& List, std::int32_t& Length, const UndoRec& Record,

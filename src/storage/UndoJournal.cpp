@@ -2,6 +2,7 @@
 #include "storage/FileMemoClass.h"
 
 #include "base/Arithmetic.h"
+#include "base/CommandFailure.h"
 #include "base/DocumentState.h"
 #include "base/MsgBoxMod.h"
 #include "base/ProgressReport.h"
@@ -53,7 +54,7 @@ void FileMemoClass::Undo() {
         try {
             UndoStep();
         } catch (const std::exception& Error) {
-            MsgBox(Error.what(), "Undo Error");
+            ShowFailure(Error, "Undo Error");
             UndoInfoReset();
         }
     }
@@ -70,12 +71,22 @@ void FileMemoClass::UndoStep() {
         ProgressFrm->SetCurrentProgress(
             Single(static_cast<double>(Top - No + 1) / (Top - First + 1)));
     }
-    const UndoRec& Record = Journal[static_cast<std::size_t>(First)];
-    SelStart = Record.UndoSelStart;
-    SelEnd = Record.UndoSelEnd;
-    ViewFrom = Record.UndoViewFrom;
-    ViewTotal = Record.UndoViewTotal;
+    SelectionReturn(First);
     Journal.resize(static_cast<std::size_t>(First));
+}
+
+void FileMemoClass::SelectionReturn(std::int32_t FirstNo) const {
+    // Records of padding and of the format hold none.
+    const auto Holder =
+        std::find_if(Journal.begin() + FirstNo, Journal.end(), [](const UndoRec& Record) {
+            return Record.UndoKind == UndoInsert || Record.UndoKind == UndoDelete;
+        });
+    if (Holder == Journal.end())
+        return;
+    SelStart = Holder->UndoSelStart;
+    SelEnd = Holder->UndoSelEnd;
+    ViewFrom = Holder->UndoViewFrom;
+    ViewTotal = Holder->UndoViewTotal;
 }
 
 void FileMemoClass::UndoOne(UndoRec& Record) {
@@ -134,7 +145,7 @@ void FileMemoClass::EditsTakeBack(std::int32_t UpToNo) {
             UndoOne(Journal[static_cast<std::size_t>(No)]);
         RecordsDrop(UpToNo);
     } catch (const std::exception& Error) {
-        MsgBox(Error.what(), "Undo Error");
+        ShowFailure(Error, "Undo Error");
         UndoInfoReset();
     }
     UndoInfoUpdateMenu();
@@ -143,7 +154,8 @@ void FileMemoClass::EditsTakeBack(std::int32_t UpToNo) {
 void FileMemoClass::RecordsDrop(std::int32_t UpToNo) {
     for (std::int32_t No = UndoCount(); No > UpToNo; --No)
         UndoRecordFree(Journal[static_cast<std::size_t>(No)]);
-    Journal.resize(static_cast<std::size_t>(UpToNo) + 1);
+    // One that has been reset meanwhile has fewer.
+    Journal.resize(std::min(Journal.size(), static_cast<std::size_t>(UpToNo) + 1));
     FilesSweep();
 }
 

@@ -1,11 +1,13 @@
 #include "StorageChecks.h"
 #include "base/DocumentState.h"
+#include "base/Failure.h"
 #include "base/ViewState.h"
 #include "support/FullDisk.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
 
 #include <gmock/gmock.h>
+#include <new>
 
 namespace quoril::test {
 namespace {
@@ -19,10 +21,15 @@ class RecordingListener final : public UndoListener {
     RecordingListener(const RecordingListener&) = delete;
     RecordingListener& operator=(const RecordingListener&) = delete;
     void UndoMenuChanged(const UndoMenuState& NewState) override { State = NewState; }
-    void SetMenu_To_DefaultFormat() override { ++FormatCalls; }
+    void SetMenu_To_DefaultFormat() override {
+        ++FormatCalls;
+        if (OutOfMemory)
+            throw std::bad_alloc();
+    }
 
     UndoMenuState State;
     int FormatCalls = 0;
+    bool OutOfMemory = false; ///< when the format is set back
 };
 
 class UndoTest : public ::testing::Test {
@@ -145,6 +152,71 @@ TEST_F(UndoTest, SelectionAndViewComeBackFromTheFirstRecordOfTheStep) {
     EXPECT_EQ(ViewFrom, 3);
     EXPECT_EQ(ViewTotal, 60);
     ExpectUntouched();
+}
+
+TEST_F(UndoTest, AFormatChangeGivesSelectionAndViewBackAsTheyStoodBeforeIt) {
+    const auto Stand = [](std::int32_t First) {
+        SelStart = First;
+        SelEnd = First + 1;
+        ViewFrom = First + 2;
+        ViewTotal = First + 3;
+    };
+    const auto ExpectStand = [](std::int32_t First) {
+        EXPECT_EQ(SelStart, First);
+        EXPECT_EQ(SelEnd, First + 1);
+        EXPECT_EQ(ViewFrom, First + 2);
+        EXPECT_EQ(ViewTotal, First + 3);
+    };
+    Stand(10);
+    Store.WaveDataChangeFmt(0, 8, 0, "8 bits");
+    EXPECT_EQ(Store.UndoRecords().back().UndoSelStart, 0) << "this record holds none";
+    Store.WaveDataReplace(1, 0, &Clip, &Clip, "8 bits", true);
+    Stand(20);
+    Store.WaveDataChangeFmt(1, 0, 0, "Mono");
+    Store.WaveDataDelete(1, 2, 100, "Mono", true);
+    Stand(30);
+    Store.WaveDataChangeFmt(2, 0, 0, "Stereo"); // padding ends the step
+    Store.WaveDataInsert(1, 1, &Clip, nullptr, "Stereo", true);
+    ASSERT_EQ(Store.UndoRecords().back().UndoKind, UndoPadding);
+    Stand(50);
+    for (const std::int32_t Before : {30, 20, 10}) {
+        Store.Undo();
+        ExpectStand(Before);
+        Stand(70);
+    }
+    ExpectUntouched();
+    EXPECT_TRUE(Messages.Texts().empty());
+}
+
+TEST_F(UndoTest, WhereMemoryRanOutTheUserReadsSo) {
+    Listener.OutOfMemory = true;
+    Store.WaveDataChangeFmt(0, 8, 0, "8 bits");
+    Store.WaveDataInsert(1, 1, &Clip, nullptr, "8 bits", true);
+    Store.Undo();
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Undo Error|Out of memory"));
+    EXPECT_EQ(Store.UndoCount(), 0);
+    EXPECT_THROW(Store.EditAsOne([this] {
+        Store.WaveDataChangeFmt(0, 16, 0, "16 bits");
+        throw Failure("The command's own failure");
+    }),
+                 Failure);
+    EXPECT_THAT(Messages.TakeTexts(), ElementsAre("Undo Error|Out of memory"));
+}
+
+TEST_F(UndoTest, AJournalThatWasResetDuringACommandDoesNotGrow) {
+    Store.WaveDataInsert(1, 0, &Clip, &Clip, "One", true);
+    Store.WaveDataInsert(1, 0, &Clip, &Clip, "Two", true);
+    EXPECT_THROW(Store.EditAsOne([this] {
+        Store.UndoInfoReset();
+        throw Failure("The command's own failure");
+    }),
+                 Failure);
+    EXPECT_EQ(Store.UndoCount(), 0);
+    EXPECT_EQ(Listener.State.Caption, "Undo [Nothing]");
+    Store.WaveDataInsert(1, 0, &Clip, &Clip, "Three", true);
+    UndoOptionON = false;
+    Store.EditAsOne([this] { Store.UndoInfoReset(); });
+    EXPECT_EQ(Store.UndoCount(), 0);
 }
 
 TEST_F(UndoTest, TheMenuNamesTheTopStepAlsoThroughItsPadding) {
