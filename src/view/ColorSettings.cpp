@@ -2,8 +2,12 @@
 
 #include "base/Arithmetic.h"
 #include "base/MsgBoxMod.h"
+#include "platform/PrivateProfile.h"
 #include "platform/Text.h"
 #include "settings/STD1.h"
+
+#include <utility>
+#include <vector>
 
 namespace quoril {
 namespace {
@@ -87,9 +91,12 @@ void ColorSettingsRead() {
 }
 
 void ColorSettingsWrite() {
-    IniPut(Section, StyleKey, std::to_string(WaveFormDrawStyle));
+    std::vector<std::pair<std::string, std::string>> Values = {
+        {StyleKey, std::to_string(WaveFormDrawStyle)}};
     for (std::size_t i = 0; i < WaveColorCount; ++i)
-        IniPut(Section, WaveColorTable[i].Key, std::to_string(WaveColors[i]));
+        Values.emplace_back(WaveColorTable[i].Key, std::to_string(WaveColors[i]));
+    // A file that cannot be written is no error: the settings of this session are not kept.
+    (void)WritePrivateProfileStrings(Section, Values, SettingsFileName());
 }
 
 } // namespace quoril

@@ -48,7 +48,7 @@ extern std::int32_t WaveFormDrawStyle;
 /// Reads colours and style from the settings file; what is out of range takes its default (a
 /// colour) or 3 (a style outside 1 to 4). Then warns of colours that hide something.
 void ColorSettingsRead();
-/// Writes colours and style to the settings file.
+/// Writes colours and style to the settings file, in one change of it.
 void ColorSettingsWrite();
 
 } // namespace quoril

@@ -5,6 +5,8 @@
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/inotify.h>
+#include <unistd.h>
 
 namespace quoril {
 namespace {
@@ -133,6 +135,25 @@ TEST_F(Colors, TheFifthStyleIsWrittenButDoesNotComeBack) {
     EXPECT_EQ(Stored("WaveFormDrawStyle"), "5");
     ExpectWarnings({});
     EXPECT_EQ(WaveFormDrawStyle, 3);
+}
+
+TEST_F(Colors, AllOfThemAreWrittenInOneChangeOfTheFile) {
+    // The file takes its place by a new name. Without the old name's going the system would report
+    // several comings as one.
+    const int Watch = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    ASSERT_GE(::inotify_add_watch(Watch, Folder.Path().c_str(), IN_MOVED_FROM | IN_MOVED_TO), 0);
+    ColorSettingsWrite();
+    alignas(inotify_event) char Events[8192];
+    const ssize_t Bytes = ::read(Watch, Events, sizeof Events);
+    ::close(Watch);
+    int Comings = 0;
+    for (ssize_t At = 0; At < Bytes;) {
+        const auto* const Event = reinterpret_cast<const inotify_event*>(Events + At);
+        Comings += (Event->mask & IN_MOVED_TO) != 0 ? 1 : 0;
+        At += static_cast<ssize_t>(sizeof *Event + Event->len);
+    }
+    EXPECT_EQ(Comings, 1);
+    EXPECT_EQ(Stored("PlayPosIndiColor"), "16711935");
 }
 
 TEST_F(Colors, WrittenColorsComeBack) {
