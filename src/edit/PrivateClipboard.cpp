@@ -104,11 +104,13 @@ void Describe(const BlockCarrBuffClass* Carrier, std::int32_t Channel) {
 void DescriptionsDelete() {
     FileDelete(ClipDescriptionName(AppPath, 1));
     FileDelete(ClipDescriptionName(AppPath, 2));
+    FileDelete(ClipFilesName(AppPath));
 }
 
 /// Describes the clip whole or not at all.
 void DescribeClip() {
     try {
+        ClipFilesWrite(ClipFilesName(AppPath), OrgFilesEntered(ClipCarrL.get(), ClipCarrR.get()));
         Describe(ClipCarrL.get(), 1);
         Describe(ClipCarrR.get(), 2);
     } catch (...) {
@@ -175,16 +177,15 @@ bool RateMayDiffer(const ClipMarker& Marker) {
 /// False when the user finds the disk too full.
 bool ImportClip(const ClipMarker& Marker) {
     DropClip();
-    const std::string LeftName = ClipDescriptionName(Marker.Folder, 1);
-    const auto Left = ClipDescriptionRead(LeftName);
-    const FileTimes Described = TimesOfFile(LeftName);
+    const auto Left = ClipDescriptionRead(ClipDescriptionName(Marker.Folder, 1));
+    const ClipMoment Copied = ClipMomentRead(Marker.Folder);
     std::vector<std::int32_t> Right;
     if (Marker.Channels == 2)
         Right = ClipDescriptionRead(ClipDescriptionName(Marker.Folder, 2));
     const auto Check = [&] {
-        ClipDescriptionCheck(Left, Marker.Length, Described);
+        ClipDescriptionCheck(Left, Marker.Length, Copied);
         if (!Right.empty())
-            ClipDescriptionCheck(Right, 0, Described);
+            ClipDescriptionCheck(Right, 0, Copied);
     };
     Check();
     const std::int64_t Bytes = std::int64_t{Marker.Length} * (Marker.Channels == 2 ? 4 : 2);
@@ -199,6 +200,7 @@ bool ImportClip(const ClipMarker& Marker) {
     NewL->BuffBlocksPutFresh(std::move(BlocksL));
     if (NewR != nullptr)
         NewR->BuffBlocksPutFresh(std::move(BlocksR));
+    Check(); // what was read was read from these files
     ClipCarrL = std::move(NewL);
     ClipCarrR = std::move(NewR);
     ClipPointer = Marker.ClipPointer;

@@ -34,10 +34,6 @@ bool StatusOfEntry(const std::string& Name, struct stat& Status) noexcept {
     return IsPossibleName(Name) && ::lstat(Name.c_str(), &Status) == 0;
 }
 
-std::int64_t Nanoseconds(const timespec& Time) noexcept {
-    return static_cast<std::int64_t>(Time.tv_sec) * 1000000000 + Time.tv_nsec;
-}
-
 Descriptor OpenOrThrow(const std::string& FileName, int Flags) {
     if (!IsPossibleName(FileName))
         throw SystemFailure(FileName.empty() ? ENOENT : EINVAL, FileName);
@@ -87,17 +83,10 @@ bool FolderExists(const std::string& FolderName) noexcept {
     return StatusOf(FolderName, Status) && S_ISDIR(Status.st_mode);
 }
 
-FileTimes TimesOfFile(const std::string& FileName) {
-    struct stat Status {};
-    if (!StatusOf(FileName, Status))
-        throw SystemFailure(IsPossibleName(FileName) ? errno : EINVAL, FileName);
-    return {Nanoseconds(Status.st_mtim), Nanoseconds(Status.st_ctim)};
-}
-
 std::int64_t NowNs() noexcept {
     timespec Now{};
     (void)::clock_gettime(CLOCK_REALTIME, &Now);
-    return Nanoseconds(Now);
+    return static_cast<std::int64_t>(Now.tv_sec) * 1000000000 + Now.tv_nsec;
 }
 
 bool IsWriteProtected(const std::string& FileName) noexcept {

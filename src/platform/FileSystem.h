@@ -11,15 +11,7 @@ namespace quoril {
 [[nodiscard]] bool FileExists(const std::string& FileName) noexcept;
 [[nodiscard]] bool FolderExists(const std::string& FolderName) noexcept;
 
-/// When a file was last written, and when anything of it was last changed, its place included, in
-/// nanoseconds since 1970. Whoever brings a file with an older date cannot set the second one back.
-struct FileTimes {
-    std::int64_t WrittenNs = 0;
-    std::int64_t ChangedNs = 0;
-};
-/// Throws SystemFailure when the file cannot be looked at.
-[[nodiscard]] FileTimes TimesOfFile(const std::string& FileName);
-/// The time now, counted in the same way.
+/// The time now in nanoseconds since 1970, as times of files are counted.
 [[nodiscard]] std::int64_t NowNs() noexcept;
 
 /// Whether a file is there that is not to be written: its rights let nobody write it, or not us.

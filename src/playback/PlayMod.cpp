@@ -140,21 +140,12 @@ std::vector<std::int32_t> SerialList(const BlockCarrBuffClass* Buff) {
     return Longs;
 }
 
-/// The original files of the snapshot, looked at once more: the first look may be long ago.
-std::vector<EnteredFile> OriginalFiles() {
-    BlockSet Blocks;
-    for (const BlockCarrBuffClass* const Buff : {PlayBuffL.get(), PlayBuffR.get()})
-        if (Buff != nullptr)
-            Blocks.insert(Blocks.end(), Buff->Blocks().Numbers().begin(),
-                          Buff->Blocks().Numbers().end());
-    return OrgFilesEntered(Blocks);
-}
-
 void HandOver() {
     const std::vector<std::int32_t> Left = SerialList(PlayBuffL.get());
     const std::vector<std::int32_t> Right =
         SerialList(PlayChannels == 2 ? PlayBuffR.get() : nullptr);
-    if (const std::vector<EnteredFile> Files = OriginalFiles(); !Files.empty())
+    // Looked at once more: what was prepared may be old.
+    if (const auto Files = OrgFilesEntered(PlayBuffL.get(), PlayBuffR.get()); !Files.empty())
         Player().FilesEntered(Files);
     Player().Load(PlayBits, PlayChannels, PlayFreq, PlayLength, Left, Right);
     if (!Window->PlayEnabled())

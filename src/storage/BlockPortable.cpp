@@ -233,11 +233,14 @@ void BlockSetToLongs(const BlockSet& BlkSet, std::vector<std::int32_t>& Longs) {
     Longs[0] = ToLong(static_cast<std::int64_t>(Longs.size()) - 1);
 }
 
-std::vector<EnteredFile> OrgFilesEntered(const BlockSet& Blocks) {
+std::vector<EnteredFile> OrgFilesEntered(const BlockCarrBuffClass* CarrL,
+                                         const BlockCarrBuffClass* CarrR) {
     std::set<std::int32_t> Numbers;
-    for (const std::int32_t BlockNo : Blocks)
-        if (BlockAt(BlockNo).BlockKind == BlockOrgFile)
-            Numbers.insert(BlockAt(BlockNo).FileNo);
+    for (const BlockCarrBuffClass* const Carrier : {CarrL, CarrR})
+        for (const std::int32_t BlockNo :
+             Carrier == nullptr ? BlockSet() : Carrier->Blocks().Numbers())
+            if (BlockAt(BlockNo).BlockKind == BlockOrgFile)
+                Numbers.insert(BlockAt(BlockNo).FileNo);
     std::vector<EnteredFile> Files;
     for (const std::int32_t OrgNo : Numbers) {
         const OrgFileRec& File = OrgFileAt(OrgNo);

@@ -174,6 +174,8 @@ void FileMemoClass::CollectCarriers(std::int32_t FromPos, std::int32_t ToPos, st
     if (Right)
         FileObR->BuffBlocksPutFresh(
             CollectBlocks(ListR, LengthR, FromPos, ToPos, ForPlay, Left ? 0.5 : 0.0, Scale));
+    if (ForPlay)
+        (void)OrgFilesEntered(FileObL.get(), FileObR.get());
 }
 
 BlockSet FileMemoClass::CollectBlocks(const BlockListClass& List, std::int32_t Length,
@@ -193,8 +195,6 @@ BlockSet FileMemoClass::CollectBlocks(const BlockListClass& List, std::int32_t L
                 Single(Base + static_cast<double>(i + 1) / List.Count() * Scale));
         }
         CoverWithoutGaps(Cut, std::int64_t{std::min(ToPos, Length)} - FromPos + 1);
-        if (ForPlay)
-            (void)OrgFilesEntered(Cut);
     } catch (...) {
         BlockSetFree(Cut);
         throw;

@@ -27,9 +27,11 @@ struct EnteredFile {
     std::string Name;
     FileIdentity Identity;
 };
-/// The original files that the blocks of a list lie in, each once. Throws Failure, naming the file,
-/// when a name leads to another file now, or to none: whoever is given the list must not read it.
-[[nodiscard]] std::vector<EnteredFile> OrgFilesEntered(const BlockSet& Blocks);
+/// The original files that the blocks of two carriers lie in, each once; null for no carrier.
+/// Throws Failure, naming the file, when a name leads to another file now, or to none: whoever is
+/// given the blocks must not read it.
+[[nodiscard]] std::vector<EnteredFile> OrgFilesEntered(const BlockCarrBuffClass* CarrL,
+                                                       const BlockCarrBuffClass* CarrR);
 
 /// Walks over the words of a block list, and never past their end. Everything throws Failure on
 /// words that make no block list. The words must outlive it.

@@ -188,7 +188,7 @@ class TwoWindows(DesktopTest):
             {path.name for path in self.program_folder.iterdir()},
             {*(program.name for program in PROGRAMS), "Work",
              "quoril-wave-editor.ini", "quoril-wave-editor.ini.lock",
-             "InfoLeft.dat", "InfoRight.dat"})
+             "InfoFiles.dat", "InfoLeft.dat", "InfoRight.dat"})
         self.assertEqual(list((self.program_folder / "Work").iterdir()), [])
         self.assertEqual({path.name for path in self.folder.iterdir()}, {"one.wav", "two.wav"})
 

@@ -294,6 +294,7 @@ TEST_F(ClipFilesTest, ACopyThatFailsTakesTheDescriptionOfTheOwnClipAlong) {
     CopyOnAFullDisk();
     EXPECT_FALSE(FileThere(ClipDescriptionName(AppPath, 1)));
     EXPECT_FALSE(FileThere(ClipDescriptionName(AppPath, 2)));
+    EXPECT_FALSE(FileThere(ClipFilesName(AppPath)));
     ExpectRefused("the clip went with its working files");
 }
 

@@ -10,6 +10,8 @@ namespace quoril::test {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -135,32 +137,90 @@ TEST_F(ClipImportTest, SavingLeavesTheDescriptionOfALaterCopyElsewhereAlone) {
     EXPECT_EQ(TestSession::ReadFile(ClipDescriptionName(AppPath, 1)), Before);
 }
 
-TEST_F(ClipImportTest, AFileThatWasChangedAfterTheCopyIsTold) {
-    using std::chrono::seconds;
-    const std::string Path = OpenedFile(1);
-    Select(1, WaveStore->WavWaveINos);
-    Commands.Copy();
-    const auto ClipL = Left();
-    const std::string Line = Slot.Held;
-    const auto Now = std::filesystem::file_time_type::clock::now();
-    std::filesystem::last_write_time(ClipDescriptionName(AppPath, 1), Now - seconds(100));
-    const auto PasteOf = [&](std::filesystem::file_time_type Changed) {
-        std::filesystem::last_write_time(Path, Changed);
+/// A clip out of an opened file that was copied a while ago, and what becomes of that file.
+class CopiedFileTest : public ClipImportFixture {
+  protected:
+    CopiedFileTest() {
+        Path = OpenedFile(1);
+        Select(1, WaveStore->WavWaveINos);
+        Commands.Copy();
+        Clip = Left();
+        Line = Slot.Held;
+        fs::last_write_time(ClipDescriptionName(AppPath, 1), Now - std::chrono::seconds(100));
+    }
+    /// What another process tells when it pastes.
+    std::vector<std::string> PasteElsewhere() {
         BecomeAnotherProcess();
         Document({7});
         Slot.Held = Line;
         PasteAt(PasteReplace, 1);
         return Messages.TakeTexts();
-    };
-    EXPECT_THAT(PasteOf(Now - seconds(90)),
-                ElementsAre("Get Wave Form from Clipboard Failed|This file was changed after its "
-                            "sound was copied\n" +
-                            Path));
-    EXPECT_THAT(Left(), ElementsAre(7));
-    EXPECT_THAT(PasteOf(Now - seconds(99)), IsEmpty()) << "some file systems count in 2 seconds";
-    EXPECT_EQ(Left(), ClipL);
-    EXPECT_THAT(PasteOf(Now + seconds(3600)), IsEmpty()) << "a clock that was wrong";
-    EXPECT_EQ(Left(), ClipL);
+    }
+    void ExpectTold() {
+        EXPECT_THAT(PasteElsewhere(),
+                    ElementsAre("Get Wave Form from Clipboard Failed|This file was changed after "
+                                "its sound was copied\n" +
+                                Path));
+        EXPECT_THAT(Left(), ElementsAre(7));
+    }
+    void ExpectPasted() {
+        EXPECT_THAT(PasteElsewhere(), IsEmpty());
+        EXPECT_EQ(Left(), Clip);
+    }
+    const fs::file_time_type Now = fs::file_time_type::clock::now();
+    std::string Path;
+    std::string Line;
+    std::vector<std::int16_t> Clip;
+};
+
+TEST_F(CopiedFileTest, OtherRightsAndFurtherNamesDoNotMatter) {
+    fs::permissions(Path, fs::perms::owner_read);
+    ExpectPasted();
+    fs::permissions(Path, fs::perms::owner_all);
+    fs::create_hard_link(Path, Path + ".second");
+    ExpectPasted();
+    fs::rename(Path, Path + ".away");
+    fs::create_symlink(Path + ".away", Path);
+    ExpectPasted();
+}
+
+TEST_F(CopiedFileTest, OneThatWasRewrittenWithTheSameLengthIsTold) {
+    auto Contents = TestSession::ReadFile(Path);
+    Contents.back() ^= 1U;
+    (void)Session.WriteFile("a.wav", Contents);
+    ExpectTold();
+}
+
+TEST_F(CopiedFileTest, OneThatWasReplacedByAFileWithAnOlderDateIsTold) {
+    auto Contents = TestSession::ReadFile(Path);
+    Contents.back() ^= 1U;
+    const std::string Other = Session.WriteFile("older.wav", Contents);
+    fs::last_write_time(Other, Now - std::chrono::hours(1000));
+    fs::rename(Other, Path);
+    ExpectTold();
+}
+
+TEST_F(CopiedFileTest, WithoutWordOfTheFileOnlyItsDateTells) {
+    using std::chrono::seconds;
+    fs::remove(ClipFilesName(AppPath));
+    fs::last_write_time(Path, Now - seconds(90));
+    ExpectTold();
+    fs::last_write_time(Path, Now - seconds(99)); // some file systems count in 2 seconds
+    ExpectPasted();
+    fs::last_write_time(Path, Now + seconds(3600)); // a clock that was wrong
+    ExpectPasted();
+}
+
+TEST_F(CopiedFileTest, DamagedWordsOfTheFilesAreRefused) {
+    const auto Good = TestSession::ReadFile(ClipFilesName(AppPath));
+    ASSERT_EQ(Good.size() % 4, 0U);
+    for (std::size_t Count = 2; Count < Good.size() / 4; ++Count) {
+        std::vector<std::uint8_t> Cut(Good.begin(),
+                                      Good.begin() + static_cast<std::ptrdiff_t>(4 * Count));
+        Cut[0] = static_cast<std::uint8_t>(Count - 1);
+        fs::rename(Session.WriteFile("cut", Cut), ClipFilesName(AppPath));
+        EXPECT_EQ(PasteElsewhere().size(), 1U) << Count;
+    }
 }
 
 TEST_F(ClipImportTest, AFileOfTwoChannelsIsReadOnceForBoth) {
@@ -183,27 +243,6 @@ TEST_F(ClipImportTest, AFileOfTwoChannelsIsReadOnceForBoth) {
     EXPECT_EQ(WaveStore->WavWaveINos, Frames);
     EXPECT_GE(Read, Frames * 4);
     EXPECT_LT(Read, Frames * 5);
-}
-
-TEST_F(ClipImportTest, AFileWithAnOlderDateThatCameAfterTheCopyIsTold) {
-    const std::string Path =
-        Session.WriteFile("old.wav", WavFile{.Data = AudioBytes({1, 2, 3}, 16)}.Whole());
-    std::filesystem::last_write_time(Path, std::filesystem::file_time_type::clock::now() -
-                                               std::chrono::hours(1000));
-    const Words Longs = OneBlock(Path, 3, BlockOrgFile, 1, 45);
-    FileTimes Described = TimesOfFile(Path);
-    constexpr std::int64_t Second = 1000000000;
-    EXPECT_GT(Described.ChangedNs - Described.WrittenNs, 999 * 3600 * Second);
-    EXPECT_LE(Described.ChangedNs, NowNs());
-    Described.WrittenNs += 5 * Second;
-    EXPECT_NO_THROW(ClipDescriptionCheck(Longs, 3, Described)) << "it was there before";
-    Described.ChangedNs -= 2 * Second;
-    EXPECT_NO_THROW(ClipDescriptionCheck(Longs, 3, Described)) << "as good as at the same time";
-    Described.ChangedNs -= 1;
-    EXPECT_THROW(ClipDescriptionCheck(Longs, 3, Described), Failure);
-    Described = TimesOfFile(Path);
-    Described.WrittenNs -= 3 * Second;
-    EXPECT_THROW(ClipDescriptionCheck(Longs, 3, Described), Failure);
 }
 
 TEST_F(ClipImportTest, SilenceComesAsSilence) {
