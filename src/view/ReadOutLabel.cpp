@@ -82,7 +82,8 @@ void ReadOutLabel::paintEvent(QPaintEvent*) {
     Painter.setPen(Front);
     Painter.drawText(QPointF(X, Y), text());
     if (hasFocus()) {
-        constexpr double Inset = RingWidth / 2.0;
+        // A line of the background around it keeps it apart from what lies beside the label.
+        constexpr double Inset = 1.0 + RingWidth / 2.0;
         Painter.setPen(
             QPen(StandingOutOf(Back), RingWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         Painter.setBrush(Qt::NoBrush);

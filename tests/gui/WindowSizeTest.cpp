@@ -142,9 +142,10 @@ TEST_F(WindowSizeTest, TheFocusOfAValueStandsOut) {
     ValueLabel* const Label = Window->ViewLbl[1];
     const auto EdgeIs = [Label](Qt::GlobalColor Color) {
         const QImage Shown = Label->grab().toImage();
+        const int Row = int(1.9 * Label->devicePixelRatioF());
         int Found = 0;
         for (int X = 0; X < Shown.width(); ++X)
-            Found += Shown.pixelColor(X, 0) == QColor(Color) ? 1 : 0;
+            Found += Shown.pixelColor(X, Row) == QColor(Color) ? 1 : 0;
         return Found > Shown.width() * 9 / 10;
     };
     EXPECT_FALSE(EdgeIs(Qt::white));
