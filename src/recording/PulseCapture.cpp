@@ -138,11 +138,11 @@ void PulseStream::Fail() const {
 void PulseStream::Open(const std::string& SourceName, const CaptureFormat& Format) {
     if (!Server.Connect(LongestWait))
         throw CaptureFailure(CaptureNoDriver, false);
-    pa_sample_spec Spec{};
-    Spec.format = Format.RecBits == 8 ? PA_SAMPLE_U8 : PA_SAMPLE_S16NE;
-    Spec.rate = static_cast<std::uint32_t>(Format.RecFreq);
-    Spec.channels = static_cast<std::uint8_t>(Format.RecChannels);
-    Stream = pa_stream_new(Server.Context(), "Record", &Spec, nullptr);
+    pa_sample_spec Sound{};
+    Sound.format = Format.RecBits == 8 ? PA_SAMPLE_U8 : PA_SAMPLE_S16NE;
+    Sound.rate = static_cast<std::uint32_t>(Format.RecFreq);
+    Sound.channels = static_cast<std::uint8_t>(Format.RecChannels);
+    Stream = pa_stream_new(Server.Context(), "Record", &Sound, nullptr);
     if (Stream == nullptr)
         Fail();
     pa_buffer_attr Buffers{};

@@ -59,6 +59,7 @@ WEditorClass::~WEditorClass() {
     Files.reset();
     FilesView.reset();
     Playing.reset();
+    Recording.reset();
     Window.reset();
     WaveStore.reset();
 }
@@ -100,8 +101,9 @@ std::span<const WEditorClass::Step> WEditorClass::MainWindowLoadSteps() {
 }
 
 std::span<const WEditorClass::Step> WEditorClass::ExitSteps() {
-    static constexpr std::array<Step, 11> Steps = {
+    static constexpr std::array<Step, 12> Steps = {
         {{"hide the main window", &WEditorClass::HideMainWindow},
+         {"stop recording", &WEditorClass::StopRecording},
          {"stop playback", &WEditorClass::StopPlayback},
          {"drop the clip", &WEditorClass::DropClip},
          {"stop the sound driver", &WEditorClass::StopSoundDriver},
@@ -222,6 +224,8 @@ void WEditorClass::MakeMainWindow() {
     WireToolCommands(*Window);
     WireWebLinks(*Window, QUORIL_WEB_SITE);
     Playing = std::make_unique<PlayControls>(*Window);
+    Recording = std::make_unique<RecordCommands>(*Window);
+    WireRecordCommands(*Window, *Recording);
     Window->RefreshCommands();
     Window->UnloadWanted = [this] { return Unload(); };
 }
@@ -281,7 +285,9 @@ bool WEditorClass::Unload() {
 }
 
 bool WEditorClass::SessionEndMayGo() {
-    return !Progress.IsOn() && UnsavedWorkSettled();
+    // A take that is not in the document yet would go without a question.
+    const bool Recorded = Recording != nullptr && Recording->HoldsTake();
+    return !Progress.IsOn() && !Recorded && UnsavedWorkSettled();
 }
 
 bool WEditorClass::UnsavedWorkSettled() {
@@ -325,6 +331,11 @@ void WEditorClass::ShutDownWhenWritten() {
 void WEditorClass::HideMainWindow() {
     if (Window != nullptr)
         Window->hide();
+}
+
+void WEditorClass::StopRecording() {
+    if (Recording != nullptr)
+        Recording->TakeDown();
 }
 
 void WEditorClass::StopPlayback() {

@@ -15,6 +15,7 @@
 #include "shell/MessageBoxes.h"
 #include "shell/PlayControls.h"
 #include "shell/ProgressFrm.h"
+#include "shell/RecordWiring.h"
 #include "shell/UndoClearFrm.h"
 #include "shell/UserGuideFrm.h"
 #include "shell/WindowPlaceKeeper.h"
@@ -109,6 +110,7 @@ class WEditorClass {
     // Exit
     [[nodiscard]] bool UnsavedWorkSettled();
     void HideMainWindow();
+    void StopRecording();
     void StopPlayback();
     void DropClip();
     void StopSoundDriver();
@@ -142,6 +144,7 @@ class WEditorClass {
     CopyPasteWindows CopiedBox;
     std::unique_ptr<CopyPasteClass> Pasting;
     std::unique_ptr<PlayControls> Playing;
+    std::unique_ptr<RecordCommands> Recording;
     bool Closing = false;
 };
 
