@@ -25,7 +25,7 @@ void MeterPic::paintEvent(QPaintEvent*) {
     const int Bar = MeterBar(PeakShown, BitsShown, height());
     Painter.fillRect(0, height() - Bar, width(), Bar, RedShown ? Qt::red : Qt::blue);
     Painter.setPen(palette().color(QPalette::Mid));
-    Painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    Painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
 } // namespace quoril

@@ -51,6 +51,8 @@ void Recd_Frm::OpenEngine() {
     (void)Session.Driver.InitilizeDriver(false);
     ShowDevices();
     ShowState();
+    if (Start_Btn[0]->isEnabled())
+        Start_Btn[0]->setFocus();
 }
 
 // ---- Closing

@@ -90,7 +90,6 @@ Recd_Frm::Recd_Frm(RecordSession& Shown) : Session(Shown) {
     ShowChoices();
     ShowDevices();
     ShowState();
-    Start_Btn[0]->setFocus();
 }
 
 QLabel* Recd_Frm::AddLabel(const char* Name, const char* AccessibleName) {
