@@ -69,6 +69,19 @@ class Camera:
         self.desktop.wait_for_window(editor, lambda window: window.title == "Quoril Wave Editor")
         self.keys("Return")  # the copy has failed
 
+    def record(self, editor):
+        """Takes the recording window while it records the demonstration sound from its start."""
+        self.keys("ctrl+r", "Return")
+        window = self.desktop.wait_for_window(editor, lambda window: window.title == "Record")
+        self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
+        self.keys("alt+s")
+        player = self.desktop.start(["paplay", "--device=quoril_out", self.sound])
+        player.wait(60)
+        self.keys("alt+t")
+        self.take(window, "record")
+        self.keys("Escape")
+        self.desktop.wait_for_window(editor, is_main_window)
+
     def end(self, editor):
         self.desktop.close_all(editor)
 
@@ -125,6 +138,7 @@ def main():
             camera.keys(*keys)
             camera.dialog(editor, name)
         camera.disk_space(editor)
+        camera.record(editor)
         camera.keys("ctrl+d", "ctrl+v")
         camera.dialog(editor, "confirm-paste")
         camera.keys("ctrl+a", "Delete")

@@ -4,6 +4,7 @@
 #include "recording/ScriptedCapture.h"
 #include "settings/STD1.h"
 #include "shell/WithDialog.h"
+#include "view/SelConfFrm.h"
 
 #include <QAction>
 
@@ -66,6 +67,11 @@ TEST_F(RecordWiringTest, TheEndOfTheProgramTakesTheWindowDown) {
 
 TEST_F(RecordWiringTest, WithoutAPlaceNoWindowComes) {
     SelStart = SelEnd = 0;
+    const SelConfAsker Questions;
+    const WithDialog Act([](QWidget* Dialog) {
+        EXPECT_EQ(Dialog->objectName(), "SelConfFrm");
+        Press(Dialog, "CancelBtn");
+    });
     Window->Entry("Record_Mnu")->trigger();
     EXPECT_TRUE(Window->isVisible());
     EXPECT_TRUE(Dx7.Log.empty());
