@@ -71,7 +71,9 @@ class Camera:
 
     def record(self, editor):
         """Takes the recording window while it records the demonstration sound from its start."""
-        self.keys("ctrl+r", "Return")
+        self.keys("ctrl+r")
+        question = self.desktop.wait_for_window(editor, lambda window: not is_main_window(window))
+        self.desktop.run("xdotool", "windowactivate", "--sync", question.id, "key", "Return")
         window = self.desktop.wait_for_window(editor, lambda window: window.title == "Record")
         self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
         self.keys("alt+s")
