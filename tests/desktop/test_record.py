@@ -62,6 +62,15 @@ class RecordTest(DesktopTest):
         return sum(path.stat().st_size for folder in self.session_folders()
                    for path in folder.glob("tm*.tmp"))
 
+    def wait_until_stopped(self):
+        """A take that does not grow any more, in the time of several blocks, is stopped."""
+        sizes = [-1]
+
+        def state():
+            sizes.append(self.work_bytes())
+            return sizes[-1] == sizes[-2]
+        wait_until(state, "the end of the take", pause=0.5)
+
     def recorded_whole(self, channels, seconds, meanwhile=lambda window: None):
         self.sink(channels)
         path = self.document(channels)
@@ -74,7 +83,9 @@ class RecordTest(DesktopTest):
         wait_until(lambda: player.poll() is not None, "the end of the sound", seconds + 30)
         played = self.work_bytes()
         wait_until(lambda: self.work_bytes() > played + RATE * channels, "a silent end")
-        self.keys(window, "alt+t", "alt+d")
+        self.keys(window, "alt+t")
+        self.wait_until_stopped()
+        self.keys(window, "alt+d")
         main = self.desktop.wait_for_window(editor, is_main_window)
         self.keys(main, "ctrl+s")
         wait_until(lambda: path.stat().st_size > 2 * len(known), "the saved file")

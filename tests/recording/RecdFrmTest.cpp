@@ -4,6 +4,7 @@
 #include "base/ViewState.h"
 #include "recording/MeterPic.h"
 #include "settings/STD1.h"
+#include "shell/HelpTopics.h"
 #include "shell/WithDialog.h"
 #include "storage/FileMemoClass.h"
 #include "storage/UndoOffScope.h"
@@ -448,6 +449,21 @@ TEST_F(RecdFrmTest, WithoutAPlaceTheCommandEnds) {
     SelStart = SelEnd = 0;
     RecordSession Asked({Dx7, Api, [] { return true; }});
     EXPECT_FALSE(Asked.InitilizeForm()) << "nobody answers the question";
+}
+
+TEST_F(RecdFrmTest, TheHelpKnowsItsControls) {
+    Open(2);
+    int Seen = 0;
+    for (const HelpPlace& Place : HelpPlaces()) {
+        if (Place.Number < 372 || Place.Number > 376)
+            continue;
+        ++Seen;
+        const QString Name = QLatin1String(Place.Control);
+        EXPECT_TRUE(Window->findChild<QWidget*>(Name) != nullptr ||
+                    Window->findChild<QWidget*>(Name + "_0") != nullptr)
+            << Place.Control;
+    }
+    EXPECT_GT(Seen, 10);
 }
 
 TEST_F(RecdFrmTest, ItFitsASmallScreen) {
