@@ -222,7 +222,8 @@ void LoadBookmarks(const std::string& FileName) {
 bool SaveBookmarks(const std::string& FileName) {
     if (FileName.empty())
         return true;
-    const bool Readable = !FileThere(FileName) || IsReadable(FileName);
+    const bool WasThere = FileThere(FileName);
+    const bool Readable = !WasThere || IsReadable(FileName);
     if (BookmarkNos() == 0) {
         // What cannot be read is not ours to delete, and does not come back with the sound.
         if (Readable && !FileDelete(FileName))
@@ -232,9 +233,15 @@ bool SaveBookmarks(const std::string& FileName) {
     if (!Readable && !UnreadableMayGo(FileName))
         return false;
     const std::vector<std::int32_t> Words = WordsOfList();
-    ReplaceFile(FileName, [&Words](FileReplacement& File) {
-        File.Write(0, Words.data(), Words.size() * sizeof Words[0]);
-    });
+    try {
+        ReplaceFile(FileName, [&Words](FileReplacement& File) {
+            File.Write(0, Words.data(), Words.size() * sizeof Words[0]);
+        });
+    } catch (...) {
+        if (!WasThere)
+            (void)FileDelete(FileName); // half a list is none, and would stand in the way
+        throw;
+    }
     return true;
 }
 

@@ -22,6 +22,8 @@ namespace quoril {
 
 namespace {
 
+constexpr mode_t AllRights = 07777;
+
 /// The old contents are gone in part; the words say where the new ones lie.
 class HalfReplaced : public Failure {
     using Failure::Failure;
@@ -105,7 +107,6 @@ bool RightsGoOver(const struct stat& Old, const std::string& From, const std::st
     if ((New.st_uid != Old.st_uid || New.st_gid != Old.st_gid) &&
         ::chown(To.c_str(), Old.st_uid, Old.st_gid) != 0)
         return false;
-    constexpr mode_t AllRights = 07777;
     return NotesGoOver(From, To) && ::chmod(To.c_str(), Old.st_mode & AllRights) == 0;
 }
 
@@ -133,6 +134,10 @@ FileReplacement::FileReplacement(const std::string& FileName) : Asked(FileName) 
     if (IsWriteProtected(FileName))
         throw SystemFailure(EACCES, FileName);
     Target = FileBehind(FileName);
+    struct stat Old {};
+    if (::stat(Target.c_str(), &Old) != 0)
+        throw SystemFailure(errno, FileName);
+    RightsBefore = Old.st_mode & AllRights;
     try {
         MakeNeighbour();
     } catch (const SystemFailure& Why) {
@@ -184,6 +189,8 @@ bool FileReplacement::TakesThePlace() {
     struct stat Old {};
     const bool StillThere = ::stat(Target.c_str(), &Old) == 0;
     if (StillThere && (Old.st_nlink != 1 || !RightsGoOver(Old, Target, Neighbour)))
+        return false;
+    if (!StillThere && (errno != ENOENT || ::chmod(Neighbour.c_str(), RightsBefore) != 0))
         return false;
     // Both change their names in one step, and what is then the neighbour goes. To rename onto the
     // old file is the same, but some file systems write all of the new one to the disk within it.

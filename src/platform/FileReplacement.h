@@ -46,6 +46,7 @@ class FileReplacement {
     std::string Asked;
     std::string Target;    ///< the file itself, behind all links; empty where there is none yet
     std::string Neighbour; ///< empty when there is none, or none any more
+    unsigned RightsBefore = 0;
     FileForWriting File;
     bool Placed = false;
 };
