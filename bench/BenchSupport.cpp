@@ -2,6 +2,7 @@
 
 #include "audiofile/OpenSaveClass.h"
 #include "platform/FileHandle.h"
+#include "platform/ProgramPlaces.h"
 #include "settings/STD1.h"
 #include "storage/FileMemoClass.h"
 
@@ -40,7 +41,7 @@ void Put32(std::uint8_t* To, std::int64_t Value) {
 } // namespace
 
 BenchFolder::BenchFolder() {
-    std::string Pattern = (fs::current_path() / "quoril-bench-XXXXXX").string();
+    std::string Pattern = GetTempPathA() + "/quoril-bench-XXXXXX";
     if (::mkdtemp(Pattern.data()) == nullptr)
         throw std::runtime_error("no folder for the benchmark");
     Root = Pattern;

@@ -11,7 +11,7 @@ class FileMemoClass;
 
 namespace quoril::bench {
 
-/// A folder for one run on the disk of the current folder, with session and settings places set;
+/// A folder for one run in $TMPDIR (or /var/tmp), with session and settings places set;
 /// removed at the end.
 class BenchFolder {
   public:

@@ -157,7 +157,8 @@ def main():
     source, out = work / "in.wav", work / "out.wav"
     seconds = 60 * given.minutes
     here = os.getcwd()
-    os.chdir(work)  # the benchmark makes its session folder here
+    os.chdir(work)
+    os.environ["TMPDIR"] = str(work)  # the benchmark makes its session folder here
     try:
         run(["sox", "-R", "-n", "-r", 44100, "-c", 2, "-b", 16, source, "synth", seconds,
              "pinknoise", "gain", -6])

@@ -60,7 +60,7 @@ void TakePositions(std::int32_t Mode, BookmarkRec& Rec) {
 
 /// The number of a text as samples; nothing for a text that is none, and beyond 32 bits.
 std::optional<std::int32_t> PositionOf(std::string_view Text, double Scale) {
-    const std::optional<double> Number = WholeNumber(Text);
+    const std::optional<double> Number = NumberAlone(Text);
     if (!Number)
         return std::nullopt;
     try {

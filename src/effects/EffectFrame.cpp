@@ -171,7 +171,7 @@ std::unique_ptr<BlockCarrBuffClass> CopiedCarrier(const BlockCarrBuffClass& Sour
 }
 
 double EnteredNumber(const std::string& Text) {
-    if (const auto Number = WholeNumber(Text))
+    if (const auto Number = NumberAlone(Text))
         return *Number;
     // What was pasted by mistake may be longer than any message box.
     constexpr std::size_t LongestShown = 40;

@@ -67,7 +67,7 @@ class MoveUpDownEffect final : public TransformEffect {
             InputBox("Enter Height percentage to move up or down.\n(-100 to 100)", {}, LastHeight);
         if (!Answer.Accepted || Answer.Text.empty())
             return false;
-        const double Percent = WholeNumber(Answer.Text).value_or(0);
+        const double Percent = NumberAlone(Answer.Text).value_or(0);
         if (Percent == 0 || Percent < -100 || Percent > 100) {
             MsgBox("Invalid Entry", "Move Up/Down Failed");
             return false;

@@ -18,7 +18,7 @@ struct MemoryFigures {
     std::int64_t Available = 0;
 };
 
-std::optional<std::int64_t> WholeNumber(std::string_view Text) {
+std::optional<std::int64_t> CountAtStart(std::string_view Text) {
     Text.remove_prefix(std::min(Text.find_first_not_of(" \t"), Text.size()));
     std::int64_t Value = 0;
     const auto Parsed = std::from_chars(Text.data(), Text.data() + Text.size(), Value);
@@ -33,7 +33,7 @@ std::optional<std::int64_t> NumberInFile(const std::string& FileName) {
     std::string Line;
     if (!std::getline(In, Line))
         return std::nullopt;
-    return WholeNumber(Line);
+    return CountAtStart(Line);
 }
 
 /// The number of a line "name: number" or "name number".
@@ -42,7 +42,7 @@ std::optional<std::int64_t> NumberAfterName(const std::string& FileName, std::st
     std::string Line;
     while (std::getline(In, Line))
         if (Line.starts_with(Name) && Line.size() > Name.size())
-            return WholeNumber(std::string_view(Line).substr(Name.size()));
+            return CountAtStart(std::string_view(Line).substr(Name.size()));
     return std::nullopt;
 }
 

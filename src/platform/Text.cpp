@@ -77,7 +77,7 @@ double LeadingNumber(std::string_view Text) noexcept {
     return NumberAtStart(Text, Value) == 0 ? 0.0 : Value;
 }
 
-std::optional<double> WholeNumber(std::string_view Text) noexcept {
+std::optional<double> NumberAlone(std::string_view Text) noexcept {
     double Value = 0.0;
     const std::size_t Length = NumberAtStart(Text, Value);
     if (Length == 0 || Text.find_first_not_of(Blanks, Length) != std::string_view::npos)

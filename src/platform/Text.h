@@ -19,6 +19,6 @@ namespace quoril {
 [[nodiscard]] double LeadingNumber(std::string_view Text) noexcept;
 /// The decimal number that the whole text is, blanks at both ends aside; nothing for anything else,
 /// and for a number beyond the range of double. The decimal mark is always the point.
-[[nodiscard]] std::optional<double> WholeNumber(std::string_view Text) noexcept;
+[[nodiscard]] std::optional<double> NumberAlone(std::string_view Text) noexcept;
 
 } // namespace quoril

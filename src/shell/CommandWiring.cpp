@@ -25,6 +25,7 @@
 #include "shell/OptionsFrm.h"
 #include "shell/StartUpMod.h"
 #include "storage/UndoClearMod.h"
+#include "storage/UndoListener.h"
 #include "view/ReadOutLabel.h"
 #include "view/WavePanel.h"
 

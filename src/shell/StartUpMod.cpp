@@ -81,7 +81,7 @@ constexpr std::int32_t ReplacementHeight = 7440;
 constexpr double TwipsPerInch = 1440.0;
 
 /// The leading number of a text, limited to 32 bits.
-std::int32_t WholeNumber(const std::string& Text) {
+std::int32_t LeadingLong(const std::string& Text) {
     return RoundToLong(std::clamp(LeadingNumber(Text), -2147483648.0, 2147483647.0));
 }
 
@@ -92,7 +92,7 @@ WindowPlace WindowPlaceParse(const std::string& Text) {
     std::size_t From = 0;
     for (std::int32_t& Number : Numbers) {
         const std::size_t Comma = std::min(Text.find(',', From), Text.size());
-        Number = WholeNumber(Text.substr(From, Comma - From));
+        Number = LeadingLong(Text.substr(From, Comma - From));
         From = std::min(Comma + 1, Text.size());
     }
     return {Numbers[0], Numbers[1], Numbers[2], Numbers[3], Numbers[4]};

@@ -13,6 +13,8 @@
 
 namespace quoril {
 
+struct UndoMenuState;
+
 /// The samples of one channel as they cross the store's interface: indexed from 1, index 0 unused.
 using SampleArray = std::vector<std::int16_t>;
 
@@ -113,6 +115,7 @@ class FileMemoClass {
     [[nodiscard]] const BlockListClass& BlocksR() const noexcept { return ListR; }
     /// Records 1 to UndoCount, index 0 unused; those up to UndoReleased have been given up.
     [[nodiscard]] const std::vector<UndoRec>& UndoRecords() const noexcept { return Journal; }
+    /// The number of the last record. A step of the user has one record or several.
     [[nodiscard]] std::int32_t UndoCount() const noexcept;
     [[nodiscard]] std::int32_t UndoReleased() const noexcept { return Released; }
 

@@ -25,24 +25,4 @@ struct UndoRec {
     std::int32_t UndoViewTotal = 0;
 };
 
-/// What the Undo menu and the toolbar show.
-struct UndoMenuState {
-    std::string Caption = "Undo [Nothing]";
-    bool Enabled = false;      ///< entries 1 and 2, and the button
-    bool OptionChecked = true; ///< the check mark of entry 3
-};
-
-/// Implemented by the window: what undo changes outside the document.
-class UndoListener {
-  public:
-    virtual ~UndoListener() = default;
-    virtual void UndoMenuChanged(const UndoMenuState& State) = 0;
-    /// The current format has been set back: the Format menu must follow.
-    virtual void SetMenu_To_DefaultFormat() = 0;
-};
-
-/// Names who is told from now on; null for nobody. The object must outlive its use.
-void SetUndoListener(UndoListener* Receiver) noexcept;
-[[nodiscard]] UndoListener* CurrentUndoListener() noexcept;
-
 } // namespace quoril

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "selection/ViewListener.h"
-#include "storage/UndoRec.h"
+#include "storage/UndoListener.h"
 #include "view/CommandTable.h"
 #include "view/EntDurFrm.h"
 #include "view/SelConfFrm.h"

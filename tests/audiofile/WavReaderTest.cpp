@@ -3,6 +3,7 @@
 #include "audiofile/ULawTable.h"
 #include "base/DocumentState.h"
 #include "settings/STD1.h"
+#include "storage/UndoListener.h"
 #include "storage/WoroFileBlockMod.h"
 #include "support/OrderLog.h"
 #include "support/ScriptedMessages.h"

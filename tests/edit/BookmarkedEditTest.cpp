@@ -4,6 +4,7 @@
 #include "bookmarks/BookmarkListMod.h"
 #include "edit/LengthCommands.h"
 #include "selection/ScriptedSelConf.h"
+#include "storage/UndoListener.h"
 
 #include <algorithm>
 #include <functional>

@@ -4,6 +4,7 @@
 #include "audiofile/WavMaker.h"
 #include "edit/ClipMarker.h"
 #include "edit/CopyPasteFixture.h"
+#include "storage/UndoListener.h"
 
 namespace quoril::test {
 

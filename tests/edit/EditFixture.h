@@ -8,6 +8,7 @@
 #include "selection/ViewFixture.h"
 #include "storage/DiskSpaceGuardMod.h"
 #include "storage/StorageChecks.h"
+#include "storage/UndoListener.h"
 
 #include <gmock/gmock.h>
 

@@ -8,6 +8,7 @@
 #include "edit/CopyPasteFixture.h"
 #include "edit/LapMod.h"
 #include "edit/LengthCommands.h"
+#include "storage/UndoListener.h"
 
 #include <algorithm>
 #include <functional>

@@ -4,6 +4,7 @@
 #include "base/Failure.h"
 #include "edit/LapKernel.h"
 #include "settings/STD1.h"
+#include "storage/UndoListener.h"
 #include "storage/WoroFileBlockMod.h"
 #include "support/OrderLog.h"
 

@@ -6,6 +6,7 @@
 #include "effects/EffectFixture.h"
 #include "effects/ScriptedMix.h"
 #include "effects/TransformCommands.h"
+#include "storage/UndoListener.h"
 #include "support/LargeFile.h"
 
 #include <algorithm>

@@ -13,6 +13,7 @@
 #include "storage/DiskSpaceGuardMod.h"
 #include "storage/FileMemoClass.h"
 #include "storage/StorageChecks.h"
+#include "storage/UndoListener.h"
 #include "support/FullDisk.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"

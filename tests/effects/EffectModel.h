@@ -7,6 +7,7 @@
 #include "platform/SampleMemory.h"
 #include "selection/ScriptedSelConf.h"
 #include "storage/UndoClearMod.h"
+#include "storage/UndoListener.h"
 
 #include <algorithm>
 #include <array>

@@ -4,6 +4,7 @@
 #include "effects/ScriptedMix.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
+#include "storage/UndoListener.h"
 
 #include <random>
 

@@ -8,6 +8,7 @@
 #include "base/ViewState.h"
 #include "edit/LengthCommands.h"
 #include "storage/FileMemoClass.h"
+#include "storage/UndoListener.h"
 
 #include <QAction>
 #include <QGroupBox>

@@ -6,6 +6,7 @@
 #include "StorageChecks.h"
 #include "base/DocumentState.h"
 #include "settings/STD1.h"
+#include "storage/UndoListener.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
 

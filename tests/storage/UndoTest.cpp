@@ -2,6 +2,7 @@
 #include "base/DocumentState.h"
 #include "base/Failure.h"
 #include "base/ViewState.h"
+#include "storage/UndoListener.h"
 #include "support/FullDisk.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"

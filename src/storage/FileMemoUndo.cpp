@@ -8,26 +8,13 @@
 #include "base/ProgressReport.h"
 #include "base/ViewState.h"
 #include "storage/BlockTableInner.h"
+#include "storage/UndoListener.h"
 #include "storage/UndoOffScope.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace quoril {
-
-namespace {
-
-UndoListener* Listener = nullptr;
-
-} // namespace
-
-void SetUndoListener(UndoListener* Receiver) noexcept {
-    Listener = Receiver;
-}
-
-UndoListener* CurrentUndoListener() noexcept {
-    return Listener;
-}
 
 std::int32_t FileMemoClass::UndoCount() const noexcept {
     return static_cast<std::int32_t>(Journal.size()) - 1;
@@ -114,7 +101,7 @@ void FileMemoClass::UndoOne(UndoRec& Record) {
         WavFmtChannel = Record.UndoChn;
         WavFmtFreq = Record.UndoLen;
         CurrentFormat = {WavFmtChannel, WavFmtFreq, WavFmtBits};
-        if (Listener != nullptr)
+        if (UndoListener* const Listener = CurrentUndoListener())
             Listener->SetMenu_To_DefaultFormat();
         break;
     }
@@ -193,7 +180,7 @@ UndoMenuState FileMemoClass::UndoMenu() const {
 }
 
 void FileMemoClass::UndoInfoUpdateMenu() {
-    if (Listener != nullptr)
+    if (UndoListener* const Listener = CurrentUndoListener())
         Listener->UndoMenuChanged(UndoMenu());
 }
 
