@@ -39,7 +39,7 @@ struct LapPlace {
 std::optional<LapPlace> PlaceOf(std::int32_t SelcOpn, std::int32_t From, std::int32_t To) {
     const std::int32_t Length = To - From + 1;
     if (SelcOpn == LapSelectionFirst) {
-        if (std::int64_t{From} + std::int64_t{Length} * 2 > WaveStore->WavWaveINos) {
+        if (From - 1 + std::int64_t{Length} * 2 > WaveStore->WavWaveINos) {
             MsgBox("If the current selection is the first part:\n"
                    "Available duration after the selection is smaller then this selection\n"
                    "(not sufficient to lap on this selection).\n"
