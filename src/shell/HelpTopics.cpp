@@ -127,6 +127,8 @@ const std::vector<HelpTopic>& HelpTopics() {
         {854, "options.html#disk"},
         {855, "options.html#sound"},
         {900, "help.html"},
+        {910, "support.html"},
+        {911, "cd.html"},
     };
     return Table;
 }
@@ -273,6 +275,9 @@ const std::vector<HelpPlace>& HelpPlaces() {
         {"ColorDialog", 851},
         {"FolderDialog", 854},
         {"HelpViewerFrm", 900},
+        {"MnuWebsite_0", HelpOverview},
+        {"MnuWebsite_1", 910},
+        {"MnuCDRipper", 911},
     };
     return Table;
 }

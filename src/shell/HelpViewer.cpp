@@ -96,13 +96,23 @@ class HelpKeyFilter final : public QObject {
     }
 };
 
+/// A file of the help by its place beside the program or in an installation, the first if in
+/// neither.
+std::string BesideOrInstalled(const std::string& ExecutableFolder, const std::string& File) {
+    const std::string Beside = ExecutableFolder + "/" + File;
+    const std::string Installed =
+        FolderOfPath(ExecutableFolder) + "/share/quoril-wave-editor/" + File;
+    return !FileExists(Beside) && FileExists(Installed) ? Installed : Beside;
+}
+
 } // namespace
 
 std::string HelpFileBeside(const std::string& ExecutableFolder) {
-    const std::string Beside = ExecutableFolder + "/" + HelpFile;
-    const std::string Installed =
-        FolderOfPath(ExecutableFolder) + "/share/quoril-wave-editor/" + HelpFile;
-    return !FileExists(Beside) && FileExists(Installed) ? Installed : Beside;
+    return BesideOrInstalled(ExecutableFolder, HelpFile);
+}
+
+std::string HelpPageBeside(const std::string& ExecutableFolder, const std::string& Page) {
+    return BesideOrInstalled(ExecutableFolder, "help/pages/" + Page);
 }
 
 void HelpSetUp(WaveEditor_Frm& Window) {

@@ -17,6 +17,9 @@ extern std::string HelpFileName;
 /// The help of a program in that folder: beside the program, as in a build tree, or where an
 /// installation has it. Gives the first place when there is none in either.
 [[nodiscard]] std::string HelpFileBeside(const std::string& ExecutableFolder);
+/// The same for a page as a browser reads it, such as "index.html".
+[[nodiscard]] std::string HelpPageBeside(const std::string& ExecutableFolder,
+                                         const std::string& Page);
 
 /// Registers the entries of `Help_Mnu`, and makes F1 in any window of the program open the topic of
 /// what it is pressed on, until the main window is gone.

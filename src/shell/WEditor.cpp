@@ -10,6 +10,7 @@
 #include "base/UserFileWriting.h"
 #include "edit/PrivateClipboard.h"
 #include "platform/FileSystem.h"
+#include "platform/ProgramPlaces.h"
 #include "platform/Text.h"
 #include "playback/DsPlayClass.h"
 #include "playback/PlayMod.h"
@@ -222,7 +223,7 @@ void WEditorClass::MakeMainWindow() {
     WireEffectCommands(*Window);
     WireBookmarkCommands(*Window);
     WireToolCommands(*Window);
-    WireWebLinks(*Window, QUORIL_WEB_SITE);
+    WireWebLinks(*Window, QUORIL_WEB_SITE, FolderOfPath(ProgramFile()));
     Playing = std::make_unique<PlayControls>(*Window);
     Recording = std::make_unique<RecordCommands>(*Window);
     WireRecordCommands(*Window, *Recording);

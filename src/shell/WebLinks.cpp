@@ -4,6 +4,8 @@
 #include "base/Failure.h"
 #include "base/MsgBoxMod.h"
 #include "base/QtText.h"
+#include "platform/FileSystem.h"
+#include "shell/HelpViewer.h"
 #include "view/WaveEditor_Frm.h"
 
 #include <QDesktopServices>
@@ -16,31 +18,42 @@ namespace {
 
 struct WebLink {
     const char* Entry;
-    const char* Page; ///< below the site's address
+    const char* Site; ///< below the site's address
+    const char* Page; ///< of the help, where there is no site
     const char* Note; ///< told first, unless empty
 };
 
 constexpr std::array<WebLink, 3> WebLinks = {
-    {{"MnuWebsite_0", "/", ""},
-     {"MnuWebsite_1", "/support", ""},
-     {"MnuCDRipper", "/cd-ripper",
+    {{"MnuWebsite_0", "/", "index.html", ""},
+     {"MnuWebsite_1", "/support", "support.html", ""},
+     {"MnuCDRipper", "/cd-ripper", "cd.html",
       "This will take you to our web site to view free CD Ripper/Extractor"}}};
 
-void OpenPage(const std::string& Address) {
-    if (!QDesktopServices::openUrl(QUrl(ShownText(Address))))
-        throw Failure("No browser could be started for the page " + Address);
+void OpenAddress(const QUrl& Address) {
+    if (!QDesktopServices::openUrl(Address))
+        throw Failure("No browser could be started for the page " + CoreText(Address.toString()));
+}
+
+void OpenPage(const std::string& File) {
+    if (!FileExists(File))
+        throw Failure("The page " + File + " is not there.");
+    OpenAddress(QUrl::fromLocalFile(ShownText(File)));
 }
 
 } // namespace
 
-void WireWebLinks(WaveEditor_Frm& Window, const std::string& Site) {
-    if (Site.empty())
-        return;
+void WireWebLinks(WaveEditor_Frm& Window, const std::string& Site,
+                  const std::string& ExecutableFolder) {
     for (const WebLink& Link : WebLinks)
-        Window.Commands.Set(Link.Entry, [Link, Address = Site + Link.Page] {
+        Window.Commands.Set(Link.Entry, [Link, Site, ExecutableFolder] {
             if (*Link.Note != '\0')
                 MsgBox(Link.Note);
-            RunCommand({}, [&Address] { OpenPage(Address); });
+            RunCommand({}, [&] {
+                if (Site.empty())
+                    OpenPage(HelpPageBeside(ExecutableFolder, Link.Page));
+                else
+                    OpenAddress(QUrl(ShownText(Site + Link.Site)));
+            });
         });
 }
 

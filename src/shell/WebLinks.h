@@ -1,4 +1,4 @@
-// The entries of the menus that open a page of the program's web site in the system's browser.
+// The entries of the menus that open a page in the system's browser.
 #pragma once
 
 #include <string>
@@ -7,8 +7,10 @@ namespace quoril {
 
 class WaveEditor_Frm;
 
-/// Registers the entries `MnuWebsite` and `MnuCDRipper` for the site that begins with this address,
-/// as "https://sound.example". Without an address they stay disabled.
-void WireWebLinks(WaveEditor_Frm& Window, const std::string& Site);
+/// Registers the entries `MnuWebsite` and `MnuCDRipper`. They open pages of the site that begins
+/// with this address, as "https://sound.example"; without one, the pages of the help of a program
+/// in that folder. A page that is missing or that no browser takes is told.
+void WireWebLinks(WaveEditor_Frm& Window, const std::string& Site,
+                  const std::string& ExecutableFolder);
 
 } // namespace quoril

@@ -1,6 +1,7 @@
 """test_installation.py BUILD: what `cmake --install` puts where, and whether a desktop accepts it."""
 
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -10,6 +11,7 @@ from configparser import RawConfigParser
 from pathlib import Path
 
 BUILD = sys.argv.pop()
+ROOT = Path(__file__).resolve().parents[2]
 
 
 class Installation(unittest.TestCase):
@@ -51,6 +53,14 @@ class Installation(unittest.TestCase):
     def test_the_help_is_installed_where_the_program_looks_for_it(self):
         help_file = self.prefix / "share" / "quoril-wave-editor" / "quoril-wave-editor.qch"
         self.assertEqual(help_file.read_bytes()[:15], b"SQLite format 3")
+
+    def test_the_pages_of_the_help_are_installed_for_a_browser(self):
+        pages = self.prefix / "share" / "quoril-wave-editor" / "help" / "pages"
+        self.assertEqual({path.name for path in pages.iterdir()},
+                         {path.name for path in (ROOT / "help" / "pages").iterdir()})
+        for page in pages.glob("*.html"):
+            for link in re.findall(r'(?:src|href)="([^"#]+)', page.read_text(encoding="utf-8")):
+                self.assertTrue((pages / link).is_file(), f"{link} on {page.name}")
 
     def test_nothing_of_the_build_and_its_tests_is_installed(self):
         names = [path.name for path in self.prefix.rglob("*") if path.is_file()]
