@@ -14,4 +14,22 @@ if(QUORIL_SANITIZE)
 endif()
 
 set(CMAKE_CXX_FLAGS_RELEASE "-O3 -DNDEBUG")
-set(CMAKE_CXX_FLAGS_DEBUG "-g") # and the optimisation that a preset asks for
+set(CMAKE_CXX_FLAGS_DEBUG "-g")
+# For the sanitizers: as fast as they get, with the lines that their reports name.
+set(CMAKE_CXX_FLAGS_SANITIZE "-O1 -g1")
+
+# quoril_precompile(target header...): headers from elsewhere that most sources of a target include.
+# Only for g++: what clang builds, the sanitizer round and the linter, shows that each source includes
+# what it needs.
+function(quoril_precompile target)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+  endif()
+endfunction()
+# quoril_precompiled_as(target other): takes what was precompiled for another target, which must be
+# compiled with the same options.
+function(quoril_precompiled_as target other)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    target_precompile_headers(${target} REUSE_FROM ${other})
+  endif()
+endfunction()

@@ -66,3 +66,16 @@ one_at_a_time() {
 
 # alone COMMAND...: runs a command that configures or builds.
 alone() { one_at_a_time build/.building "$@"; }
+
+# timed WHAT COMMAND...: runs a command and keeps how long it took, for told_times. WHAT is a few words.
+times=()
+timed() {
+    local what=$1 begin=$SECONDS code
+    shift
+    "$@"
+    code=$?
+    times+=("$(printf '%4d s  %s' $((SECONDS - begin)) "$what")")
+    return $code
+}
+# told_times: what has taken how long so far.
+told_times() { printf '%s\n' "${times[@]}"; }

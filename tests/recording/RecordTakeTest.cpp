@@ -5,6 +5,7 @@
 #include "recording/RecordMachine.h"
 #include "settings/STD1.h"
 #include "storage/FileMemoClass.h"
+#include "storage/UndoListener.h"
 #include "storage/UndoOffScope.h"
 #include "storage/WoroFileBlockMod.h"
 #include "support/FullDisk.h"

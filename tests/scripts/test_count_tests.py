@@ -4,6 +4,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree as xml
 from pathlib import Path
 
 import count_tests
@@ -47,6 +48,15 @@ class CountTests(unittest.TestCase):
     def test_the_sum_over_runs_closes_the_count(self):
         self.assertEqual(self.close(self.results("a", "good"), self.results("b", "good")),
                          (0, ["2 passed, 0 failed"]))
+
+    def test_slow_tests_are_named_the_slowest_first(self):
+        result = Path(self.results("a", "good", "bad"))
+        suite = xml.parse(result)
+        for case, seconds in zip(suite.getroot().findall("testcase"), ("12.4", "90")):
+            case.set("time", seconds)
+        suite.write(result)
+        self.assertEqual(self.close(str(result)),
+                         (1, ["  90 s  bad", "  12 s  good", "Failed: bad", "1 passed, 1 failed"]))
 
     def test_a_failed_test_fails_the_count_and_is_named(self):
         self.assertEqual(self.close(self.results("a", "good", "bad")),
