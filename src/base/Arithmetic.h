@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
 
 namespace quoril {
@@ -68,6 +69,11 @@ namespace quoril {
     if (__builtin_mul_overflow(A, B, &Result))
         FailOverflow();
     return Result;
+}
+
+/// How far apart two positions are.
+[[nodiscard]] inline std::int64_t Distance(std::int32_t A, std::int32_t B) noexcept {
+    return std::abs(std::int64_t{A} - B);
 }
 
 /// A 64-bit sum that goes to a 32-bit field; fails with "Overflow" when it does not fit.

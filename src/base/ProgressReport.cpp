@@ -57,9 +57,13 @@ void PassProgress::Reached(std::int32_t Position, std::int32_t Count) {
     ProgressFrm->SetCurrentProgress(Single(Base + Span * Part));
 }
 
-void PassProgress::PassEnd() {
+void PassProgress::NextPass() noexcept {
     Base += Span;
     Reports = 0;
+}
+
+void PassProgress::PassEnd() {
+    NextPass();
     ProgressFrm->SetCurrentProgress(Single(Base));
 }
 

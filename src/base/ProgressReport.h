@@ -59,8 +59,10 @@ class PassProgress {
     PassProgress(double SpanOfPass, std::int32_t ReportStep) : Span(SpanOfPass), Step(ReportStep) {}
     /// The samples of this pass up to `Position` of `Count` are done.
     void Reached(std::int32_t Position, std::int32_t Count);
-    /// The pass is over; the next one goes on from its end.
+    /// The pass is over; the next one goes on from its end, where the bar now stands.
     void PassEnd();
+    /// The same, and the bar is left where it is.
+    void NextPass() noexcept;
 
   private:
     double Span;

@@ -15,18 +15,6 @@ constexpr std::size_t FieldCount = 7;
 /// Bytes; more than a line with the longest name of a folder has.
 constexpr std::size_t MostLength = 8192;
 
-/// At most one part more than asked for: a text of any length costs no more.
-std::vector<std::string> SplitAt(std::string_view Text, char Mark, std::size_t Most) {
-    std::vector<std::string> Parts;
-    for (;;) {
-        const std::size_t End = Text.find(Mark);
-        Parts.emplace_back(Text.substr(0, End));
-        if (End == std::string_view::npos || Parts.size() > Most)
-            return Parts;
-        Text.remove_prefix(End + 1);
-    }
-}
-
 std::int32_t FieldNumber(const std::string& Field) {
     const double Value = RoundEven(LeadingNumber(Field));
     return Value >= -2147483648.0 && Value <= 2147483647.0 ? RoundToLong(Value) : 0;
@@ -42,7 +30,7 @@ std::string ClipMarkerLine(const ClipMarker& Marker) {
 std::optional<ClipMarker> ClipMarkerRead(const std::string& Line) {
     if (Line.size() > MostLength || Line.find('\0') != std::string::npos)
         return std::nullopt;
-    const std::vector<std::string> Fields = SplitAt(Line, ',', FieldCount);
+    const std::vector<std::string> Fields = TextParts(Line, ',', FieldCount);
     if (Fields.size() != FieldCount || Fields[0] != ClipMarkerWord)
         return std::nullopt;
     ClipMarker Marker;
@@ -51,7 +39,7 @@ std::optional<ClipMarker> ClipMarkerRead(const std::string& Line) {
     Marker.Bits = FieldNumber(Fields[3]);
     Marker.Freq = FieldNumber(Fields[4]);
     Marker.FreqText = Fields[4];
-    const std::vector<std::string> Pointer = SplitAt(Fields[5], ':', 2);
+    const std::vector<std::string> Pointer = TextParts(Fields[5], ':', 2);
     Marker.ClipPointer = Pointer.size() > 1 ? FieldNumber(Pointer[1]) : 0;
     Marker.Folder = Fields[6];
     if (Marker.Length < 1 || (Marker.Channels != 1 && Marker.Channels != 2))

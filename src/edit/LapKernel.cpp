@@ -22,13 +22,6 @@ void SmoothLoop(const std::int16_t* A, const std::int16_t* B, std::int16_t* Out,
     }
 }
 
-QUORIL_VECTORISED
-void SimpleLoop(const std::int16_t* A, const std::int16_t* B, std::int16_t* Out, std::size_t Length,
-                std::int32_t Max) noexcept {
-    for (std::size_t k = 0; k < Length; ++k)
-        Out[k] = LimitedSample(A[k] + B[k], Max);
-}
-
 } // namespace
 
 void LapSmoothRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
@@ -39,11 +32,6 @@ void LapSmoothRun(std::span<const std::int16_t> A, std::span<const std::int16_t>
                    std::min(MostRunSteps, Out.size() - Done),
                    static_cast<double>(First) + static_cast<double>(Done),
                    static_cast<double>(Count), Max);
-}
-
-void LapSimpleRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
-                  std::span<std::int16_t> Out, std::int32_t Max) noexcept {
-    SimpleLoop(A.data(), B.data(), Out.data(), Out.size(), Max);
 }
 
 } // namespace quoril

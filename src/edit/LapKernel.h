@@ -13,8 +13,4 @@ void LapSmoothRun(std::span<const std::int16_t> A, std::span<const std::int16_t>
                   std::span<std::int16_t> Out, std::int32_t First, std::int32_t Count,
                   std::int32_t Max) noexcept;
 
-/// A + B, limited to -`Max` to `Max`.
-void LapSimpleRun(std::span<const std::int16_t> A, std::span<const std::int16_t> B,
-                  std::span<std::int16_t> Out, std::int32_t Max) noexcept;
-
 } // namespace quoril

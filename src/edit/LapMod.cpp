@@ -4,6 +4,7 @@
 #include "base/BusyPointer.h"
 #include "base/MsgBoxMod.h"
 #include "base/ProgressReport.h"
+#include "base/SampleRuns.h"
 #include "edit/LapKernel.h"
 #include "platform/Text.h"
 #include "selection/SelectionMod.h"
@@ -73,9 +74,8 @@ class LapRuns {
           Max(SampleHigh(Bits)) {}
 
     /// Makes `A`, which is the first stretch as far as it lies in the document, the overlap with
-    /// `B`. `Done` is the share of the bar that is full, `Share` that of this channel.
-    void Make(BlockCarrBuffClass& A, BlockCarrBuffClass& B, double Done, double Share) const {
-        std::int32_t Reports = 0;
+    /// `B`.
+    void Make(BlockCarrBuffClass& A, BlockCarrBuffClass& B, PassProgress& Progress) const {
         A.WaveRunsChange(
             1, Count - Before, RunLength,
             [&](std::int32_t Position, std::span<const std::int16_t> In,
@@ -88,12 +88,9 @@ class LapRuns {
                                    Overlap(Place, In.subspan(Offset, OfB.size()), OfB,
                                            Out.subspan(Offset, OfB.size()));
                                });
-                if (Last / ReportEvery == Reports)
-                    return;
-                Reports = Last / ReportEvery;
-                ProgressFrm->SetCurrentProgress(
-                    Single(Done + Share * (static_cast<double>(Reports) * ReportEvery) / Count));
+                Progress.Reached(Last, Count);
             });
+        Progress.NextPass();
     }
 
   private:
@@ -102,7 +99,7 @@ class LapRuns {
         if (TransOpn == LapSmooth)
             LapSmoothRun(A, B, Out, Place, Count, Max);
         else
-            LapSimpleRun(A, B, Out, Max);
+            SumRun(A, B, Out, 1, -Max, Max);
     }
 
     std::int32_t Count;
@@ -127,13 +124,13 @@ void Lap(const LapPlace& Where, std::int32_t WorkChn, std::int32_t TransOpn) {
     if (!DiskSpaceGuard(std::int64_t{Length} * (WorkChn == 0 ? 4 : 2)))
         return;
 
-    const ProgressScope Progress(BarColorLap);
-    const double Share = WorkChn == 0 ? 0.5 : 1.0;
+    const ProgressScope Window(BarColorLap);
+    PassProgress Progress(WorkChn == 0 ? 0.5 : 1.0, ReportEvery);
     const LapRuns Runs(Where, TransOpn, WaveStore->WavFmtBits);
     if (WorkChn != 2)
-        Runs.Make(*AL, *BL, 0.0, Share);
+        Runs.Make(*AL, *BL, Progress);
     if (WorkChn != 1)
-        Runs.Make(*AR, *BR, 1.0 - Share, Share);
+        Runs.Make(*AR, *BR, Progress);
     WaveStore->WaveDataExchange(Start, WorkChn, Middle + Length - Start, AL.get(), AR.get(), Name,
                                 true);
     Refresh_Wave_View();

@@ -12,9 +12,6 @@ namespace quoril {
 /// 127 or 32767 for 8 or 16 bits.
 [[nodiscard]] std::int32_t PasteMaxSample(std::int32_t Bits);
 
-/// The sum.
-void MixRun(std::span<const std::int16_t> Clip, std::span<const std::int16_t> Doc,
-            std::span<std::int16_t> Out, std::int32_t MaxSample) noexcept;
 /// |0.95 / MaxSample x clip| x document, to nearest, ties to even.
 void ModulateRun(std::span<const std::int16_t> Clip, std::span<const std::int16_t> Doc,
                  std::span<std::int16_t> Out, std::int32_t MaxSample) noexcept;
@@ -23,7 +20,5 @@ void ModulateRun(std::span<const std::int16_t> Clip, std::span<const std::int16_
 void CrossFadeRun(std::span<const std::int16_t> Clip, std::span<const std::int16_t> Doc,
                   std::span<std::int16_t> Out, std::int32_t First, std::int32_t Total,
                   std::int32_t MaxSample) noexcept;
-/// The largest absolute value of a run.
-[[nodiscard]] std::int32_t PeakOfRun(std::span<const std::int16_t> In) noexcept;
 
 } // namespace quoril

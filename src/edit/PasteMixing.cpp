@@ -1,7 +1,7 @@
 #include "edit/PasteMixing.h"
 
-#include "base/Arithmetic.h"
 #include "base/ProgressReport.h"
+#include "base/SampleRuns.h"
 #include "edit/PasteKernels.h"
 
 #include <algorithm>
@@ -17,16 +17,16 @@ constexpr std::uint32_t BarColorPaste = 8421376; // dark cyan
 class Mixer {
   public:
     Mixer(PasteMixMode UsedMode, double UsedStep, std::int32_t Bits)
-        : Mode(UsedMode), Step(UsedStep), MaxSample(PasteMaxSample(Bits)) {}
+        : Mode(UsedMode), Progress(UsedStep, ReportEvery), MaxSample(PasteMaxSample(Bits)) {}
 
     void FindPeak(BlockCarrBuffClass& Clip) {
         const std::int32_t Total = Clip.WaveINos;
-        Clip.WaveRunsRead(1, Total, RunLength,
-                          [&](std::int32_t First, std::span<const std::int16_t> In) {
-                              Peak = std::max(Peak, PeakOfRun(In));
-                              Reached(First, In.size(), Total);
-                          });
-        PassEnd();
+        Clip.WaveRunsRead(
+            1, Total, RunLength, [&](std::int32_t First, std::span<const std::int16_t> In) {
+                Peak = std::max(Peak, PeakOf(In));
+                Progress.Reached(First + static_cast<std::int32_t>(In.size()) - 1, Total);
+            });
+        Progress.NextPass();
     }
 
     void Change(BlockCarrBuffClass& Clip, BlockCarrBuffClass& Doc) {
@@ -35,25 +35,12 @@ class Mixer {
             1, Total, RunLength,
             [&](std::int32_t First, std::span<const std::int16_t> In, std::span<std::int16_t> Out) {
                 ChangeRun(Doc, Total, First, In, Out);
-                Reached(First, In.size(), Total);
+                Progress.Reached(First + static_cast<std::int32_t>(In.size()) - 1, Total);
             });
-        PassEnd();
+        Progress.NextPass();
     }
 
   private:
-    void Reached(std::int32_t First, std::size_t Count, std::int32_t Total) {
-        const std::int32_t Full = (First - 1 + static_cast<std::int32_t>(Count)) / ReportEvery;
-        if (Full == Reports)
-            return;
-        Reports = Full;
-        ProgressFrm->SetCurrentProgress(
-            Single(Running + Step * (static_cast<double>(Full) * ReportEvery) / Total));
-    }
-    void PassEnd() {
-        Running += Step;
-        Reports = 0;
-    }
-
     void ChangeRun(BlockCarrBuffClass& Doc, std::int32_t Total, std::int32_t First,
                    std::span<const std::int16_t> In, std::span<std::int16_t> Out) const {
         const auto Count = static_cast<std::int32_t>(In.size());
@@ -64,7 +51,7 @@ class Mixer {
                              const auto OutPart = Out.subspan(Offset, DocRun.size());
                              switch (Mode) {
                              case PasteMixMode::Mix:
-                                 MixRun(ClipPart, DocRun, OutPart, MaxSample);
+                                 SumRun(ClipPart, DocRun, OutPart, 1, -MaxSample, MaxSample);
                                  break;
                              case PasteMixMode::Modulate:
                                  ModulateRun(ClipPart, DocRun, OutPart, MaxSample);
@@ -77,10 +64,8 @@ class Mixer {
     }
 
     PasteMixMode Mode;
-    double Step;
+    PassProgress Progress;
     std::int32_t MaxSample;
-    double Running = 0;
-    std::int32_t Reports = 0; ///< told in this pass
     std::int32_t Peak = 0;
 };
 

@@ -6,6 +6,7 @@
 #include "base/Failure.h"
 #include "base/MsgBoxMod.h"
 #include "base/ProgressReport.h"
+#include "base/Random.h"
 #include "edit/ClipBits.h"
 #include "edit/ClipDescription.h"
 #include "edit/ClipMarker.h"
@@ -17,7 +18,6 @@
 
 #include <chrono>
 #include <map>
-#include <random>
 #include <utility>
 
 namespace quoril {
@@ -45,11 +45,10 @@ void DropClip() {
 
 std::int32_t NewClipPointer() {
     const auto Clock = std::chrono::system_clock::now().time_since_epoch().count();
-    std::mt19937_64 Generator(static_cast<std::uint64_t>(Clock));
-    std::uniform_real_distribution<double> Draw(0.0, 1.0);
+    RandomSeed(static_cast<double>(Clock));
     std::int32_t Drawn = 0;
     while (Drawn == 0) // 0 says that there is no clip
-        Drawn = RoundToLong(Draw(Generator) * PointerRange);
+        Drawn = RoundToLong(RandomDraw() * PointerRange);
     return Drawn;
 }
 
@@ -207,14 +206,6 @@ bool ImportClip(const ClipMarker& Marker) {
     return true;
 }
 
-CarrierPtr CopyOf(const BlockCarrBuffClass& Clip) {
-    auto Copy = std::make_unique<BlockCarrBuffClass>();
-    BlockSet Blocks;
-    Clip.BuffBlocksGetCopy(Blocks);
-    Copy->BuffBlocksPutFresh(std::move(Blocks));
-    return Copy;
-}
-
 } // namespace
 
 bool PutClipboard(std::int32_t WorkChn, std::int32_t Bits, std::int32_t Freq,
@@ -254,9 +245,9 @@ bool GetClipboard(std::unique_ptr<BlockCarrBuffClass>& CarrL,
             return;
         const BlockCarrBuffClass& Second = ClipCarrR != nullptr ? *ClipCarrR : *ClipCarrL;
         if (Marker->Channels == 2 || WorkChn != 2)
-            CarrL = CopyOf(*ClipCarrL);
+            CarrL = CarrierCopy(*ClipCarrL);
         if (Marker->Channels == 2 || WorkChn != 1)
-            CarrR = CopyOf(Second);
+            CarrR = CarrierCopy(Second);
         for (const CarrierPtr* const Carrier :
              {WorkChn != 2 ? &CarrL : nullptr, WorkChn != 1 ? &CarrR : nullptr})
             if (Carrier != nullptr)

@@ -1,6 +1,7 @@
 #include "effects/BandLevels.h"
 
 #include "base/Arithmetic.h"
+#include "base/RunSteps.h"
 
 #include <algorithm>
 #include <cmath>
@@ -77,7 +78,7 @@ void BandAverage::Step(std::int32_t Ahead, bool CentreMoves) noexcept {
 }
 
 std::int32_t BandAverage::Mean() const {
-    return RoundedShare(Sum, static_cast<std::int32_t>(Size));
+    return RoundedLow(static_cast<double>(Sum) / static_cast<double>(Size));
 }
 
 void BandLevels(const std::vector<std::int32_t>& Wave, std::int32_t NoOfBands,

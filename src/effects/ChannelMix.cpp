@@ -65,7 +65,7 @@ class ChannelMixEffect final : public EffectClass {
 CarrierPointer ChannelMixEffect::Plain(std::int32_t Source, const EffectWork& Work) {
     if (Source == MixSilence)
         return SilentCarrier(Work.Length());
-    return CopiedCarrier(Source == MixLeft ? *Work.CarrierL : *Work.CarrierR);
+    return CarrierCopy(Source == MixLeft ? *Work.CarrierL : *Work.CarrierR);
 }
 
 void ChannelMixEffect::Compute(EffectWork& Work, PassProgress& Progress) {
@@ -92,7 +92,7 @@ void ChannelMixEffect::Compute(EffectWork& Work, PassProgress& Progress) {
     for (const std::int32_t Source : Sources)
         if (!Computed(Source))
             New[Source] = Plain(Source, Work);
-    Work.CarrierR = CopiedCarrier(*New[Choice.RightSrc]);
+    Work.CarrierR = CarrierCopy(*New[Choice.RightSrc]);
     Work.CarrierL = std::move(New[Choice.LeftSrc]);
 }
 

@@ -162,14 +162,6 @@ std::unique_ptr<BlockCarrBuffClass> SilentCarrier(std::int32_t Length) {
     return Carrier;
 }
 
-std::unique_ptr<BlockCarrBuffClass> CopiedCarrier(const BlockCarrBuffClass& Source) {
-    auto Carrier = std::make_unique<BlockCarrBuffClass>();
-    BlockSet Blocks;
-    Source.BuffBlocksGetCopy(Blocks);
-    Carrier->BuffBlocksPutFresh(std::move(Blocks));
-    return Carrier;
-}
-
 double EnteredNumber(const std::string& Text) {
     if (const auto Number = NumberAlone(Text))
         return *Number;

@@ -126,8 +126,6 @@ void PairPass(const EffectWork& Work, PassProgress& Progress, const PairVisit& V
 
 /// A new carrier of `Length` silent samples; empty for 0.
 [[nodiscard]] std::unique_ptr<BlockCarrBuffClass> SilentCarrier(std::int32_t Length);
-/// A new carrier of the same samples, which cost memory only where one of the two changes.
-[[nodiscard]] std::unique_ptr<BlockCarrBuffClass> CopiedCarrier(const BlockCarrBuffClass& Source);
 
 /// The number that the whole text is. Fails with words for the user when it is none.
 [[nodiscard]] double EnteredNumber(const std::string& Text);

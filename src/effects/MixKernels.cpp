@@ -1,6 +1,7 @@
 #include "effects/MixKernels.h"
 
 #include "base/Arithmetic.h"
+#include "base/SampleRuns.h"
 #include "base/Vectorised.h"
 
 #include <algorithm>
@@ -9,18 +10,6 @@
 namespace quoril {
 
 namespace {
-
-/// Out[k] = A[k] + Sign x B[k].
-QUORIL_VECTORISED
-void SumLoop(const std::int16_t* __restrict A, const std::int16_t* __restrict B,
-             std::int16_t* __restrict Out, std::size_t Count, std::int32_t Sign, std::int32_t Low,
-             std::int32_t High) noexcept {
-    for (std::size_t k = 0; k < Count; ++k) {
-        std::int32_t Value = A[k] + Sign * B[k];
-        Value = Value < Low ? Low : Value;
-        Out[k] = static_cast<std::int16_t>(Value > High ? High : Value);
-    }
-}
 
 QUORIL_VECTORISED
 void AverageLoop(const std::int16_t* __restrict A, const std::int16_t* __restrict B,
@@ -39,8 +28,7 @@ void MixRun(std::int32_t Source, std::span<const std::int16_t> L, std::span<cons
             std::span<std::int16_t> Out, std::int32_t Bits) noexcept {
     const auto Sum = [&](std::span<const std::int16_t> A, std::span<const std::int16_t> B,
                          std::int32_t Sign) {
-        SumLoop(A.data(), B.data(), Out.data(), Out.size(), Sign, SampleLow(Bits),
-                SampleHigh(Bits));
+        SumRun(A, B, Out, Sign, SampleLow(Bits), SampleHigh(Bits));
     };
     switch (Source) {
     case MixLeft:

@@ -26,19 +26,6 @@ void RampLoop(const std::int16_t* In, std::int16_t* Out, std::int32_t Count, dou
 }
 
 QUORIL_VECTORISED
-void RangeLoop(const std::int16_t* In, std::size_t Count, std::int16_t& Low,
-               std::int16_t& High) noexcept {
-    std::int16_t Least = 0;
-    std::int16_t Most = 0;
-    for (std::size_t k = 0; k < Count; ++k) {
-        Least = In[k] < Least ? In[k] : Least;
-        Most = In[k] > Most ? In[k] : Most;
-    }
-    Low = Least;
-    High = Most;
-}
-
-QUORIL_VECTORISED
 void ReverseLoop(const std::int16_t* __restrict In, std::int16_t* __restrict Out,
                  std::size_t Count) noexcept {
     for (std::size_t k = 0; k < Count; ++k)
@@ -62,13 +49,6 @@ void RampRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out, doub
              double Step, std::int32_t Before, std::int32_t Bits) noexcept {
     RampLoop(In.data(), Out.data(), static_cast<std::int32_t>(In.size()), Start, Step, Before,
              SampleLow(Bits), SampleHigh(Bits));
-}
-
-std::int32_t PeakOf(std::span<const std::int16_t> In) noexcept {
-    std::int16_t Low = 0;
-    std::int16_t High = 0;
-    RangeLoop(In.data(), In.size(), Low, High);
-    return std::max<std::int32_t>(High, -std::int32_t{Low});
 }
 
 void ReverseRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out) noexcept {

@@ -11,8 +11,6 @@ namespace quoril {
 /// nearest with ties to even.
 void RampRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out, double Start,
              double Step, std::int32_t Before, std::int32_t Bits) noexcept;
-/// The largest absolute value; 0 for an empty run, 32768 when -32768 occurs.
-[[nodiscard]] std::int32_t PeakOf(std::span<const std::int16_t> In) noexcept;
 
 /// The samples of `In`, last first. The two must not overlap.
 void ReverseRun(std::span<const std::int16_t> In, std::span<std::int16_t> Out) noexcept;

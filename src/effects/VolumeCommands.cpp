@@ -2,9 +2,11 @@
 
 #include "base/Arithmetic.h"
 #include "base/MsgBoxMod.h"
+#include "base/SampleRuns.h"
 #include "effects/EffectFrame.h"
 #include "effects/GainKernel.h"
 #include "effects/SampleKernels.h"
+#include "platform/Text.h"
 #include "storage/FileMemoClass.h"
 
 #include <algorithm>
@@ -45,18 +47,6 @@ struct Ramp {
     float End = 1;
 };
 
-/// The parts of a text between the marks; the same number of parts as marks, and one more.
-std::vector<std::string> SplitAt(const std::string& Text, char Mark) {
-    std::vector<std::string> Parts(1);
-    for (const char Letter : Text) {
-        if (Letter == Mark)
-            Parts.emplace_back();
-        else
-            Parts.back() += Letter;
-    }
-    return Parts;
-}
-
 /// Asks for one or two percentages, beginning with the last accepted text. Nothing when the user
 /// backed out or the numbers are out of range. Fails when they are no numbers.
 std::optional<Ramp> AskRamp(const std::string& Question, std::string& LastEntry) {
@@ -66,7 +56,7 @@ std::optional<Ramp> AskRamp(const std::string& Question, std::string& LastEntry)
         {}, LastEntry.empty() ? "100" : LastEntry);
     if (!Answer.Accepted || Answer.Text.empty())
         return std::nullopt;
-    const std::vector<std::string> Parts = SplitAt(Answer.Text, '~');
+    const std::vector<std::string> Parts = TextParts(Answer.Text, '~');
     const double First = EnteredNumber(Parts[0]);
     const double Second = Parts.size() > 1 ? EnteredNumber(Parts[1]) : First;
     const Ramp Entered = {Single(First / 100), Single(Second / 100)};

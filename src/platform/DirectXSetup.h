@@ -11,6 +11,9 @@ struct DirectXVersion {
     bool Known = false; ///< false: it was asked and gave no answer
     std::int32_t Version = 0;
     std::int32_t Revision = 0;
+
+    /// The version without the bit beside it.
+    [[nodiscard]] std::int32_t Number() const noexcept { return Version & ~0x40000; }
 };
 
 /// Asks the sound server of the desktop for its version, for half a second at most, and starts

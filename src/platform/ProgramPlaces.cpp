@@ -2,6 +2,7 @@
 
 #include "base/Failure.h"
 #include "platform/FileSystem.h"
+#include "platform/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -23,24 +24,18 @@ std::string Variable(const char* Name) {
     return Value == nullptr ? std::string() : Value;
 }
 
-std::string WithoutEndingSeparators(std::string Folder) {
-    while (!Folder.empty() && Folder.back() == '/')
-        Folder.pop_back();
-    return Folder;
-}
-
 std::string HomeFolder() {
     if (std::string Home = Variable("HOME"); Home.starts_with('/'))
-        return WithoutEndingSeparators(Home);
+        return WithoutEndSeparators(Home);
     const passwd* User = ::getpwuid(::geteuid());
     return User == nullptr || User->pw_dir == nullptr ? std::string()
-                                                      : WithoutEndingSeparators(User->pw_dir);
+                                                      : WithoutEndSeparators(User->pw_dir);
 }
 
 /// The user's own folder for settings of programs; a relative path in the variable does not count.
 std::string ConfigFolder() {
     const std::string Folder = Variable("XDG_CONFIG_HOME");
-    return Folder.starts_with('/') ? WithoutEndingSeparators(Folder) : HomeFolder() + "/.config";
+    return Folder.starts_with('/') ? WithoutEndSeparators(Folder) : HomeFolder() + "/.config";
 }
 
 /// The music folder that the desktop has noted for the user; empty without one. The line reads
@@ -108,12 +103,12 @@ std::string FolderForSettings(const std::string& ExecutableFolder) {
 std::string FolderForSounds() {
     for (const std::string& Folder : {NotedMusicFolder(), HomeFolder() + "/Music", HomeFolder()})
         if (Folder.starts_with('/') && FolderExists(Folder))
-            return WithoutEndingSeparators(Folder);
+            return WithoutEndSeparators(Folder);
     return {};
 }
 
 std::string GetTempPathA() {
-    std::string Chosen = WithoutEndingSeparators(Variable("TMPDIR"));
+    std::string Chosen = WithoutEndSeparators(Variable("TMPDIR"));
     if (!Chosen.empty() && FolderExists(Chosen))
         return Chosen;
     return FolderExists("/var/tmp") ? "/var/tmp" : "/tmp";

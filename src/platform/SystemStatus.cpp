@@ -1,5 +1,7 @@
 #include "platform/SystemStatus.h"
 
+#include "platform/Text.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
@@ -123,8 +125,7 @@ void ApplyControlGroups(const std::string& ProcFolder, const std::string& Contro
             Path->clear();
         const std::string Top = ControlGroupFolder + std::string(Names.Mount);
         for (;;) {
-            while (!Path->empty() && Path->back() == '/')
-                Path->pop_back();
+            *Path = WithoutEndSeparators(*Path);
             ApplyGroup(Top + *Path, Names, Figures);
             if (Path->empty())
                 break;

@@ -85,4 +85,21 @@ std::optional<double> NumberAlone(std::string_view Text) noexcept {
     return Value;
 }
 
+std::vector<std::string> TextParts(std::string_view Text, char Mark, std::size_t Most) {
+    std::vector<std::string> Parts;
+    for (;;) {
+        const std::size_t End = Parts.size() < Most ? Text.find(Mark) : std::string_view::npos;
+        Parts.emplace_back(Text.substr(0, End));
+        if (End == std::string_view::npos)
+            return Parts;
+        Text.remove_prefix(End + 1);
+    }
+}
+
+std::string WithoutEndSeparators(std::string Folder) {
+    while (Folder.ends_with('/'))
+        Folder.pop_back();
+    return Folder;
+}
+
 } // namespace quoril

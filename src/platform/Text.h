@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quoril {
 
@@ -20,5 +21,11 @@ namespace quoril {
 /// The decimal number that the whole text is, blanks at both ends aside; nothing for anything else,
 /// and for a number beyond the range of double. The decimal mark is always the point.
 [[nodiscard]] std::optional<double> NumberAlone(std::string_view Text) noexcept;
+/// The parts of a text between the marks: one more than there are marks, or `Most` and one that has
+/// what is left, where there are more. A text of any length then costs no more than these.
+[[nodiscard]] std::vector<std::string> TextParts(std::string_view Text, char Mark,
+                                                 std::size_t Most = std::string_view::npos);
+/// A folder's name without separators at its end.
+[[nodiscard]] std::string WithoutEndSeparators(std::string Folder);
 
 } // namespace quoril

@@ -8,6 +8,7 @@
 #include "base/ViewState.h"
 #include "playback/DsPlayClass.h"
 #include "playback/PlayWindow.h"
+#include "playback/PlayerComponent.h"
 #include "playback/SoundDriver.h"
 #include "settings/STD1.h"
 #include "storage/FileMemoClass.h"
@@ -36,7 +37,6 @@ namespace {
 constexpr double ShortestSeconds = 0.005;
 constexpr std::int32_t OutOfSight = -2;
 constexpr std::int32_t StatusStopped = 0;
-constexpr std::int32_t StatusPaused = 3;
 
 /// Stands where no window is.
 class NoWindow final : public PlayWindow {

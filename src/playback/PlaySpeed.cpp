@@ -6,6 +6,7 @@
 #include "playback/DsPlayClass.h"
 #include "playback/PlayMod.h"
 #include "playback/PlayWindow.h"
+#include "playback/PlayerComponent.h"
 
 #include <cmath>
 
@@ -15,7 +16,6 @@ namespace {
 
 constexpr std::int32_t UsingSoundServer = 1;
 constexpr std::int32_t UsingPlainSound = 2;
-constexpr std::int32_t StatusPaused = 3;
 
 bool IsPlaying() {
     if (SoundDriverState != UsingSoundServer || !PlayIsOn())

@@ -19,6 +19,9 @@ class PlayerGone final : public Failure {
     using Failure::Failure;
 };
 
+/// What `PlayStatus` gives while playing is held.
+inline constexpr std::int32_t StatusPaused = 3;
+
 /// The operations in the order of the component's table. Every one throws PlayerGone when the
 /// component does not answer. Offsets and positions count samples from the start of the snapshot,
 /// from 0.

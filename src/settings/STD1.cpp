@@ -29,13 +29,6 @@ std::string SectionOrGeneral(const std::string& Section) {
     return Section.empty() ? "General" : Section;
 }
 
-/// A folder's name as it is kept: without a separator at its end.
-std::string WithoutEndingSeparators(std::string Folder) {
-    while (!Folder.empty() && Folder.back() == '/')
-        Folder.pop_back();
-    return Folder;
-}
-
 void SessionDirMakeRecorded() {
     IniPut("General", "FreeHardDisk", std::to_string(FreeDiskBytes()));
     SessionDir = SessionDirMake();
@@ -146,7 +139,7 @@ void WorkingFilesSetUp() {
     IniPut("General", "InstalledPath", InstalledPath);
     // Read whole: a folder's name may be longer than what IniGet gives.
     TmpDir0 =
-        WithoutEndingSeparators(ProfileGet("General", "TmpDir0", SysTempDir, SettingsFileName()));
+        WithoutEndSeparators(ProfileGet("General", "TmpDir0", SysTempDir, SettingsFileName()));
     if (TmpDir0.empty() || !FolderExists(TmpDir0 + "/"))
         TmpDir0 = SysTempDir;
     try {

@@ -1,10 +1,9 @@
 #include "settings/UserGuideMod.h"
 
 #include "base/MsgBoxMod.h"
+#include "base/Random.h"
 #include "platform/Text.h"
 #include "settings/STD1.h"
-
-#include <random>
 
 namespace quoril {
 namespace {
@@ -14,7 +13,6 @@ constexpr std::size_t LongestKey = 50;
 constexpr std::int32_t TicksBeforeAdvice = 5;
 
 UserGuideWindow* Window = nullptr;
-std::mt19937 Chances; // with its fixed first seed: the shell chooses another one
 std::optional<double> FixedDraw;
 
 } // namespace
@@ -67,12 +65,8 @@ void GuideStopThis() {
 }
 
 bool GuideChance(double Chance) {
-    const double Draw = FixedDraw ? *FixedDraw : static_cast<double>(Chances()) / 4294967296.0;
+    const double Draw = FixedDraw ? *FixedDraw : RandomDraw();
     return Draw < Chance;
-}
-
-void GuideChanceSeed(std::uint32_t Seed) {
-    Chances.seed(Seed);
 }
 
 void GuideChanceFix(std::optional<double> Draw) noexcept {

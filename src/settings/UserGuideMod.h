@@ -60,8 +60,6 @@ void GuideStopThis();
 
 /// True with the given chance, 0 never to 1 always.
 [[nodiscard]] bool GuideChance(double Chance);
-/// Starts the sequence of chances anew. A process that never calls this has always the same one.
-void GuideChanceSeed(std::uint32_t Seed);
 /// For certainty: every draw gives this number, from 0 to below 1, and a chance above it holds.
 /// Nothing goes back to the sequence.
 void GuideChanceFix(std::optional<double> Draw) noexcept;

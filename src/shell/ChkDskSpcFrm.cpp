@@ -4,6 +4,7 @@
 #include "base/ModalWindow.h"
 #include "base/QtText.h"
 #include "storage/UndoClearMod.h"
+#include "view/PicturePanel.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -18,10 +19,6 @@ namespace quoril {
 namespace {
 
 constexpr int AdviceWidth = 460;
-
-QColor ColorOf(std::int32_t BlueGreenRed) {
-    return {BlueGreenRed & 0xFF, (BlueGreenRed >> 8) & 0xFF, (BlueGreenRed >> 16) & 0xFF};
-}
 
 } // namespace
 
@@ -154,7 +151,7 @@ void ChkDskSpcFrm::ShowState(const DiskSpaceStateRec& State) {
         std::max(TryAgainBtn->minimumWidth(), TryAgainBtn->sizeHint().width()));
     TryAgainBtn->setEnabled(State.TryAgainEnabled);
     Msg1Lbl->setText(QLatin1String(State.Message));
-    const QColor Color = ColorOf(State.MessageColor);
+    const QColor Color = ColorFromBgr(State.MessageColor);
     // Behind a colour as bright as the green a light window would leave nothing to read.
     constexpr int Bright = 100;
     QPalette Colors = Msg1Lbl->palette();

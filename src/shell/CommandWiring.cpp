@@ -19,6 +19,7 @@
 #include "platform/ProgramPlaces.h"
 #include "playback/DsPlayClass.h"
 #include "playback/PlayMod.h"
+#include "playback/PlaySpeed.h"
 #include "playback/SoundDriver.h"
 #include "selection/SelectionMod.h"
 #include "settings/STD1.h"
@@ -179,8 +180,8 @@ void WireToolCommands(WaveEditor_Frm& Window) {
 }
 
 void ShowTempos(WaveEditor_Frm& Window) {
-    Window.SpeedDispLbl.at(1)->setText(ShownText(TempoLabelText(TempoFor)));
-    Window.SpeedDispLbl.at(2)->setText(ShownText(TempoLabelText(TempoRev)));
+    Window.SpeedDispLbl.at(1)->setText(ShownText(PlaySpeedText(TempoFor)));
+    Window.SpeedDispLbl.at(2)->setText(ShownText(PlaySpeedText(TempoRev)));
 }
 
 } // namespace quoril

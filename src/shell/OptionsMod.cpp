@@ -41,9 +41,7 @@ void GuideLevelUpdate(std::int32_t Guide) {
 }
 
 bool TempPathUpdate(std::string& TempPath) {
-    std::string Path = TempPath;
-    while (Path.ends_with('/'))
-        Path.pop_back();
+    const std::string Path = WithoutEndSeparators(TempPath);
     if (!Path.starts_with('/') || !FolderExists(Path)) {
         MsgBox("New path for temporary files\n" + TempPath + "\ndoes not exists");
         // A path that was not changed is not held against the user.
@@ -92,12 +90,11 @@ bool UpdateEditings(OptionsChoice& Choice, const OptionsEffects& Effects) {
 }
 
 SoundSystemVerdict SoundSystemCheck() {
-    constexpr std::int32_t ExtraBit = 0x40000;
     constexpr std::int32_t LowestVersion = 7;
     const std::optional<DirectXVersion> Found = DirectXSetupGetVersion();
     if (!Found)
         return {false, "There was an error detecting DirectX version in your PC."};
-    const std::int32_t Version = Found->Known ? Found->Version & ~ExtraBit : 0;
+    const std::int32_t Version = Found->Known ? Found->Number() : 0;
     if (Version == 0)
         return {false, "This software requires DirectX7 or higher to run.\n"
                        "Please install DirectX7 (or higher) before running it"};

@@ -1,6 +1,7 @@
 #include "shell/ProgressFrm.h"
 
 #include "base/ProgramTitle.h"
+#include "view/PicturePanel.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -14,11 +15,6 @@
 namespace quoril {
 
 namespace {
-
-QColor ColorFromBgr(std::uint32_t Color) {
-    return {static_cast<int>(Color & 0xFFU), static_cast<int>(Color >> 8U & 0xFFU),
-            static_cast<int>(Color >> 16U & 0xFFU)};
-}
 
 /// What a user does to a window, as against what the system wants of it.
 bool IsInput(const QEvent& Event) {
@@ -94,7 +90,7 @@ class ProgressFrmClass::BarPicture final : public QWidget {
             const double Right = static_cast<double>(Part) * width();
             if (Right > 0)
                 Painter.fillRect(QRectF(0, 0, std::min(Right, width() + 1.0), height()),
-                                 ColorFromBgr(BarColor1));
+                                 ColorFromBgr(static_cast<std::int32_t>(BarColor1)));
         }
         Painter.setPen(palette().color(QPalette::Mid));
         Painter.drawRect(rect().adjusted(0, 0, -1, -1));

@@ -258,17 +258,11 @@ float TempoFromText(const std::string& Text) {
     return Tempo >= 0.1 && Tempo <= 2.0 ? Single(Tempo) : 1.0F;
 }
 
-std::string TempoLabelText(float Tempo) {
-    return std::to_string(static_cast<std::int32_t>(Single(static_cast<double>(Tempo) * 100.0))) +
-           "%";
-}
-
 void SoundSystemVersionNote() {
-    constexpr std::int32_t ExtraBit = 0x40000;
     const std::optional<DirectXVersion> Found = DirectXSetupGetVersion();
     std::string Text = "ErrorInDetecting";
     if (Found && Found->Known)
-        Text = fmt::format("DirectX-{}-{}", Found->Version & ~ExtraBit, Found->Revision);
+        Text = fmt::format("DirectX-{}-{}", Found->Number(), Found->Revision);
     else if (Found)
         Text = "DirectX-0-0";
     IniPut("General", "DirectXInstalled", Text);

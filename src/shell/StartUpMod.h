@@ -71,8 +71,6 @@ void ShutDownSettingsWrite();
 
 /// A tempo from 0.1 to 2 as it stands in the settings, anything else 1.
 [[nodiscard]] float TempoFromText(const std::string& Text);
-/// A tempo as the main window shows it: in percent without a fraction.
-[[nodiscard]] std::string TempoLabelText(float Tempo);
 
 /// Fixes MemoryBudget by the machine's memory, and notes both numbers in the settings file. Gives
 /// the tip that the user should see, or nothing.

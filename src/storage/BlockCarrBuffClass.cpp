@@ -35,6 +35,14 @@ void BlockCarrBuffClass::BuffBlocksGetCopy(BlockSet& BlkSetOut) const {
     BlkSetOut = std::move(Copies);
 }
 
+std::unique_ptr<BlockCarrBuffClass> CarrierCopy(const BlockCarrBuffClass& Source) {
+    auto Carrier = std::make_unique<BlockCarrBuffClass>();
+    BlockSet Blocks;
+    Source.BuffBlocksGetCopy(Blocks);
+    Carrier->BuffBlocksPutFresh(std::move(Blocks));
+    return Carrier;
+}
+
 void BlockCarrBuffClass::BuffBlocksPutFresh(BlockSet NewBlkSet) {
     std::int64_t Sum = 0;
     for (const std::int32_t BlockNo : NewBlkSet)

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -85,5 +86,8 @@ class BlockCarrBuffClass {
     std::int32_t NewBlockLen;
     BlockWindow Window;
 };
+
+/// A new carrier of the same samples, which cost memory only where one of the two changes.
+[[nodiscard]] std::unique_ptr<BlockCarrBuffClass> CarrierCopy(const BlockCarrBuffClass& Source);
 
 } // namespace quoril

@@ -1,5 +1,6 @@
 #include "view/ScaleMouse.h"
 
+#include "base/Arithmetic.h"
 #include "base/PlayState.h"
 #include "base/ViewState.h"
 #include "playback/PlayMod.h"
@@ -12,10 +13,6 @@
 namespace quoril {
 
 namespace {
-
-std::int64_t Distance(std::int32_t A, std::int32_t B) noexcept {
-    return std::abs(static_cast<std::int64_t>(A) - B);
-}
 
 std::int32_t PlayAgainCode() noexcept {
     return PlayDirection == -1 ? PlaySelectionRev : PlaySelection;

@@ -21,10 +21,6 @@ constexpr double AdjustTipChance = 0.01;
 constexpr std::int32_t LeastZoomAt = 20;
 constexpr double ZoomFactor = 0.6;
 
-std::int64_t Distance(std::int32_t A, std::int32_t B) {
-    return std::abs(static_cast<std::int64_t>(A) - B);
-}
-
 void ToolIs(std::int32_t Mode, std::int32_t ViewMode) {
     MouseMode = Mode;
     ViewMouseMode = ViewMode;

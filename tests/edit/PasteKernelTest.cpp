@@ -1,6 +1,7 @@
 #include "edit/PasteKernels.h"
 
 #include "base/Arithmetic.h"
+#include "base/SampleRuns.h"
 
 #include <algorithm>
 #include <array>
@@ -23,12 +24,12 @@ TEST(PasteKernelTest, MixAddsAndLimits) {
     const Samples Clip = {100, 32767, -32768, 20000, -20000, 0};
     const Samples Doc = {-30, 32767, -32768, 12767, -12768, -32768};
     Samples Out(6);
-    MixRun(Clip, Doc, Out, 32767);
+    SumRun(Clip, Doc, Out, 1, -32767, 32767);
     EXPECT_EQ(Out, (Samples{70, 32767, -32767, 32767, -32767, -32767}));
     const Samples Clip8 = {100, -100, 5};
     const Samples Doc8 = {28, -28, 6};
     Samples Out8(3);
-    MixRun(Clip8, Doc8, Out8, 127);
+    SumRun(Clip8, Doc8, Out8, 1, -127, 127);
     EXPECT_EQ(Out8, (Samples{127, -127, 11}));
 }
 
@@ -131,11 +132,6 @@ TEST(PasteKernelTest, CrossFadeKeepsSinglePrecisionAtEveryPlaceOfLongStretches) 
             }
         }
     }
-}
-
-TEST(PasteKernelTest, ThePeakIsTheLargestAbsoluteValue) {
-    EXPECT_EQ(PeakOfRun(Samples{3, -32768, 32767}), 32768);
-    EXPECT_EQ(PeakOfRun(Samples{}), 0);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // The arithmetic on samples against values worked out in whole numbers.
 #include "effects/SampleKernels.h"
+#include "base/SampleRuns.h"
 #include "effects/GainKernel.h"
 
 #include <gtest/gtest.h>

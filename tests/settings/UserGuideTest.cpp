@@ -1,3 +1,4 @@
+#include "base/Random.h"
 #include "settings/UserGuideMod.h"
 
 #include "settings/STD1.h"
@@ -229,7 +230,7 @@ TEST_F(Guide, TheWayToSwitchTipsOffIsToldInAMessage) {
 }
 
 TEST(GuideChance, OneInTwentyIsAboutThat) {
-    GuideChanceSeed(1);
+    RandomSeed(1);
     int Hits = 0;
     for (int i = 0; i < 20000; ++i)
         Hits += GuideChance(0.05) ? 1 : 0;
@@ -251,10 +252,10 @@ TEST(GuideChance, ASeedStartsTheSameSequence) {
             Draws.push_back(GuideChance(0.5));
         return Draws;
     };
-    GuideChanceSeed(7);
+    RandomSeed(7);
     const auto First = Sequence();
     const auto Second = Sequence();
-    GuideChanceSeed(7);
+    RandomSeed(7);
     EXPECT_EQ(Sequence(), First);
     EXPECT_NE(Second, First);
 }

@@ -1,4 +1,5 @@
 #include "shell/StartUpMod.h"
+#include "playback/PlaySpeed.h"
 
 #include "audiofile/DocumentFile.h"
 #include "base/DocumentState.h"
@@ -326,10 +327,10 @@ TEST(StartUpSettings, ATempoOutsideItsRangeIsOne) {
 }
 
 TEST(StartUpSettings, ATempoIsShownInWholePercent) {
-    EXPECT_EQ(TempoLabelText(1.0F), "100%");
-    EXPECT_EQ(TempoLabelText(0.1F), "10%");
-    EXPECT_EQ(TempoLabelText(2.0F), "200%");
-    EXPECT_EQ(TempoLabelText(0.999F), "99%");
+    EXPECT_EQ(PlaySpeedText(1.0F), "100%");
+    EXPECT_EQ(PlaySpeedText(0.1F), "10%");
+    EXPECT_EQ(PlaySpeedText(2.0F), "200%");
+    EXPECT_EQ(PlaySpeedText(0.999F), "99%");
 }
 
 TEST(StartUpSettings, TheFirstDialogsBeginWithTheUsersMusicWhereThereIsNoWorkFolder) {
