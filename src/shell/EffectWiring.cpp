@@ -1,4 +1,6 @@
 #include "effects/ChannelMix.h"
+#include "effects/EqualizerCommands.h"
+#include "effects/NoiseCommands.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
 #include "shell/CommandWiring.h"
@@ -35,6 +37,12 @@ void WireEffectCommands(WaveEditor_Frm& Window) {
     Commands.Set("Wave_MoveFoBk_Mnu", &WaveMoveForwardBack);
     Commands.Set("Interchange_Mnu", &InterchangeChannels);
     Commands.Set("ChannelMixMnu", &ChannelMix);
+    for (const std::int32_t Index : {0, 1}) {
+        Commands.Set("Equalize_Mnu_" + std::to_string(Index), [Index] { Equalize(Index); });
+        Commands.Set("EffectNoisReduMnu_" + std::to_string(Index),
+                     [Index] { EffectNoisRedu(Index); });
+    }
+    Commands.Set("EqBandSplit_Mnu", &BandSplitter);
 }
 
 } // namespace quoril

@@ -10,6 +10,7 @@
 #include "shell/CommandWiring.h"
 #include "shell/CopyPasteWiring.h"
 #include "shell/DesktopClipboard.h"
+#include "shell/EqlizFrm.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/LapFrm.h"
 #include "shell/MessageBoxes.h"
@@ -132,6 +133,7 @@ class WEditorClass {
     LapAsker LapQuestions;
     BokMrkEdtAsker BookmarkQuestions;
     ChnMixAsker ChnMixQuestions;
+    EqlizAsker EqlizQuestions;
     BokMrkChosAsker BookmarkChoices;
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;

@@ -1,0 +1,406 @@
+// The dialog of the equalizer and of the band filter, by mouse and by keys.
+#include "shell/EqlizFrm.h"
+
+#include "base/ViewState.h"
+#include "effects/BandSet.h"
+#include "effects/LiteralFilters.h"
+#include "shell/BandPanel.h"
+#include "shell/EditorFixture.h"
+#include "shell/WithDialog.h"
+#include "storage/FileMemoClass.h"
+#include "storage/StorageChecks.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QToolButton>
+#include <QWindow>
+
+#include <array>
+#include <cmath>
+
+namespace quoril::test {
+namespace {
+
+using ::testing::ElementsAre;
+
+class EqlizFrmTest : public EditorFixture {
+  protected:
+    using Samples = std::vector<std::int16_t>;
+
+    EqlizFrmTest() {
+        Start(WriteWav("a.wav", 1000, 2));
+        SelStart = 1;
+        SelEnd = 1000;
+    }
+    /// Runs a command of the menu, and `Do` on its dialog.
+    void With(const char* Command, const std::function<void(QWidget*)>& Do) const {
+        const WithDialog Act(Do);
+        Menu(Command);
+    }
+    static BandPanel* Panel(const QWidget* Dialog, const char* Name) {
+        return dynamic_cast<BandPanel*>(Part<QWidget>(Dialog, Name));
+    }
+    /// The middle of a band's column, at the row of a value.
+    static QPoint At(const BandPanel& Where, std::int32_t NoOfBands, std::int32_t Band,
+                     std::int32_t Value) {
+        const BandPicture Place = Where.Geometry(NoOfBands);
+        const double Ratio = Where.PixelRatio();
+        return {static_cast<int>((Place.Left(Band) + Place.Left(Band + 1)) / 2 / Ratio),
+                static_cast<int>(std::lround(Place.RowOf(Value) / Ratio))};
+    }
+    static void Click(BandPanel* Where, std::int32_t NoOfBands, std::int32_t Band,
+                      std::int32_t Value = 0) {
+        QTest::mouseClick(Where->window()->windowHandle(), Qt::LeftButton, {},
+                          Where->mapTo(Where->window(), At(*Where, NoOfBands, Band, Value)));
+    }
+    static void MoveTo(BandPanel* Where, std::int32_t NoOfBands, std::int32_t Band,
+                       std::int32_t Value) {
+        QTest::mouseMove(Where->window()->windowHandle(),
+                         Where->mapTo(Where->window(), At(*Where, NoOfBands, Band, Value)));
+    }
+    /// The colour in the middle of a band's column, at the row of a value.
+    static QRgb PixelOf(BandPanel& Where, std::int32_t NoOfBands, std::int32_t Band,
+                        std::int32_t Value) {
+        const BandPicture Place = Where.Geometry(NoOfBands);
+        return Where.Picture().pixel((Place.Left(Band) + Place.Left(Band + 1)) / 2,
+                                     Place.RowOf(Value));
+    }
+    static QString Shown(const QWidget* Dialog, const char* Name) {
+        return Part<QLabel>(Dialog, Name)->text();
+    }
+
+    static constexpr QRgb Red = 0xFFFF0000;
+    static constexpr QRgb White = 0xFFFFFFFF;
+    static constexpr QRgb Grey = 0xFFE0E0E0;
+    static constexpr QRgb Line = 0xFFC0C0C0;
+    static constexpr QRgb Black = 0xFF000000;
+};
+
+TEST_F(EqlizFrmTest, EachModeShowsItsOwnControls) {
+    With("Equalize_Mnu_0", [](QWidget* Dialog) {
+        EXPECT_EQ(Dialog->objectName(), "EqlizFrm");
+        EXPECT_EQ(Dialog->windowTitle(), " Equalizer");
+        EXPECT_TRUE(Panel(Dialog, "EqalizPic")->isVisible());
+        EXPECT_TRUE(Panel(Dialog, "BandPlayPic")->isVisible());
+        EXPECT_FALSE(Panel(Dialog, "BandPassPic")->isVisible());
+        EXPECT_FALSE(Part<QLabel>(Dialog, "BndPasLbl")->isVisible());
+        EXPECT_EQ(Part<QLineEdit>(Dialog, "NoofBand_Txt")->text(), "8");
+        EXPECT_TRUE(Part<QPushButton>(Dialog, "OK_Btn")->isDefault());
+        EXPECT_EQ(Dialog->focusWidget(), Panel(Dialog, "EqalizPic"));
+        Press(Dialog, "Cancel_Btn");
+    });
+    With("Equalize_Mnu_1", [](QWidget* Dialog) {
+        EXPECT_EQ(Dialog->windowTitle(), " Band Pass Filter");
+        EXPECT_FALSE(Panel(Dialog, "EqalizPic")->isVisible());
+        EXPECT_TRUE(Panel(Dialog, "BandPassPic")->isVisible());
+        EXPECT_EQ(Shown(Dialog, "BndPasLbl"),
+                  "Band Pass or Stop: (Checked is stop. Click on this picture to toggle)");
+        EXPECT_TRUE(Part<QLabel>(Dialog, "DisplayLbl_1")->isVisible());
+        Press(Dialog, "Cancel_Btn");
+    });
+    EXPECT_FALSE(WaveStore->UndoMenu().Enabled);
+}
+
+TEST_F(EqlizFrmTest, AClickSetsTheValueOfItsBand) {
+    With("Equalize_Mnu_0", [](QWidget* Dialog) {
+        BandPanel* Picture = Panel(Dialog, "EqalizPic");
+        EXPECT_EQ(PixelOf(*Picture, 8, 3, 7), Red);
+        Click(Picture, 8, 3, 30);
+        EXPECT_EQ(PixelOf(*Picture, 8, 3, 30), Red);
+        EXPECT_EQ(PixelOf(*Picture, 8, 3, 7), Line);
+        EXPECT_EQ(PixelOf(*Picture, 8, 3, 40), White);
+        EXPECT_EQ(PixelOf(*Picture, 8, 4, 40), Grey);
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_0"), "140 Hz");
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_1"), "220%");
+        Press(Dialog, "OK_Btn");
+    });
+    EXPECT_EQ(IniGet("Effects", "Equalizer", ""), "8,7,7,30,7,7,7,7,7");
+}
+
+TEST_F(EqlizFrmTest, TheCommandEqualizesWithWhatIsChosen) {
+    const Samples L = ChannelSamples(*WaveStore, 1);
+    const Samples R = ChannelSamples(*WaveStore, 2);
+    With("Equalize_Mnu_0", [](QWidget* Dialog) {
+        Click(Panel(Dialog, "EqalizPic"), 8, 8, -50);
+        Click(Panel(Dialog, "EqalizPic"), 8, 5, 40);
+        Press(Dialog, "OK_Btn");
+    });
+    const std::vector<std::int32_t> Bands = EqBandSet.Bands;
+    EXPECT_THAT(Bands, ElementsAre(0, 7, 7, 7, 7, 40, 7, 7, -50));
+    EXPECT_EQ(ChannelSamples(*WaveStore, 1), LiteralEqualize(L, 11025, 16, Bands));
+    EXPECT_EQ(ChannelSamples(*WaveStore, 2), LiteralEqualize(R, 11025, 16, Bands));
+    EXPECT_EQ(WaveStore->UndoMenu().Caption, "Undo [Equalize]");
+    Menu("Undo_Mnu_1");
+    EXPECT_EQ(ChannelSamples(*WaveStore, 1), L);
+    EXPECT_EQ(ChannelSamples(*WaveStore, 2), R);
+}
+
+TEST_F(EqlizFrmTest, KeysChooseABandAndChangeItsValue) {
+    With("Equalize_Mnu_0", [](QWidget* Dialog) {
+        BandPanel* Picture = Panel(Dialog, "EqalizPic");
+        for (const Qt::Key Key : {Qt::Key_Left, Qt::Key_Up, Qt::Key_Up, Qt::Key_Right,
+                                  Qt::Key_PageDown, Qt::Key_Down, Qt::Key_End, Qt::Key_Right})
+            QTest::keyClick(Picture, Key);
+        for (int Times = 0; Times < 6; ++Times)
+            QTest::keyClick(Picture, Qt::Key_PageUp);
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_0"), "20000 Hz");
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_1"), "416%");
+        EXPECT_EQ(PixelOf(*Picture, 8, 8, 50), Red);
+        QTest::keyClick(Picture, Qt::Key_Home);
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_0"), "20 Hz");
+        QTest::keyClick(Dialog, Qt::Key_Return);
+    });
+    EXPECT_THAT(EqBandSet.Bands, ElementsAre(0, 9, -4, 7, 7, 7, 7, 7, 50));
+}
+
+TEST_F(EqlizFrmTest, AScreenReaderIsToldTheBandAndItsValue) {
+    With("Equalize_Mnu_0", [](QWidget* Dialog) {
+        BandPanel* Picture = Panel(Dialog, "EqalizPic");
+        QAccessibleInterface* Spoken = QAccessible::queryAccessibleInterface(Picture);
+        ASSERT_NE(Spoken, nullptr);
+        EXPECT_EQ(Spoken->role(), QAccessible::Slider);
+        EXPECT_EQ(Spoken->text(QAccessible::Name), "Volume of each band");
+        EXPECT_EQ(Spoken->text(QAccessible::Value), "Band 1 of 8, 20 Hz, 100%");
+        QTest::keyClick(Picture, Qt::Key_Right);
+        QTest::keyClick(Picture, Qt::Key_Down);
+        EXPECT_EQ(Spoken->text(QAccessible::Value), "Band 2 of 8, 52 Hz, 97%");
+        Press(Dialog, "Cancel_Btn");
+    });
+    With("Equalize_Mnu_1", [](QWidget* Dialog) {
+        QAccessibleInterface* Spoken =
+            QAccessible::queryAccessibleInterface(Panel(Dialog, "BandPassPic"));
+        EXPECT_EQ(Spoken->text(QAccessible::Value), "Band 1 of 8, 20 Hz, pass");
+        QTest::keyClick(Panel(Dialog, "BandPassPic"), Qt::Key_Space);
+        EXPECT_EQ(Spoken->text(QAccessible::Value), "Band 1 of 8, 20 Hz, stop");
+        Press(Dialog, "Cancel_Btn");
+    });
+}
+
+TEST_F(EqlizFrmTest, TheMouseTellsWhatAClickWouldSet) {
+    With("Equalize_Mnu_0", [this](QWidget* Dialog) {
+        BandPanel* Picture = Panel(Dialog, "EqalizPic");
+        MoveTo(Picture, 8, 5, -50);
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_0"), "1032 Hz");
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_1"), "0%");
+        EXPECT_FALSE(Part<QLabel>(Dialog, "DisplayLbl_1")->isVisible());
+        MoveTo(Picture, 8, 5, 7);
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_1"), "100%");
+        EXPECT_TRUE(Part<QLabel>(Dialog, "DisplayLbl_1")->isVisible());
+        EXPECT_EQ(EqBandSet.NoOfBands, 0);
+        Press(Dialog, "Cancel_Btn");
+    });
+}
+
+TEST_F(EqlizFrmTest, BandsAreStoppedByClicksAndByKeys) {
+    With("Equalize_Mnu_1", [](QWidget* Dialog) {
+        BandPanel* Picture = Panel(Dialog, "BandPassPic");
+        EXPECT_EQ(PixelOf(*Picture, 8, 4, 45), Black);
+        EXPECT_EQ(PixelOf(*Picture, 8, 3, 45), White);
+        Click(Picture, 8, 3, 45);
+        EXPECT_EQ(PixelOf(*Picture, 8, 3, 45), Black);
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_0"), "140 Hz");
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_1"), "Stop");
+        EXPECT_EQ(Part<QLabel>(Dialog, "DisplayLbl_1")->palette().color(QPalette::WindowText),
+                  QColor(255, 0, 0));
+        Click(Picture, 8, 4, 45);
+        EXPECT_EQ(PixelOf(*Picture, 8, 4, 45), Grey);
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_1"), "Pass");
+        EXPECT_EQ(Part<QLabel>(Dialog, "DisplayLbl_1")->palette().color(QPalette::WindowText),
+                  QColor(0, 0, 255));
+        for (const Qt::Key Key :
+             {Qt::Key_Right, Qt::Key_Up, Qt::Key_Up, Qt::Key_Home, Qt::Key_Down, Qt::Key_Down})
+            QTest::keyClick(Picture, Key);
+        MoveTo(Picture, 8, 8, 0);
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_1"), "Stop");
+        Press(Dialog, "OK_Btn");
+    });
+    EXPECT_EQ(IniGet("Effects", "EqBandStop", ""), "8,1,0,1,0,0,0,0,1");
+    EXPECT_THAT(EqBandSet.Bands, ElementsAre(0, -50, 7, -50, 7, 7, 7, 7, -50));
+    EXPECT_EQ(WaveStore->UndoMenu().Caption, "Undo [Band Pass Filter]");
+}
+
+TEST_F(EqlizFrmTest, TheNumberOfBandsIsTakenOnEnterAndOnLeaving) {
+    With("Equalize_Mnu_0", [](QWidget* Dialog) {
+        auto* Count = Part<QLineEdit>(Dialog, "NoofBand_Txt");
+        const auto Enter = [&](const char* Text) {
+            Count->setFocus();
+            Count->setText(QLatin1String(Text));
+            QTest::keyClick(Count, Qt::Key_Return);
+            EXPECT_TRUE(Dialog->isVisible());
+            return Count->text();
+        };
+        for (const char* Refused : {"1", "51", "0", "-3", "abc", ""})
+            EXPECT_EQ(Enter(Refused), "8") << Refused;
+        EXPECT_EQ(Enter("10"), "10");
+        MoveTo(Panel(Dialog, "EqalizPic"), 10, 7, 7);
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_0"), "2000 Hz");
+        Count->setText("3");
+        Panel(Dialog, "EqalizPic")->setFocus();
+        EXPECT_EQ(PixelOf(*Panel(Dialog, "EqalizPic"), 3, 3, 7), Red);
+        EXPECT_EQ(Count->text(), "3");
+        Press(Dialog, "OK_Btn");
+    });
+    EXPECT_EQ(EqBandSet.NoOfBands, 3);
+}
+
+TEST_F(EqlizFrmTest, TheStepsStopAt2And50) {
+    With("Equalize_Mnu_0", [](QWidget* Dialog) {
+        auto* Count = Part<QLineEdit>(Dialog, "NoofBand_Txt");
+        const auto Step = [&](const char* Name) {
+            QTest::mouseClick(Part<QToolButton>(Dialog, Name), Qt::LeftButton);
+            return Count->text();
+        };
+        EXPECT_EQ(Step("BandChgAroScrol_0"), "9");
+        EXPECT_EQ(Step("BandChgAroScrol_1"), "8");
+        QTest::keyClick(Count, Qt::Key_Up);
+        EXPECT_EQ(Count->text(), "9");
+        QTest::keyClick(Count, Qt::Key_Down);
+        EXPECT_EQ(Count->text(), "8");
+        for (int Times = 0; Times < 50; ++Times)
+            (void)Step("BandChgAroScrol_0");
+        EXPECT_EQ(Count->text(), "50");
+        for (int Times = 0; Times < 60; ++Times)
+            (void)Step("BandChgAroScrol_1");
+        EXPECT_EQ(Count->text(), "2");
+        Press(Dialog, "Cancel_Btn");
+    });
+}
+
+TEST_F(EqlizFrmTest, TheMenuSetsAllValues) {
+    With("Equalize_Mnu_0", [](QWidget* Dialog) {
+        BandPanel* Picture = Panel(Dialog, "EqalizPic");
+        EXPECT_EQ(Dialog->findChild<QMenu*>("EqalizPopUpMnu"), nullptr);
+        QTest::keyClick(Picture, Qt::Key_Menu);
+        auto* PopUp = Part<QMenu>(Dialog, "EqalizPopUpMnu");
+        EXPECT_TRUE(PopUp->isVisible());
+        QStringList Captions;
+        for (const QAction* Entry : PopUp->actions())
+            Captions << Entry->text().remove('&');
+        EXPECT_EQ(Captions, (QStringList{"Set From ...", "Reverse", "Invert", "All 100%"}));
+        Captions.clear();
+        const auto* Mother = Part<QAction>(Dialog, "EqalizSetFromMotherMnu");
+        for (const QAction* Entry : Mother->menu()->actions())
+            Captions << Entry->text();
+        EXPECT_EQ(Captions, (QStringList{"\"V\" - Middle", "\"A\" - Middle", "Increasing Straight",
+                                         "Decreasing Straight"}));
+        PopUp->close();
+        Part<QAction>(Dialog, "EqalizSetFromMnu_1")->trigger();
+        EXPECT_EQ(PixelOf(*Picture, 8, 4, -50), Red);
+        EXPECT_EQ(PixelOf(*Picture, 8, 1, 50), Red);
+        Part<QAction>(Dialog, "EqalizSetFromMnu_4")->trigger();
+        Part<QAction>(Dialog, "EqalizReverseMnu")->trigger();
+        EXPECT_EQ(PixelOf(*Picture, 8, 1, -50), Red);
+        Part<QAction>(Dialog, "EqalizInvertMnu")->trigger();
+        EXPECT_EQ(PixelOf(*Picture, 8, 1, 50), Red);
+        Part<QAction>(Dialog, "EqalizAllZeroMnu")->trigger();
+        EXPECT_EQ(PixelOf(*Picture, 8, 1, 7), Red);
+        Part<QAction>(Dialog, "EqalizSetFromMnu_2")->trigger();
+        Press(Dialog, "OK_Btn");
+    });
+    EXPECT_THAT(EqBandSet.Bands, ElementsAre(0, -50, -17, 17, 50, 25, 0, -25, -50));
+}
+
+TEST_F(EqlizFrmTest, CancelAndEscLeaveDocumentAndSettings) {
+    const Samples L = ChannelSamples(*WaveStore, 1);
+    for (const char* Command : {"Equalize_Mnu_0", "Equalize_Mnu_1"}) {
+        With(Command, [](QWidget* Dialog) {
+            Click(Panel(Dialog, "EqalizPic"), 8, 3, 30);
+            Press(Dialog, "Cancel_Btn");
+        });
+        With(Command, [](QWidget* Dialog) { QTest::keyClick(Dialog, Qt::Key_Escape); });
+        With(Command, [](QWidget* Dialog) { Dialog->close(); });
+    }
+    EXPECT_EQ(EqBandSet.NoOfBands, 0);
+    EXPECT_EQ(IniGet("Effects", "Equalizer", "none"), "none");
+    EXPECT_EQ(IniGet("Effects", "EqBandStop", "none"), "none");
+    EXPECT_EQ(ChannelSamples(*WaveStore, 1), L);
+    EXPECT_FALSE(WaveStore->UndoMenu().Enabled);
+}
+
+TEST_F(EqlizFrmTest, TheBandThatIsListenedToIsFramedInRed) {
+    With("Equalize_Mnu_0", [this](QWidget* Dialog) {
+        BandPanel* Picture = Panel(Dialog, "BandPlayPic");
+        const auto Corner = [&](std::int32_t Band) {
+            return Picture->Picture().pixel(Picture->Geometry(8).Left(Band), 0);
+        };
+        EXPECT_NE(Corner(6), Red);
+        Click(Picture, 8, 6);
+        EXPECT_EQ(Corner(6), Red);
+        EXPECT_NE(Corner(3), Red);
+        QTest::keyClick(Picture, Qt::Key_Left);
+        QTest::keyClick(Picture, Qt::Key_Space);
+        EXPECT_EQ(Corner(5), Red);
+        EXPECT_NE(Corner(6), Red);
+        Part<QLineEdit>(Dialog, "NoofBand_Txt")->setText("8");
+        (void)Messages->TakeTexts(); // there is no sound here
+        Press(Dialog, "Cancel_Btn");
+    });
+}
+
+TEST_F(EqlizFrmTest, DamagedSettingsGiveADialogThatWorks) {
+    for (const char* Text : {"100", "-1,5", "2,999999999999,-99999999999", ",,,,", "3,a,b,c"}) {
+        IniPut("Effects", "Equalizer", Text);
+        IniPut("Effects", "EqBandStop", Text);
+        for (const char* Command : {"Equalize_Mnu_0", "Equalize_Mnu_1"})
+            With(Command, [](QWidget* Dialog) {
+                EXPECT_GE(Part<QLineEdit>(Dialog, "NoofBand_Txt")->text().toInt(), 2);
+                Press(Dialog, "OK_Btn");
+            });
+        EXPECT_GE(EqBandSet.NoOfBands, 2) << Text;
+        EXPECT_THAT(Messages->TakeTexts(), ::testing::IsEmpty());
+    }
+}
+
+TEST_F(EqlizFrmTest, AfterTenSecondsTheEqualizerTellsOfItsMenu) {
+    ShowNewUserGuide = true;
+    With("Equalize_Mnu_0", [](QWidget* Dialog) {
+        auto* Timer = Part<QTimer>(Dialog, "ToolTipTimer");
+        EXPECT_TRUE(Timer->isActive());
+        EXPECT_EQ(Timer->interval(), 10000);
+        Timer->setInterval(1);
+        static QString Told;
+        Told.clear();
+        {
+            const WithDialog Tip([](QWidget* Window) {
+                if (Window->objectName() == "UserGuideFrm")
+                    Told = Part<QLabel>(Window, "GuideLbl")->text();
+                Window->close();
+            });
+            EXPECT_TRUE(QTest::qWaitFor([] { return !Told.isEmpty(); }));
+        }
+        EXPECT_EQ(Told,
+                  "Right mouse click on the white/gray bands to see a popup menu. There are few "
+                  "additional commands to quickly set the Eq values.");
+        EXPECT_FALSE(Timer->isActive());
+        Press(Dialog, "Cancel_Btn");
+    });
+    ShowNewUserGuide = false;
+}
+
+TEST_F(EqlizFrmTest, TheOtherEntriesRunTheirCommands) {
+    Menu("EffectNoisReduMnu_0");
+    EXPECT_THAT(Messages->TakeTexts(),
+                ElementsAre("Selected length is not sufficient for the sample size 1024"));
+    Menu("EffectNoisReduMnu_1");
+    EXPECT_THAT(Messages->TakeTexts(), ElementsAre("Please define the noise first. That is :\n"
+                                                   "Select a small portion with only noise\n"
+                                                   "and use the command 'Choose Pure Noise'"));
+    ShowNewUserGuide = true;
+    QString Told;
+    {
+        const WithDialog Tip([&Told](QWidget* Window) {
+            Told = Part<QLabel>(Window, "GuideLbl")->text();
+            Window->close();
+        });
+        Menu("EqBandSplit_Mnu");
+    }
+    ShowNewUserGuide = false;
+    EXPECT_EQ(Told, "This will separate audio of each band and save them to multiple files");
+}
+
+} // namespace
+} // namespace quoril::test
