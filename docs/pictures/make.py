@@ -135,7 +135,9 @@ def main():
         for menu, keys, name in (("alt+c", ("v", "c", "e"), "enter-volume"),
                                  ("alt+t", ("u",), "enter-height"),
                                  ("alt+t", ("f",), "enter-distance"),
-                                 ("alt+t", ("c",), "channel-mix")):
+                                 ("alt+t", ("c",), "channel-mix"),
+                                 ("alt+c", ("e",), "equalizer"),
+                                 ("alt+c", ("p",), "band-filter")):
             camera.keys(menu)
             camera.keys(*keys)
             camera.dialog(editor, name)

@@ -73,6 +73,32 @@ class Sound:
                      [self.limited(right(*pair)) for pair in pairs])
 
 
+    def equalized(self, bands):
+        """All samples through a cascade of moving averages, from the highest band to the lowest."""
+        freqs = [20 * 10 ** (3 * i / (len(bands) - 1)) // 4 * 4 for i in range(len(bands))]
+        def change(channel):
+            signal, result = channel, [0] * FRAMES
+            for value, freq in reversed(list(zip(bands, freqs))):
+                half = round(RATE / freq / 2)
+                if half < 1:
+                    continue
+                padded = [signal[0]] * half + signal + [signal[-1]] * half
+                window = sum(padded[:2 * half])
+                gain = single(1.03 ** value - 1.03 ** -50)
+                low = []
+                for i in range(FRAMES):
+                    window += padded[i + 2 * half] - padded[i]
+                    mean = round(window / (2 * half))
+                    centre = signal[i] if i < FRAMES - half or i == FRAMES - 1 else \
+                        signal[FRAMES - half - 1]
+                    low.append(max(-self.top, min(self.top, mean)))
+                    result[i] = max(-self.top, min(self.top,
+                                                   round(gain * (centre - mean) + result[i])))
+                signal = low
+            return result
+        return self.each(change)
+
+
 class Effects(DesktopTest):
     def keys(self, *keys):
         self.desktop.run("xdotool", "key", "--clearmodifiers", *keys)
@@ -174,6 +200,23 @@ class Effects(DesktopTest):
                   lambda: self.menu("alt+t", "i"))
         self.step(sound, Sound(16, sound.right, sound.left), lambda: self.menu("alt+t", "l"))
         self.end()
+
+    def test_the_equalizer_and_the_band_filter(self):
+        for bits in (16, 8):
+            with self.subTest(bits=bits):
+                sound = self.open(bits)
+                def equalize():
+                    self.menu("alt+c", "e")
+                    self.answer("Equalizer", "Up", "Up", "Right", "Page_Down", "End", "Left", "Left",
+                                "Page_Up", "Down")
+                self.step(sound, sound.equalized([9, -3, 7, 7, 7, 16, 7, 7]), equalize)
+                # As accepted the last time, but the highest band but two is stopped as well.
+                def stop():
+                    self.menu("alt+c", "p")
+                    self.answer("Band Pass Filter", "End", "Left", "Left", "space")
+                stops = sound.equalized([7, 7, 7, -50, -50, -50, 7, -50])
+                self.step(sound, stops, stop)
+                self.end()
 
 
 if __name__ == "__main__":

@@ -163,8 +163,8 @@ TEST_F(HelpViewerTest, ControlsNamedInTheTableAreInTheMainWindow) {
     constexpr int RecordingFirst = 372;
     constexpr int RecordingLast = 376;
     const std::vector<std::string> Others = {
-        "SpeedBoxPic", "ColorDialog", "FolderDialog", "FileDialog", "MsgBox",
-        "TabFrame_0",  "TabFrame_1",  "TabFrame_2",   "TabFrame_3", "TabFrame_4"};
+        "BandPassPic", "BandPlayPic", "SpeedBoxPic", "ColorDialog", "FolderDialog", "FileDialog",
+        "MsgBox",      "TabFrame_0",  "TabFrame_1",  "TabFrame_2",  "TabFrame_3",   "TabFrame_4"};
     for (const HelpPlace& Place : HelpPlaces()) {
         const QString Name = QLatin1String(Place.Control);
         const bool WindowOfItsOwn = Name.endsWith(QStringLiteral("Frm"));
