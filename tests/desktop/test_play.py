@@ -150,6 +150,19 @@ class Play(DesktopTest):
         self.desktop.close(window)
         self.assertEqual(editor.wait(5), 1)
 
+    def test_a_player_killed_while_it_plays_is_told_and_space_starts_another(self):
+        editor, window = self.start_editor(tone_file(self.folder / "tone.wav", 30))
+        self.key(window, "space")
+        wait_until(self.listener.hears_tone, "the tone")
+        subprocess.run(["kill", "-9", str(players_of(editor)[0])], check=True)
+        box = self.desktop.wait_for_window(editor, lambda one: one.title == "Play failed")
+        self.desktop.close(box)
+        wait_until(self.listener.hears_nothing, "silence")
+        self.key(window, "space")
+        wait_until(self.listener.hears_tone, "the tone")
+        self.desktop.close(window)
+        self.assertEqual(editor.wait(5), 1)
+
 
 if __name__ == "__main__":
     unittest.main()
