@@ -270,13 +270,15 @@ TEST_F(RecordTakeTest, TwoHoursTakeNoMoreMemoryThanAMinute) {
     Machine.SetUp({2, 16, Freq}, 2000000000);
     Machine.EngineOpened({});
     Machine.Start();
-    std::int64_t AfterAMinute = 0;
+    [[maybe_unused]] std::int64_t AfterAMinute = 0;
     for (int No = 0; No < Blocks; ++No) {
         Machine.ProcessRecordedBlock(Counting(No, Frames), Counting(-No, Frames), Frames);
         if (No == 600)
             AfterAMinute = MemoryInUse();
     }
+#ifndef __SANITIZE_ADDRESS__ // the sanitizer keeps what was given back
     EXPECT_LT(MemoryInUse() - AfterAMinute, 1 << 20);
+#endif
     Machine.Stop();
     EXPECT_EQ(Machine.TakeTrouble(), "");
     EXPECT_EQ(Machine.Show().Dur_Lbl0, "2:00:00");
