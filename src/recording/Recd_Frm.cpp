@@ -44,6 +44,7 @@ void SetTextIfOther(QPushButton* Button, const QString& Text) {
 } // namespace
 
 Recd_Frm::~Recd_Frm() {
+    hide(); // a field that loses the focus by it still finds the window
     Unload();
 }
 
