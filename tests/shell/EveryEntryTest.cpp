@@ -99,13 +99,13 @@ const std::vector<CommandRow>& CommandRows() {
         {"SelectBoth_Mnu", "channel: 1"},
         {"SelectOther_Mnu", "channel: 2"},
         {"Bookmark_Add_Mnu_0",
-         "[ Add New Bookmark]; bookmarks: part 251 to 350, point 601 to 601, New-3 201 to 400"},
+         "[ Add New Bookmark]; bookmarks: range 251 to 350, point 601 to 601, New-3 201 to 400"},
         {"Bookmark_Add_Mnu_1",
-         "[ Add New Bookmark]; bookmarks: part 251 to 350, point 601 to 601, New-3 101 to 1100"},
+         "[ Add New Bookmark]; bookmarks: range 251 to 350, point 601 to 601, New-3 101 to 1100"},
         {"Bookmark_Add_Mnu_2",
-         "[Edit Bookmark]; bookmarks: part 251 to 350, point 601 to 601, New-3 501 to 600"},
+         "[Edit Bookmark]; bookmarks: range 251 to 350, point 601 to 601, New-3 501 to 600"},
         {"Bookmark_Add_Mnu_3",
-         "[ Add New Bookmark]; bookmarks: part 251 to 350, point 601 to 601, New-3 101 to 1101"},
+         "[ Add New Bookmark]; bookmarks: range 251 to 350, point 601 to 601, New-3 101 to 1101"},
         {"Bookmark_Delete_Mnu_0", "bookmarks: point 601 to 601"},
         {"Bookmark_Delete_Mnu_1", "[ Choose a bookmark name]; bookmarks: point 601 to 601"},
         {"Bookmark_Goto_Mnu", "[ Choose a bookmark name]; view: 251 to 350"},
@@ -303,7 +303,7 @@ class EveryEntryTest : public EditorFixture {
         Window().FileDropped(WriteWav("a.wav", 2000, 2));
         WaveStore->WaveDataDelete(2000, 0, 1, "First Step", true);
         Bookmarks.resize(1);
-        BookmarkAppend({"part", "", BokRange, 251, 350, false});
+        BookmarkAppend({"range", "", BokRange, 251, 350, false});
         BookmarkAppend({"point", "", BokPoint, 601, 601, false});
         Window().SetEntryChecked("Bookmark_Show_Mnu", true);
         WaveChanged = false;
