@@ -82,7 +82,7 @@ void ChannelMixEffect::Compute(EffectWork& Work, PassProgress& Progress) {
     else
         PairPass(Work, Progress, [&](std::int32_t, RunIn L, RunIn R) {
             for (auto& [Source, Writer] : Made)
-                Writer.Make(L.size(), [&](std::size_t At, RunOut Out) {
+                Writer.Make(L.size(), [&, Source = Source](std::size_t At, RunOut Out) {
                     MixRun(Source, L.subspan(At, Out.size()), R.subspan(At, Out.size()), Out, Bits);
                 });
         });

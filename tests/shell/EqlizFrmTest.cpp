@@ -181,7 +181,7 @@ TEST_F(EqlizFrmTest, AScreenReaderIsToldTheBandAndItsValue) {
 }
 
 TEST_F(EqlizFrmTest, TheMouseTellsWhatAClickWouldSet) {
-    With("Equalize_Mnu_0", [this](QWidget* Dialog) {
+    With("Equalize_Mnu_0", [](QWidget* Dialog) {
         BandPanel* Picture = Panel(Dialog, "EqalizPic");
         MoveTo(Picture, 8, 5, -50);
         EXPECT_EQ(Shown(Dialog, "DisplayLbl_0"), "1032 Hz");
