@@ -166,7 +166,8 @@ void ReadSideBySide(const BlockCarrBuffClass* Left, const BlockCarrBuffClass* Ri
     for (std::int32_t Rest = Longest; Rest > 0;) {
         const std::int32_t First = std::max(Rest - RunLength, 0) + 1;
         Reader.Fill(First, Rest, SamplesL.data(), SamplesR.data());
-        const auto Count = static_cast<std::size_t>(Rest - First + 1);
+        const std::int32_t Samples = Rest - First + 1;
+        const auto Count = static_cast<std::size_t>(Samples);
         Visit(First, Part(RunIn(SamplesL).first(std::min(Count, SamplesL.size())), First, LengthL),
               Part(RunIn(SamplesR).first(std::min(Count, SamplesR.size())), First, LengthR));
         Rest = First - 1;
