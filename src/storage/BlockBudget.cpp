@@ -2,7 +2,6 @@
 #include "storage/WoroFileBlockMod.h"
 
 #include "base/Arithmetic.h"
-#include "platform/SampleMemory.h"
 #include "storage/BlockTableInner.h"
 
 #include <algorithm>
@@ -91,10 +90,36 @@ void GetPlaceInFile(std::int32_t BlockNo, std::int32_t HolderNo) {
         --WorkFileAt(LostNo).WorkFileUse;
 }
 
-/// Samples are shared and cut without copying, so a small block may keep a large buffer alive.
-/// While buffers hold more than the budget, groups that view only parts of theirs get own copies.
+/// Pushes the groups used longest ago out, but that of `KeptNo`.
+void OldestGroupsToFile(std::int32_t KeptNo) {
+    std::vector<SharingGroup> Groups = GroupsInMemory();
+    if (++BudgetCheckCount == ChecksBetweenRecounts) {
+        BudgetCheckCount = 0;
+        std::int64_t Samples = 0;
+        for (const SharingGroup& One : Groups)
+            Samples += One.End - One.First;
+        MemoryUsed = ToLong(2 * Samples);
+    }
+    for (SharingGroup& One : Groups)
+        if (std::ranges::find(One.BlockNos, KeptNo) != One.BlockNos.end())
+            One.Newest = std::numeric_limits<std::int32_t>::max();
+    // Oldest last; of equal stamps the highest number last.
+    std::sort(Groups.begin(), Groups.end(), [](const SharingGroup& A, const SharingGroup& B) {
+        return A.Newest != B.Newest ? A.Newest > B.Newest : A.BlockNos.front() < B.BlockNos.front();
+    });
+    while (Groups.size() > GroupsAlwaysInMemory) {
+        BlocksToFile(Groups.back().BlockNos);
+        Groups.pop_back();
+        if (MemoryUsed < MemoryBudget)
+            break;
+    }
+}
+
+/// Samples are shared and cut without copying, so a small block may keep a large buffer alive, of
+/// which only what blocks hold is counted. While buffers hold more than the budget, groups that
+/// view only parts of theirs get own copies.
 void SharedRemaindersGiveBack() {
-    if (SampleMemoryInUse() <= MemoryBudget)
+    if (SampleRun::BytesOfHeldBuffers() <= std::max(MemoryBudget, MemoryUsed))
         return;
     const std::vector<SharingGroup> Groups = GroupsInMemory();
     for (auto First = Groups.begin(); First != Groups.end();) {
@@ -118,7 +143,7 @@ void SharedRemaindersGiveBack() {
                 }
             }
         First = Behind;
-        if (SampleMemoryInUse() <= MemoryBudget)
+        if (SampleRun::BytesOfHeldBuffers() <= MemoryBudget)
             return;
     }
 }
@@ -145,29 +170,8 @@ void BlocksToFile(const BlockSet& BlockNos) {
 }
 
 void BudgetEnforceBut(std::int32_t KeptNo) {
-    if (MemoryUsed <= MemoryBudget)
-        return;
-    std::vector<SharingGroup> Groups = GroupsInMemory();
-    if (++BudgetCheckCount == ChecksBetweenRecounts) {
-        BudgetCheckCount = 0;
-        std::int64_t Samples = 0;
-        for (const SharingGroup& One : Groups)
-            Samples += One.End - One.First;
-        MemoryUsed = ToLong(2 * Samples);
-    }
-    for (SharingGroup& One : Groups)
-        if (std::ranges::find(One.BlockNos, KeptNo) != One.BlockNos.end())
-            One.Newest = std::numeric_limits<std::int32_t>::max();
-    // Oldest last; of equal stamps the highest number last.
-    std::sort(Groups.begin(), Groups.end(), [](const SharingGroup& A, const SharingGroup& B) {
-        return A.Newest != B.Newest ? A.Newest > B.Newest : A.BlockNos.front() < B.BlockNos.front();
-    });
-    while (Groups.size() > GroupsAlwaysInMemory) {
-        BlocksToFile(Groups.back().BlockNos);
-        Groups.pop_back();
-        if (MemoryUsed < MemoryBudget)
-            break;
-    }
+    if (MemoryUsed > MemoryBudget)
+        OldestGroupsToFile(KeptNo);
     SharedRemaindersGiveBack();
 }
 

@@ -9,6 +9,10 @@
 
 namespace quoril {
 
+namespace {
+std::int64_t HeldBuffersSamples = 0;
+}
+
 std::map<std::int32_t, HeldStretches::Edge>::iterator HeldStretches::EdgeAt(std::int32_t Place) {
     const auto [Found, IsNew] = Edges.try_emplace(Place);
     if (IsNew && Found != Edges.begin())
@@ -76,11 +80,20 @@ SampleRun SampleRun::From(std::int32_t Offset) const {
 }
 
 std::int32_t SampleRun::Hold(std::int32_t Length) const {
+    if (Length > 0 && Owner->Held.None())
+        HeldBuffersSamples += Owner->Count;
     return Owner->Held.Hold(Offset(), Offset() + Length);
 }
 
 std::int32_t SampleRun::Release(std::int32_t Length) const noexcept {
-    return Owner->Held.Release(Offset(), Offset() + Length);
+    const std::int32_t Free = Owner->Held.Release(Offset(), Offset() + Length);
+    if (Length > 0 && Owner->Held.None())
+        HeldBuffersSamples -= Owner->Count;
+    return Free;
+}
+
+std::int64_t SampleRun::BytesOfHeldBuffers() noexcept {
+    return 2 * HeldBuffersSamples;
 }
 
 std::int32_t SampleRun::Offset() const noexcept {

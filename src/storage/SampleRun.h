@@ -16,6 +16,8 @@ class HeldStretches {
     std::int32_t Hold(std::int32_t From, std::int32_t To);
     /// One of those that hold just these samples lets go. Gives how many nobody holds any more.
     std::int32_t Release(std::int32_t From, std::int32_t To) noexcept;
+    /// True while nobody holds any.
+    [[nodiscard]] bool None() const noexcept { return Edges.empty(); }
 
   private:
     struct Edge {
@@ -50,6 +52,8 @@ class SampleRun {
     /// them no other block holds.
     [[nodiscard]] std::int32_t Hold(std::int32_t Length) const;
     [[nodiscard]] std::int32_t Release(std::int32_t Length) const noexcept;
+    /// Bytes of all buffers that blocks hold samples of, also of those samples that no block holds.
+    [[nodiscard]] static std::int64_t BytesOfHeldBuffers() noexcept;
 
     /// The buffer's identity and size, and where in it the run begins.
     [[nodiscard]] const void* BufferId() const noexcept { return Owner.get(); }

@@ -644,6 +644,17 @@ TEST_F(BlockTableTest, SmallPartsDoNotKeepLargeBuffersAliveOverTheBudget) {
     EXPECT_EQ(Block(Clone).BlockData.BufferLength(), 10) << "what was shared is shared still";
 }
 
+TEST_F(BlockTableTest, SmallPartsOfLargeBuffersDoNotPileUpBelowTheBudgetEither) {
+    for (int i = 0; i < 100; ++i) {
+        const std::int32_t Whole = BlockNew(500000, 2);
+        BlockTable[static_cast<std::size_t>(Whole)].BlockStart = 1;
+        (void)BlockCutRange(Whole, 1, 10);
+        BlockFree(Whole);
+    }
+    EXPECT_EQ(MemoryUsed, 2000);
+    EXPECT_LE(SampleMemoryInUse(), MemoryBudget + 2000000);
+}
+
 TEST_F(BlockTableTest, PositionsThatOverflowFailAndChangeNothing) {
     const std::int32_t No = BlockNew(2000000000, 5);
     EXPECT_THROW(BlockToMemory(No), Failure);
