@@ -198,6 +198,7 @@ void BlockToFile(std::int32_t BlockNo) {
 void BlockWriteToNewFile(std::int32_t BlockNo) {
     BlockRec& Block = BlockAt(BlockNo);
     WriteToNewFile(Block, Block.BlockData);
+    BlockWindowsEmpty(BlockNo); // a write would leave the file behind
     Block.BlockKind = BlockMemoryAndFile;
 }
 

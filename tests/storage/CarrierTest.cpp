@@ -137,6 +137,16 @@ TEST_F(CarrierTest, WritingAfterAPartWasCutOutLeavesThePartAlone) {
     BlockFree(Part);
 }
 
+TEST_F(CarrierTest, WritingAfterItsBlockWasWrittenThroughLeavesTheFileBehind) {
+    BlockCarrBuffClass Carrier;
+    CarrierFill(Carrier, 100);
+    BlockWriteThrough(Carrier.Blocks().At(0));
+    Carrier.WaveLR(100, 1); // through the window that was open before
+    EXPECT_THAT(Kinds(Carrier), ElementsAre(2));
+    EXPECT_EQ(Carrier.WaveLR(100), 1);
+    EXPECT_EQ(BrokenRule({&Carrier.Blocks().Numbers()}), "");
+}
+
 TEST_F(CarrierTest, TheEndOfACarrierFreesItsBlocksAndSweepsTheFiles) {
     {
         BlockCarrBuffClass Carrier;
