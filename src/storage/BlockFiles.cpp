@@ -48,12 +48,6 @@ bool Unused(const OrgFileRec& File) {
     return File.OrgFileUse == 0 && !File.OrgFileName.empty();
 }
 
-void BlocksLeaveOrgFile(std::int32_t OrgNo) {
-    for (std::size_t No = 1; No < BlockTable.size(); ++No)
-        if (BlockTable[No].BlockKind == BlockOrgFile && BlockTable[No].FileNo == OrgNo)
-            BlockToMemory(static_cast<std::int32_t>(No));
-}
-
 /// Fails when the open file is not, or no longer, the one that was entered in the table. Every
 /// read ends with this, so that no foreign sample is taken for the user's own.
 void OrgIdentityCheck(std::int32_t OrgNo) {
@@ -109,31 +103,6 @@ std::int32_t OrgFileAdd(const std::string& FileName, std::int32_t Channels, std:
     }
     OrgFileAt(SlotNo) = {FileName, Channels, Bits, 0, Identity};
     return SlotNo;
-}
-
-void OrgPairAdd(std::int32_t LeftNo, std::int32_t RightNo) {
-    BlockPairTable.push_back({LeftNo, RightNo});
-}
-
-bool BlocksInterleave(const BlockRec& Left, const BlockRec& Right) noexcept {
-    if (Left.BlockKind != BlockOrgFile || Right.BlockKind != BlockOrgFile ||
-        Left.FileNo != Right.FileNo || Left.BlockLen != Right.BlockLen)
-        return false;
-    const OrgFileRec& File = OrgFileAt(Left.FileNo);
-    return File.OrgFileChannels == 2 &&
-           std::int64_t{Right.FilePos} - Left.FilePos == File.OrgFileBits / 8;
-}
-
-std::vector<BlockPairRec>::const_iterator BlockPairOf(std::int32_t BlockNo) noexcept {
-    return std::find_if(BlockPairTable.cbegin(), BlockPairTable.cend(),
-                        [BlockNo](const BlockPairRec& Pair) {
-                            return Pair.LeftNo == BlockNo || Pair.RightNo == BlockNo;
-                        });
-}
-
-void BlockPairRemove(std::int32_t BlockNo) noexcept {
-    if (const auto Found = BlockPairOf(BlockNo); Found != BlockPairTable.cend())
-        BlockPairTable.erase(Found);
 }
 
 void OrgFileRelease(std::int32_t OrgNo) {

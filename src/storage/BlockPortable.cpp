@@ -151,12 +151,9 @@ void BlocksImport(const std::vector<std::int32_t>& Longs, BlockSet& Blocks, Fore
 
 /// The two channels of the same stretch of a stereo file are read in one pass.
 void PairUp(const BlockSet& Left, const BlockSet& Right, const ForeignFiles& Foreign) {
-    for (std::size_t i = 0; i < std::min(Left.size(), Right.size()); ++i) {
-        const BlockRec& L = BlockAt(Left[i]);
-        const BlockRec& R = BlockAt(Right[i]);
-        if (Foreign.Hold(L) && BlocksInterleave(L, R))
-            OrgPairAdd(Left[i], Right[i]);
-    }
+    for (std::size_t i = 0; i < std::min(Left.size(), Right.size()); ++i)
+        if (Foreign.Hold(BlockAt(Left[i])))
+            (void)OrgPairMake(Left[i], Right[i]);
 }
 
 /// Reads what lies in foreign files. What was pushed out to a work file of our own stays there.

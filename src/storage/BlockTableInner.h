@@ -43,6 +43,9 @@ void BudgetEnforceOrFree(std::int32_t NewNo);
 [[nodiscard]] std::vector<BlockPairRec>::const_iterator BlockPairOf(std::int32_t BlockNo) noexcept;
 /// Removes the first pair that holds a block, if any.
 void BlockPairRemove(std::int32_t BlockNo) noexcept;
+/// Brings every block out of an original file into memory: both channels of a stretch in one pass,
+/// and what several blocks have of it once.
+void BlocksLeaveOrgFile(std::int32_t OrgNo);
 /// Makes the file of a work file slot out of `Length` samples. When that fails no file is left.
 void WorkFileFill(std::int32_t WorkNo, const std::int16_t* Samples, std::int32_t Length);
 /// Reads samples of a work file or an original file, from the byte `FilePos` (from 1) on, in the

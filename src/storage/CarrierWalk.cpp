@@ -92,13 +92,8 @@ void JoinAt(std::span<const ChannelVisit> Channels, std::int32_t Pos) {
         const std::int32_t Index = List.FirstHolding(Pos);
         Nos[c] = Index < 0 ? 0 : List.At(Index);
     }
-    if (BlocksInterleave(BlockAt(Nos[0]), BlockAt(Nos[1])))
-        OrgPairAdd(Nos[0], Nos[1]);
-    else if (BlocksInterleave(BlockAt(Nos[1]), BlockAt(Nos[0])))
-        OrgPairAdd(Nos[1], Nos[0]);
-    else
-        return;
-    BlockAt(Nos[1]).BlockStamp = NextBlockStamp(); // it is not to leave before its turn
+    if (OrgPairMake(Nos[0], Nos[1]))
+        BlockAt(Nos[1]).BlockStamp = NextBlockStamp(); // it is not to leave before its turn
 }
 
 const BlockListClass* ListOf(const BlockCarrBuffClass* Carrier) {

@@ -153,9 +153,9 @@ std::int32_t NextBlockStamp();
 [[nodiscard]] std::int32_t OrgFileAdd(const std::string& FileName, std::int32_t Channels,
                                       std::int32_t Bits);
 void OrgPairAdd(std::int32_t LeftNo, std::int32_t RightNo);
-/// Whether two blocks are the left and the right channel of one stretch of an original file, which
-/// as a pair are read in one pass.
-[[nodiscard]] bool BlocksInterleave(const BlockRec& Left, const BlockRec& Right) noexcept;
+/// Makes a pair of two blocks that are the two channels of one stretch of an original file,
+/// whichever of them comes first there. False when they are not.
+bool OrgPairMake(std::int32_t OneNo, std::int32_t OtherNo);
 /// Bytes from one sample of a channel to the next: 1, 2 or 4.
 [[nodiscard]] std::int32_t OrgFileStep(const OrgFileRec& File) noexcept;
 /// Brings every block out of a named file (compared without case) into memory, for a writer that

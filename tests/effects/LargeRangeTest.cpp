@@ -97,6 +97,17 @@ TEST_F(LargeRangeOfEffect, SavingReadsAnUntouchedFileOnceAndMovesNoBlock) {
     EXPECT_EQ(MemoryUsed, 0);
 }
 
+TEST_F(LargeRangeOfEffect, SavingOverTheOpenedFileReadsItForTheWritingAndForTheDocument) {
+    MemoryBudget = 100000000;
+    const std::int64_t Read = BytesReadSoFar();
+    const std::int64_t Written = BytesWrittenSoFar();
+    ASSERT_TRUE(OpenSaveClass().FileWriteWave(*WaveStore, Session.Path("long.wav")));
+    constexpr std::int64_t FileBytes = Frames * std::int64_t{4};
+    EXPECT_LE(BytesReadSoFar() - Read, 2 * FileBytes * 102 / 100);
+    EXPECT_LE(BytesWrittenSoFar() - Written, FileBytes * 102 / 100);
+    EXPECT_EQ(MemoryUsed, FileBytes);
+}
+
 struct Walk {
     const char* Name;
     void (*Run)();

@@ -2,6 +2,7 @@
 #include "base/Failure.h"
 #include "platform/SampleMemory.h"
 #include "settings/STD1.h"
+#include "support/LargeFile.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
 
@@ -653,6 +654,62 @@ TEST_F(BlockTableTest, SmallPartsOfLargeBuffersDoNotPileUpBelowTheBudgetEither) 
     }
     EXPECT_EQ(MemoryUsed, 2000);
     EXPECT_LE(SampleMemoryInUse(), MemoryBudget + 2000000);
+}
+
+TEST_F(BlockTableTest, APairIsMadeOfTheTwoChannelsOfOneStretchWhicheverIsAskedFirst) {
+    const std::int32_t OrgNo = OrgFileAdd(RawFile(Session, "a.raw", 100, 2, 16), 2, 16);
+    const std::int32_t Left = OrgBlock(OrgNo, 100, 1);
+    const std::int32_t Right = OrgBlock(OrgNo, 100, 2);
+    const std::int32_t Shorter = BlockCutRange(Right, 1, 99);
+    const std::int32_t Later = BlockCutRange(Right, 2, 100);
+    EXPECT_FALSE(OrgPairMake(Left, Left));
+    EXPECT_FALSE(OrgPairMake(Left, Shorter));
+    EXPECT_FALSE(OrgPairMake(Shorter, Later));
+    EXPECT_FALSE(OrgPairMake(Left, 0));
+    EXPECT_TRUE(BlockPairTable.empty());
+    EXPECT_TRUE(OrgPairMake(Right, Left));
+    ASSERT_EQ(BlockPairTable.size(), 1U);
+    EXPECT_EQ(BlockPairTable[0].LeftNo, Left);
+    EXPECT_EQ(BlockPairTable[0].RightNo, Right);
+    BlockToMemory(Right);
+    EXPECT_EQ(BlockSamples(Left), TestSamples(1, 100, 1));
+    EXPECT_EQ(BlockSamples(Right), TestSamples(1, 100, 2));
+    const std::int32_t Mono = OrgFileAdd(RawFile(Session, "b.raw", 100, 1, 16), 1, 16);
+    const std::int32_t One = OrgBlock(Mono, 100, 1);
+    const std::int32_t Next = OrgBlock(Mono, 99, 1);
+    BlockTable[static_cast<std::size_t>(One)].BlockLen = 99;
+    BlockTable[static_cast<std::size_t>(Next)].FilePos = 3;
+    EXPECT_FALSE(OrgPairMake(One, Next)) << "neighbours of one channel";
+}
+
+TEST_F(BlockTableTest, AFileIsLeftWithOneReadingForAllThatHaveTheSameOfIt) {
+    for (const std::int32_t Bits : {8, 16}) {
+        constexpr std::int32_t Frames = 200000;
+        const std::string Name = RawFile(Session, "left.raw", Frames, 2, Bits);
+        const std::int32_t OrgNo = OrgFileAdd(Name, 2, Bits);
+        BlockSet All;
+        for (std::int32_t Channel = 1; Channel <= 2; ++Channel) {
+            const std::int32_t Whole = OrgBlock(OrgNo, Frames, Channel);
+            for (std::int32_t From = 1; From <= Frames; From += 70000) {
+                All.push_back(BlockCutRange(Whole, From, std::min(From + 69999, Frames)));
+                BlockTable[static_cast<std::size_t>(All.back())].BlockStart = From;
+                All.push_back(BlockClone(All.back()));
+            }
+            BlockFree(Whole);
+        }
+        std::vector<std::vector<std::int16_t>> Held;
+        for (const std::int32_t No : All)
+            Held.push_back(BlockSamples(No));
+        const std::int64_t Before = BytesReadSoFar();
+        OrgFileReleaseByName(Name);
+        EXPECT_LE(BytesReadSoFar() - Before, Frames * 2 * (Bits / 8) * 102 / 100);
+        EXPECT_EQ(MemoryUsed, 4 * Frames) << "what two have is held once";
+        EXPECT_TRUE(BlockPairTable.empty());
+        EXPECT_EQ(BrokenRule({&All}), "");
+        for (std::size_t i = 0; i < All.size(); ++i)
+            EXPECT_TRUE(BlockSamples(All[i]) == Held[i]) << i;
+        BlockSetFree(All);
+    }
 }
 
 TEST_F(BlockTableTest, PositionsThatOverflowFailAndChangeNothing) {
