@@ -69,10 +69,14 @@ void ReadThroughMemory(std::int32_t BlockNo, std::int32_t From, std::int32_t To,
     BlockRangeReadTo(BlockNo, From, To, Target);
 }
 
-void WriteBothThrough(std::int32_t NewNo, std::int32_t SourceNo) {
-    for (const std::int32_t BlockNo : {NewNo, SourceNo})
-        if (BlockAt(BlockNo).BlockKind != BlockSilence)
-            BlockWriteThrough(BlockNo);
+/// Writes a block that has a part in the range through, so that what is cut out of it lies in its
+/// file, and playing the same once more writes nothing.
+void WriteSourceThrough(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t ToPos) {
+    std::int32_t From = 0;
+    std::int32_t Length = 0;
+    if (BlockAt(BlockNo).BlockKind != BlockSilence &&
+        BlockOverlap(BlockAt(BlockNo), FromPos, ToPos, From, Length))
+        BlockWriteThrough(BlockNo);
 }
 
 void SilenceAppend(BlockSet& Set, std::int64_t From, std::int64_t To) {
@@ -184,13 +188,10 @@ BlockSet FileMemoClass::CollectBlocks(const BlockListClass& List, std::int32_t L
     BlockSet Cut;
     try {
         for (std::int32_t i = 0; i < List.Count(); ++i) {
-            const std::int32_t SourceNo = List.At(i);
-            const std::int32_t NewNo = BlockCutRange(SourceNo, FromPos, ToPos);
-            if (NewNo != 0) {
+            if (ForPlay)
+                WriteSourceThrough(List.At(i), FromPos, ToPos);
+            if (const std::int32_t NewNo = BlockCutRange(List.At(i), FromPos, ToPos); NewNo != 0)
                 Cut.push_back(NewNo);
-                if (ForPlay)
-                    WriteBothThrough(NewNo, SourceNo);
-            }
             ProgressFrm->SetCurrentProgress(
                 Single(Base + static_cast<double>(i + 1) / List.Count() * Scale));
         }

@@ -345,6 +345,7 @@ TEST_F(FileMemoTest, AStretchForThePlayerIsInFilesAndASecondTakeWritesNothing) {
             EXPECT_EQ(Block(BlockNo).BlockKind, 1);
     EXPECT_EQ(Block(Store.BlocksL().At(0)).BlockKind, 1);
     const std::size_t Files = TestSession::SessionFiles().size();
+    EXPECT_EQ(Files, 2U) << "the document and what is played of it share a file for each channel";
     std::unique_ptr<BlockCarrBuffClass> L2;
     std::unique_ptr<BlockCarrBuffClass> R2;
     Store.WaveCollectData_ForPlay(101, 900, 0, L2, R2);
