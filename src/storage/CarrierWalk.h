@@ -23,14 +23,30 @@ struct ChannelVisit {
     BlockCarrBuffClass::RunVisit Visit;
 };
 
+/// What makes new samples of a run and of one of another carrier, which is as long. `Out` is the
+/// place of `In` or overlaps neither.
+using RunMerge =
+    std::function<void(std::int32_t FirstPos, std::span<const std::int16_t> In,
+                       std::span<const std::int16_t> Other, std::span<std::int16_t> Out)>;
+struct ChannelMerge {
+    BlockCarrBuffClass* Carrier = nullptr;
+    const BlockCarrBuffClass* Other = nullptr;
+    RunMerge Merge;
+};
+
 /// Told after each run: the samples up to `Position` are done in all channels.
 using WalkReached = std::function<void(std::int32_t Position)>;
 
 /// Changes every sample of one or two carriers, which is private memory then as far as the budget
 /// allows. What lies in files or is shared is read in place, run by run.
 void ChangeSideBySide(std::span<const ChannelChange> Channels, const WalkReached& Reached);
-/// Reads every sample of one or two carriers, each as WaveRunsRead does: the samples are then in
-/// memory, as far as the budget allows, for what reads them again.
+/// The same with what stands in other carriers, `Ahead` samples further on; these are read in place
+/// and stay as they are. Of each channel it changes what stands before the end of both carriers.
+void MergeSideBySide(std::span<const ChannelMerge> Channels, std::int32_t Ahead,
+                     const WalkReached& Reached);
+/// Reads every sample of one or two carriers, which are in memory then as far as they find room
+/// within the budget, for what reads them again. What finds none is read in place: it would only
+/// push out other samples, and be pushed out itself before it is read again.
 void VisitSideBySide(std::span<const ChannelVisit> Channels, const WalkReached& Reached);
 
 enum class WalkOrder : std::uint8_t {

@@ -19,19 +19,23 @@ PairReader::PairReader(const BlockListClass* Left, const BlockListClass* Right) 
     Channels[1].List = Right;
 }
 
-std::int32_t PairReader::Read(std::int32_t Pos, std::int32_t Most) {
+std::int32_t PairReader::RunAt(std::int32_t Pos, std::int32_t Most) const {
     std::int64_t Run = std::min(Most, LongestRun);
-    for (Channel& Each : Channels)
-        if (Each.List != nullptr) {
-            const BlockListClass::Stretch Here = Each.List->StretchAt(Pos);
-            Each.BlockNo = Here.BlockNo;
-            Run = std::min(Run, Here.Last - Pos + 1);
-        }
-    const auto Count = static_cast<std::int32_t>(Run);
+    for (const Channel& Each : Channels)
+        if (Each.List != nullptr)
+            Run = std::min(Run, Each.List->StretchAt(Pos).Last - Pos + 1);
+    return static_cast<std::int32_t>(Run);
+}
+
+std::int32_t PairReader::Read(std::int32_t Pos, std::int32_t Most) {
+    const std::int32_t Count = RunAt(Pos, Most);
     std::array<std::int16_t*, 2> Targets{};
     for (std::size_t c = 0; c < 2; ++c) {
         Channel& One = Channels[c];
-        if (One.List == nullptr || Near(One, Pos, static_cast<std::size_t>(Count)))
+        if (One.List == nullptr)
+            continue;
+        One.BlockNo = One.List->StretchAt(Pos).BlockNo;
+        if (Near(One, Pos, static_cast<std::size_t>(Count)))
             continue;
         One.Buffer.resize(LongestRun);
         Targets[c] = One.Buffer.data();
@@ -51,6 +55,7 @@ std::int32_t PairReader::Read(std::int32_t Pos, std::int32_t Most) {
 bool PairReader::Near(Channel& One, std::int32_t Pos, std::size_t Count) {
     static const std::vector<std::int16_t> Zeros(LongestRun);
     const BlockRec& Block = BlockAt(One.BlockNo);
+    One.Held = {}; // what was read before need not stay
     if (One.BlockNo == 0 || Block.BlockKind == BlockSilence) {
         One.Samples = std::span(Zeros).first(Count);
         return true;

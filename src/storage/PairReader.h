@@ -16,8 +16,11 @@ class PairReader {
     /// The lists must outlive the reader; a channel that is not read has none.
     PairReader(const BlockListClass* Left, const BlockListClass* Right);
 
-    /// Reads what stands from `Pos` on, at most `Most` samples, and fewer where a block ends. Gives
-    /// how many; at least one for a `Most` of one. Silence and places without a block are zeros.
+    /// How many samples, at most `Most`, one reading from `Pos` on gives: fewer where a block ends,
+    /// at least one for a `Most` of one.
+    [[nodiscard]] std::int32_t RunAt(std::int32_t Pos, std::int32_t Most) const;
+    /// Reads what stands from `Pos` on, as many samples as RunAt tells, and gives how many. Silence
+    /// and places without a block are zeros.
     std::int32_t Read(std::int32_t Pos, std::int32_t Most);
     /// What was read last, until the next reading; empty for a channel without a list.
     [[nodiscard]] std::span<const std::int16_t> Left() const noexcept {

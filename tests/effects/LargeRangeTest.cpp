@@ -72,17 +72,16 @@ TEST_F(LargeRangeOfEffect, TheFileIsReadOnceAndNothingIsWrittenWhileTheResultFit
     }
 }
 
-TEST_F(LargeRangeOfEffect, BeyondTheBudgetTheFileIsReadOnceAndTheResultWrittenOnce) {
+TEST_F(LargeRangeOfEffect, BeyondTheBudgetTheFileIsReadOnceForEachPassAndTheResultWrittenOnce) {
     const ScriptedMix Mix{{true, {MixSum, MixLeftLessRight}}};
     constexpr std::int64_t FileBytes = Frames * std::int64_t{4};
     for (const Reading& Each : Commands) {
-        if (std::string(Each.Name) == "maximize")
-            continue; // it reads twice
+        const int Passes = std::string(Each.Name) == "maximize" ? 2 : 1;
         OpenAsDocument(Session.Path("long.wav"));
         const std::int64_t Read = BytesReadSoFar();
         const std::int64_t Written = BytesWrittenSoFar();
         Each.Run();
-        EXPECT_LE(BytesReadSoFar() - Read, FileBytes * 102 / 100) << Each.Name;
+        EXPECT_LE(BytesReadSoFar() - Read, Passes * FileBytes * 102 / 100) << Each.Name;
         EXPECT_LE(BytesWrittenSoFar() - Written, FileBytes) << Each.Name;
     }
 }

@@ -2,6 +2,7 @@
 #include "storage/CarrierWalk.h"
 #include "StorageChecks.h"
 #include "base/Failure.h"
+#include "platform/SampleMemory.h"
 #include "storage/CarrierWriter.h"
 #include "support/FullDisk.h"
 #include "support/LargeFile.h"
@@ -242,6 +243,143 @@ TEST_F(CarrierWalkTest, SamplesThatNobodyElseHasAreChangedInTheirPlace) {
     BlockFree(Clone);
 }
 
+TEST_F(CarrierWalkTest, AMergeTakesWhatStandsAheadInOtherCarriersAndLeavesTheseAsTheyAre) {
+    for (int Round = 0; Round < 120; ++Round) {
+        SCOPED_TRACE(Round);
+        Open(Number(3000, 60000), Round % 2 == 0 ? 16 : 8, Number(300, 9000));
+        EditAtRandom();
+        const std::int32_t Total = Store.WavWaveINos;
+        const std::int32_t From = Number(1, Total);
+        Collect(From, Number(From, Total));
+        const std::array<Samples, 2> Mine = Held;
+        std::unique_ptr<BlockCarrBuffClass> OtherL;
+        std::unique_ptr<BlockCarrBuffClass> OtherR;
+        std::swap(CarrL, OtherL);
+        std::swap(CarrR, OtherR);
+        const std::int32_t Second = Number(1, Total);
+        Collect(Second, Number(Second, Total));
+        std::swap(CarrL, OtherL);
+        std::swap(CarrR, OtherR);
+        const std::array<Samples, 2> Theirs = Held;
+        const std::int32_t Ahead = Number(0, 2);
+        const bool LeftAlone = Number(0, 3) == 0;
+
+        std::array<std::int32_t, 2> Next = {1, 1}; // position of each channel's next run
+        std::vector<ChannelMerge> Merges;
+        for (std::size_t c = 0; c < (LeftAlone ? 1U : 2U); ++c)
+            Merges.push_back({c == 0 ? CarrL.get() : CarrR.get(),
+                              c == 0 ? OtherL.get() : OtherR.get(),
+                              [&, c](std::int32_t First, RunIn In, RunIn Other, RunOut Out) {
+                                  EXPECT_EQ(First, Next[c]);
+                                  EXPECT_EQ(In.size(), Other.size());
+                                  EXPECT_EQ(In.size(), Out.size());
+                                  Next[c] += static_cast<std::int32_t>(In.size());
+                                  for (std::size_t k = 0; k < In.size(); ++k)
+                                      Out[k] = static_cast<std::int16_t>(In[k] ^ (Other[k] + 7));
+                              }});
+        MergeSideBySide(Merges, Ahead, [](std::int32_t) {});
+        EXPECT_EQ(BrokenRule(Store, {CarrL.get(), CarrR.get(), OtherL.get(), OtherR.get()}), "");
+        EXPECT_TRUE(All(*OtherL) == Theirs[0] && All(*OtherR) == Theirs[1]);
+        for (std::size_t c = 0; c < 2; ++c) {
+            Samples Expected = Mine[c];
+            for (std::size_t k = 0; k < Expected.size() && (c == 0 || !LeftAlone); ++k)
+                if (const std::size_t There = k + static_cast<std::size_t>(Ahead);
+                    There < Theirs[c].size())
+                    Expected[k] = static_cast<std::int16_t>(Expected[k] ^ (Theirs[c][There] + 7));
+            EXPECT_TRUE(All(c == 0 ? *CarrL : *CarrR) == Expected) << c;
+        }
+        ASSERT_FALSE(HasFailure());
+    }
+}
+
+TEST_F(CarrierWalkTest, AMergeReadsBothSidesOnceHoweverSmallTheBlocksBeside) {
+    constexpr std::int32_t Frames = 60000;
+    MemoryBudget = LowestMemoryBudget;
+    Open(2 * Frames, 16, 30000);
+    for (std::int32_t At = Frames + 1; At < 2 * Frames; At += 1000) { // short blocks in memory
+        BlockCarrBuffClass New;
+        CarrierFill(New, 10);
+        Store.WaveDataReplace(At, 0, &New, &New, "Paste", true);
+    }
+    std::unique_ptr<BlockCarrBuffClass> OtherL;
+    std::unique_ptr<BlockCarrBuffClass> OtherR;
+    Store.WaveCollectData(1, Frames, 0, CarrL, CarrR);
+    Store.WaveCollectData(Frames + 1, 2 * Frames, 0, OtherL, OtherR);
+    const auto Kernel = [](std::int32_t, RunIn In, RunIn, RunOut Out) {
+        std::ranges::copy(In, Out.begin());
+    };
+    const std::array Merges = {ChannelMerge{CarrL.get(), OtherL.get(), Kernel},
+                               ChannelMerge{CarrR.get(), OtherR.get(), Kernel}};
+    const std::int64_t Before = BytesReadSoFar();
+    MergeSideBySide(Merges, 0, [](std::int32_t) {});
+    EXPECT_LT(BytesReadSoFar() - Before, 2 * Frames * 4 * 102 / 100);
+}
+
+TEST_F(CarrierWalkTest, AVisitBeyondTheBudgetReadsInPlaceAndPushesNothingOut) {
+    constexpr std::int32_t Frames = 400000;
+    Open(Frames, 16, 50000);
+    MemoryBudget = 500000; // of 1600000 bytes
+    Store.WaveCollectData(1, Frames, 0, CarrL, CarrR);
+    std::array<Samples, 2> Read;
+    std::vector<ChannelVisit> Visits;
+    for (std::size_t c = 0; c < 2; ++c)
+        Visits.push_back({c == 0 ? CarrL.get() : CarrR.get(), [&, c](std::int32_t, RunIn In) {
+                              Read[c].insert(Read[c].end(), In.begin(), In.end());
+                          }});
+    const std::int64_t Before = BytesReadSoFar();
+    VisitSideBySide(Visits, [](std::int32_t) {});
+    EXPECT_LT(BytesReadSoFar() - Before, Frames * 4 * 102 / 100);
+    EXPECT_TRUE(Read[0] == TestSamples(1, Frames, 1) && Read[1] == TestSamples(1, Frames, 2));
+    EXPECT_EQ(TestSession::SessionFiles(), std::vector<std::string>());
+    EXPECT_EQ(MemoryUsed, 400000) << "what found room is there for the next walk";
+    ExpectRules();
+}
+
+TEST_F(CarrierWalkTest, WhatIsSharedAndInAWorkFileIsNotWrittenAgainWhileItIsChanged) {
+    constexpr std::int32_t Count = 40000;
+    MemoryBudget = LowestMemoryBudget;
+    BlockCarrBuffClass Mine;
+    CarrierFill(Mine, Count);
+    const std::int32_t MineNo = Mine.Blocks().At(0);
+    BlockWriteThrough(MineNo);
+    const auto Copy = CarrierCopy(Mine);
+    const auto Fill = [&](std::int32_t First, RunIn, RunOut Out) {
+        std::ranges::fill(Out, std::int16_t{5});
+        if (First > 1)
+            return;
+        MemoryBudget = 1000; // and others press in the midst of the walk
+        BlockSet Small;
+        for (int i = 0; i < 5; ++i)
+            Small.push_back(BlockNew(10, 2));
+        EXPECT_EQ(Block(MineNo).BlockKind, 3);
+        BlockSetFree(Small);
+    };
+    const std::array Change = {ChannelChange{&Mine, Fill}};
+    const std::int64_t Before = BytesWrittenSoFar();
+    ChangeSideBySide(Change, [](std::int32_t) {});
+    EXPECT_LT(BytesWrittenSoFar() - Before, Count);
+    EXPECT_TRUE(All(Mine) == Samples(Count, 5));
+    EXPECT_TRUE(All(*Copy) == TestSamples(1, Count));
+}
+
+TEST_F(CarrierWalkTest, AReaderKeepsNothingInMemoryOfWhatItHasPassed) {
+    constexpr std::int32_t Count = 500000; // a megabyte
+    MemoryBudget = LowestMemoryBudget;
+    BlockSet Blocks = {MemoryBlock(Count, 1), BlockNew(100, 5)};
+    BlockTable[static_cast<std::size_t>(Blocks[1])].BlockStart = Count + 1;
+    BlockCarrBuffClass Mine;
+    Mine.BuffBlocksPutFresh(Blocks);
+    bool Passed = false;
+    ReadSideBySide(&Mine, nullptr, WalkOrder::Rising, [&](std::int32_t First, RunIn, RunIn) {
+        if (First <= Count)
+            return;
+        Passed = true;
+        BlockToFile(Blocks[0]);
+        EXPECT_LT(SampleMemoryInUse(), Count);
+    });
+    EXPECT_TRUE(Passed);
+}
+
 TEST_F(CarrierWalkTest, AKernelThatThrowsLeavesTheTablesWholeAndTheDocumentAsItWas) {
     for (int Round = 0; Round < 40; ++Round) {
         Open(40000, 16, Number(500, 40000));
@@ -258,6 +396,9 @@ TEST_F(CarrierWalkTest, AKernelThatThrowsLeavesTheTablesWholeAndTheDocumentAsItW
                                     ChannelChange{CarrR.get(), Failing}};
         EXPECT_THROW(ChangeSideBySide(Changes, [](std::int32_t) {}), Failure);
         ExpectRules();
+        CarrL.reset();
+        CarrR.reset();
+        EXPECT_EQ(BrokenRule(Store), "");
         EXPECT_TRUE(ChannelSamples(Store, 1) == Before[0]);
         EXPECT_TRUE(ChannelSamples(Store, 2) == Before[1]);
     }
