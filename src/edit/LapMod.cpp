@@ -10,6 +10,7 @@
 #include "selection/SelectionMod.h"
 #include "selection/ViewListener.h"
 #include "settings/STD1.h"
+#include "storage/CarrierWalk.h"
 #include "storage/DiskSpaceGuardMod.h"
 #include "storage/FileMemoClass.h"
 
@@ -23,8 +24,9 @@ namespace quoril {
 
 namespace {
 
+using RunIn = std::span<const std::int16_t>;
+
 constexpr std::uint32_t BarColorLap = 0x808000;
-constexpr std::int32_t RunLength = 32768;    ///< small enough for the processor's cache
 constexpr std::int32_t ReportEvery = 100000; ///< samples between two moves of the bar
 constexpr const char* FailedTitle = " Lap failed";
 
@@ -64,49 +66,19 @@ std::optional<LapPlace> PlaceOf(std::int32_t SelcOpn, std::int32_t From, std::in
     return LapPlace{From, Length / 2};
 }
 
-/// Lets one stretch of a channel run into another one, run by run.
-class LapRuns {
-  public:
-    LapRuns(const LapPlace& Where, std::int32_t Transition, std::int32_t Bits)
-        // The first stretch may begin one place before the document. What would come to lie there
-        // is not made.
-        : Count(Where.Length), Before(std::max(1 - Where.Start, 0)), TransOpn(Transition),
-          Max(SampleHigh(Bits)) {}
-
-    /// Makes `A`, which is the first stretch as far as it lies in the document, the overlap with
-    /// `B`.
-    void Make(BlockCarrBuffClass& A, BlockCarrBuffClass& B, PassProgress& Progress) const {
-        A.WaveRunsChange(
-            1, Count - Before, RunLength,
-            [&](std::int32_t Position, std::span<const std::int16_t> In,
-                std::span<std::int16_t> Out) {
-                const std::int32_t First = Position + Before;
-                const std::int32_t Last = First + static_cast<std::int32_t>(In.size()) - 1;
-                B.WaveRunsRead(First, Last, RunLength,
-                               [&](std::int32_t Place, std::span<const std::int16_t> OfB) {
-                                   const auto Offset = static_cast<std::size_t>(Place - First);
-                                   Overlap(Place, In.subspan(Offset, OfB.size()), OfB,
-                                           Out.subspan(Offset, OfB.size()));
-                               });
-                Progress.Reached(Last, Count);
-            });
-        Progress.NextPass();
-    }
-
-  private:
-    void Overlap(std::int32_t Place, std::span<const std::int16_t> A,
-                 std::span<const std::int16_t> B, std::span<std::int16_t> Out) const {
-        if (TransOpn == LapSmooth)
-            LapSmoothRun(A, B, Out, Place, Count, Max);
-        else
-            SumRun(A, B, Out, 1, -Max, Max);
-    }
-
-    std::int32_t Count;
-    std::int32_t Before; ///< samples of the first stretch that do not lie in the document
-    std::int32_t TransOpn;
-    std::int32_t Max;
-};
+/// How the overlap of two stretches of `Count` samples is made, from the first stretch without its
+/// `Before` first samples.
+RunMerge OverlapOf(std::int32_t TransOpn, std::int32_t Count, std::int32_t Before,
+                   std::int32_t Bits) {
+    const std::int32_t Max = SampleHigh(Bits);
+    if (TransOpn == LapSmooth)
+        return [=](std::int32_t First, RunIn A, RunIn B, std::span<std::int16_t> Out) {
+            LapSmoothRun(A, B, Out, First + Before, Count, Max);
+        };
+    return [=](std::int32_t, RunIn A, RunIn B, std::span<std::int16_t> Out) {
+        SumRun(A, B, Out, 1, -Max, Max);
+    };
+}
 
 /// Takes the two stretches out of the document and puts the overlap in their place.
 void Lap(const LapPlace& Where, std::int32_t WorkChn, std::int32_t TransOpn) {
@@ -125,12 +97,17 @@ void Lap(const LapPlace& Where, std::int32_t WorkChn, std::int32_t TransOpn) {
         return;
 
     const ProgressScope Window(BarColorLap);
-    PassProgress Progress(WorkChn == 0 ? 0.5 : 1.0, ReportEvery);
-    const LapRuns Runs(Where, TransOpn, WaveStore->WavFmtBits);
+    PassProgress Progress(1.0, ReportEvery);
+    // What would come to lie before the document is not made.
+    const std::int32_t Before = Start - Where.Start;
+    const RunMerge Overlap = OverlapOf(TransOpn, Length, Before, WaveStore->WavFmtBits);
+    std::vector<ChannelMerge> Channels;
     if (WorkChn != 2)
-        Runs.Make(*AL, *BL, Progress);
+        Channels.push_back({AL.get(), BL.get(), Overlap});
     if (WorkChn != 1)
-        Runs.Make(*AR, *BR, Progress);
+        Channels.push_back({AR.get(), BR.get(), Overlap});
+    MergeSideBySide(Channels, Before,
+                    [&](std::int32_t Position) { Progress.Reached(Position + Before, Length); });
     WaveStore->WaveDataExchange(Start, WorkChn, Middle + Length - Start, AL.get(), AR.get(), Name,
                                 true);
     Refresh_Wave_View();

@@ -83,10 +83,7 @@ void BlocksToFiles(const BlockCarrBuffClass& Carrier) {
 
 /// A carrier of copies whose samples all lie in files, or are silent and need none.
 CarrierPtr CarrierInFiles(const BlockCarrBuffClass& Source) {
-    auto Copy = std::make_unique<BlockCarrBuffClass>();
-    BlockSet Blocks;
-    Source.BuffBlocksGetCopy(Blocks);
-    Copy->BuffBlocksPutFresh(std::move(Blocks));
+    CarrierPtr Copy = CarrierCopy(Source);
     BlocksToFiles(*Copy);
     return Copy;
 }
@@ -248,10 +245,8 @@ bool GetClipboard(std::unique_ptr<BlockCarrBuffClass>& CarrL,
             CarrL = CarrierCopy(*ClipCarrL);
         if (Marker->Channels == 2 || WorkChn != 1)
             CarrR = CarrierCopy(Second);
-        for (const CarrierPtr* const Carrier :
-             {WorkChn != 2 ? &CarrL : nullptr, WorkChn != 1 ? &CarrR : nullptr})
-            if (Carrier != nullptr)
-                ClipBitsChange(**Carrier, Marker->Bits, WaveStore->WavFmtBits);
+        ClipBitsChange(WorkChn != 2 ? CarrL.get() : nullptr, WorkChn != 1 ? CarrR.get() : nullptr,
+                       Marker->Bits, WaveStore->WavFmtBits);
         Found = true;
     });
     if (Went && !Found && !Refused)

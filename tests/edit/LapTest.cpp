@@ -254,9 +254,8 @@ TEST_F(Lap, TellsHowFarItHasComeAndPutsThePointerBack) {
                      Log.Lines.end());
     }
     SetBusyPointerRoutine({});
-    // Each channel has half of the bar; 100000 and 200000 of 250000 are reported.
-    EXPECT_THAT(Lines, ::testing::ElementsAre("color 8421376", "0.000", "0.200", "0.400", "0.700",
-                                              "0.900", "hide"));
+    // Both channels at once; 100000 and 200000 of 250000 are reported.
+    EXPECT_THAT(Lines, ::testing::ElementsAre("color 8421376", "0.000", "0.400", "0.800", "hide"));
     EXPECT_THAT(Pointers, ::testing::ElementsAre(true, false));
 }
 

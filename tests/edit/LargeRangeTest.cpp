@@ -1,9 +1,12 @@
 // What copying, cutting and pasting cost when the range is long: records, and a little at borders.
 #include "edit/CopyPasteFixture.h"
+#include "edit/LapMod.h"
 #include "platform/SampleMemory.h"
 #include "support/LargeFile.h"
 
+#include <array>
 #include <functional>
+#include <string>
 
 namespace quoril::test {
 
@@ -57,6 +60,67 @@ TEST_F(LargeRange, CopyCutPasteAndUndoReadOnlyAtBorders) {
     ExpectCheapUndo("Undo of Replace");
     ClearClipboard();
     EXPECT_EQ(BrokenRule(*WaveStore), "");
+}
+
+/// Lets the first part run into the second one.
+class LapOfTwo final : public LapDialog {
+  public:
+    LapOfTwo() { SetLapDialog(this); }
+    ~LapOfTwo() override { SetLapDialog(nullptr); }
+    LapOfTwo(const LapOfTwo&) = delete;
+    LapOfTwo& operator=(const LapOfTwo&) = delete;
+    LapAnswer ShowLap() override { return {true, {LapSelectionBoth, LapSmooth}}; }
+};
+
+TEST_F(LargeRange, WhatComputesReadsBothChannelsOfBothStretchesOnceAndWritesNothing) {
+    constexpr std::int32_t Length = 10000000;
+    constexpr std::int64_t Bytes = std::int64_t{Length} * 4;
+    OpenAsDocument(Session.Path("long.wav"));
+    SelBoth = true;
+    Select(1000001, 1000000 + Length);
+    Commands.Copy();
+    const LapOfTwo Lap;
+    struct Row {
+        const char* Name;
+        std::function<void()> Run;
+    };
+    const std::array<Row, 4> Rows = {{{"Mix", [this] { Commands.Paste(PasteMix); }},
+                                      {"Modulate", [this] { Commands.Paste(PasteModulate); }},
+                                      {"Cross Fade", [this] { Commands.Paste(PasteCrossFade); }},
+                                      {"Lap", [] { EditLap(); }}}};
+    for (const Row& Each : Rows) {
+        const bool OfRange = Each.Name == std::string("Lap");
+        Select(20000001, OfRange ? 20000000 + 2 * Length : 20000001);
+        const std::int64_t Read = BytesReadSoFar();
+        const std::int64_t Written = BytesWrittenSoFar();
+        const std::int64_t Memory = SampleMemoryInUse();
+        Each.Run();
+        EXPECT_THAT(Messages.TakeTexts(), IsEmpty()) << Each.Name;
+        EXPECT_EQ(WaveStore->UndoCount() > 0, true) << Each.Name;
+        EXPECT_LE(BytesReadSoFar() - Read, 2 * Bytes * 102 / 100) << Each.Name;
+        EXPECT_LT(BytesWrittenSoFar() - Written, 65536) << Each.Name;
+        EXPECT_LE(SampleMemoryInUse() - Memory, Bytes + Little) << Each.Name << ": only the result";
+        WaveStore->Undo();
+        EXPECT_EQ(WaveStore->WavWaveINos, Frames) << Each.Name;
+    }
+    ClearClipboard();
+    EXPECT_EQ(BrokenRule(*WaveStore), "");
+}
+
+TEST_F(LargeRange, AClipOfOtherBitsIsReadOnce) {
+    constexpr std::int32_t Length = 10000000;
+    OpenAsDocument(Session.Path("long.wav"));
+    SelBoth = true;
+    Select(1000001, 1000000 + Length);
+    Commands.Copy();
+    Document({1, 2}, {3, 4}, 8);
+    Select(1, 1);
+    const std::int64_t Before = BytesReadSoFar();
+    Commands.Paste(PasteInsert);
+    EXPECT_THAT(Messages.Texts(), IsEmpty());
+    EXPECT_EQ(WaveStore->WavWaveINos, Length + 2);
+    EXPECT_LE(BytesReadSoFar() - Before, std::int64_t{Length} * 4 * 102 / 100);
+    ClearClipboard();
 }
 
 TEST_F(LargeRange, AStereoClipOfAnotherProcessIsReadOnce) {

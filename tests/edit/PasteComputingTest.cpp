@@ -337,14 +337,9 @@ TEST_F(PasteComputing, TellsEvery100000SamplesHowFarItHasCome) {
         std::vector<std::string> Moves;
     };
     const Row Rows[] = {
-        {PasteMix, false, {"0.400", "0.800"}},
-        {PasteMix, true, {"0.200", "0.400", "0.700", "0.900"}},
-        {PasteCrossFade, true, {"0.200", "0.400", "0.700", "0.900"}},
-        // The search for the largest value takes the first half.
-        {PasteModulate, false, {"0.200", "0.400", "0.700", "0.900"}},
-        {PasteModulate,
-         true,
-         {"0.100", "0.200", "0.350", "0.450", "0.600", "0.700", "0.850", "0.950"}},
+        {PasteMix, false, {"0.400", "0.800"}},      {PasteMix, true, {"0.400", "0.800"}},
+        {PasteCrossFade, true, {"0.400", "0.800"}}, {PasteModulate, false, {"0.400", "0.800"}},
+        {PasteModulate, true, {"0.400", "0.800"}},
     };
     for (const Row& Each : Rows) {
         Clip(Long);
