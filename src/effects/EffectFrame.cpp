@@ -36,8 +36,12 @@ bool Prepare(EffectClass& Effect, EffectWork& Work) {
         return false;
     if (!Effect.AskBeforeCollecting(Work))
         return false;
-    if (Effect.Collects)
+    if (Effect.Collects) {
         WaveStore->WaveCollectData(Work.From, Work.To, Work.WorkChn, Work.CarrierL, Work.CarrierR);
+    } else {
+        Work.CarrierL = SilentCarrier(0);
+        Work.CarrierR = SilentCarrier(0);
+    }
     return Effect.AskParameters(Work);
 }
 
@@ -86,13 +90,12 @@ bool RunEffect(EffectClass& Effect) {
         EffectWork Work;
         if (!Prepare(Effect, Work))
             return;
-        {
-            const BusyPointer Busy;
-            const ProgressScope Window(BarColorEffect);
-            PassProgress Progress(Effect.SpanOfPass(Work), Effect.ProgressStep);
-            Effect.Compute(Work, Progress);
-            WaveStore->EditAsOne([&] { Effect.GiveBack(Work); });
-        }
+        const BusyPointer Busy;
+        ProgressScope Window(BarColorEffect);
+        PassProgress Progress(Effect.SpanOfPass(Work), Effect.ProgressStep);
+        Effect.Compute(Work, Progress);
+        WaveStore->EditAsOne([&] { Effect.GiveBack(Work); });
+        Window.Hide();
         Refresh_Wave_View();
         Done = true;
     });

@@ -79,7 +79,7 @@ class EffectClass {
     std::string UndoName;       ///< what the selection is asked for, then what the undo entry says
     std::string ErrorTitle;     ///< of the message of a failure; empty is the program's title
     bool WholeDocument = false; ///< works on all samples of all channels, without a selection
-    bool Collects = true;       ///< false: makes its samples out of nothing, and gets no carriers
+    bool Collects = true;       ///< false: makes its samples out of nothing; gets empty carriers
     std::int32_t ProgressStep = 100000; ///< samples between two moves of the bar
 
     /// Before anything is asked; false ends the command.
