@@ -179,6 +179,9 @@ class ModelOfDocument : public EffectTest {
         const int How = Number(0, 9);
         const FullDisk Work;
         const std::int32_t Good = MemoryBudget;
+        const bool AllFits = MemoryBudget > 10000000;
+        const std::int32_t Used = MemoryUsed;
+        const std::int64_t Held = SampleMemoryInUse();
         if (How == 0)
             Progress.FailAt = 0.3F;
         if (How == 1)
@@ -208,6 +211,10 @@ class ModelOfDocument : public EffectTest {
             EXPECT_LE(How, 3) << Name << Told.back();
             EXPECT_EQ(Told.size(), 1U) << Name;
             ++Failed;
+            if (How == 0 && AllFits) {
+                EXPECT_EQ(MemoryUsed, Used) << Name;
+                EXPECT_EQ(SampleMemoryInUse(), Held) << Name;
+            }
             return;
         }
         EXPECT_GT(View.Redraws, Redraws) << Name;

@@ -7,12 +7,12 @@
 #include "base/DocumentState.h"
 #include "settings/STD1.h"
 #include "storage/UndoListener.h"
+#include "support/FromEnvironment.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -386,12 +386,6 @@ class Model {
     std::string FileName;
     int FileCount = 0;
 };
-
-std::uint32_t FromEnvironment(const char* Name, std::uint32_t Otherwise) {
-    const char* const Text = std::getenv(Name);
-    return Text == nullptr ? Otherwise
-                           : static_cast<std::uint32_t>(std::strtoul(Text, nullptr, 10));
-}
 
 class StoreModel : public ::testing::TestWithParam<std::uint32_t> {};
 
