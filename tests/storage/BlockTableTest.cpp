@@ -628,6 +628,22 @@ TEST_F(BlockTableTest, CutPiecesOfABlockCountOnceAndEachGoesByItself) {
     EXPECT_EQ(BlockSamples(First), TestSamples(1, 40));
 }
 
+TEST_F(BlockTableTest, PiecesThatOnlyTouchGoOneByOne) {
+    MemoryBudget = 1000;
+    const std::int32_t Whole = MemoryBlock(100);
+    std::int32_t First = 0;
+    std::int32_t Second = 0;
+    BlockBrake(Whole, 41, First, Second);
+    BlockFree(Whole);
+    for (int i = 0; i < 4; ++i)
+        (void)MemoryBlock(100, 500);
+    BlockToMemory(Second); // used again
+    (void)MemoryBlock(30, 500);
+    EXPECT_EQ(Block(First).BlockKind, 3);
+    EXPECT_EQ(Block(Second).BlockKind, 2);
+    EXPECT_EQ(MemoryUsed, 980);
+}
+
 TEST_F(BlockTableTest, SmallPartsDoNotKeepLargeBuffersAliveOverTheBudget) {
     for (int i = 0; i < 12; ++i) {
         const std::int32_t Whole = BlockNew(500000, 2);

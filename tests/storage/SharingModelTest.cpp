@@ -64,6 +64,8 @@ class SharingModel {
         if (MemoryUsed != 2 * static_cast<std::int32_t>(Borne.size()))
             return "MemoryUsed is " + std::to_string(MemoryUsed) + " for " +
                    std::to_string(Borne.size()) + " samples";
+        if (SampleRun::BytesOfHeldBuffers() != BytesOfBuffers())
+            return "bytes of buffers that are held";
         return BrokenRule({&All});
     }
 
@@ -98,6 +100,17 @@ class SharingModel {
             else if (Model.Bears.empty())
                 Model.Bears = FreshNumbers(Model.Values.size());
         }
+    }
+    /// Of all buffers that blocks in memory lie in, whole.
+    [[nodiscard]] std::int64_t BytesOfBuffers() const {
+        std::map<const void*, std::int64_t> Buffers;
+        for (const auto& [No, Model] : Blocks)
+            if (InMemory(No))
+                Buffers[Block(No).BlockData.BufferId()] = 2 * Block(No).BlockData.BufferLength();
+        std::int64_t Bytes = 0;
+        for (const auto& [Id, Each] : Buffers)
+            Bytes += Each;
+        return Bytes;
     }
     /// A random block; 0 without one.
     std::int32_t Pick() {
