@@ -73,16 +73,12 @@ class ChangedChannel {
         if (InPlace)
             BlockToPrivateMemory(BlockNo);
         Target = InPlace ? Block.BlockData : SampleRun::Unfilled(Block.BlockLen);
-        Keep(Start, Pos - 1);
     }
+    /// What is not to be changed, from `Next` on, stays as it is.
     void Close(std::int32_t Next) {
-        Keep(Next, Last);
+        if (!InPlace && Next <= Last)
+            BlockRangeReadTo(BlockNo, Next, Last, Target.Write() + (Next - Start));
         BlockTakeSamples(std::exchange(BlockNo, 0), std::move(Target));
-    }
-    /// What lies outside the range stays as it is.
-    void Keep(std::int32_t From, std::int32_t To) {
-        if (!InPlace && From <= To)
-            BlockRangeReadTo(BlockNo, From, To, Target.Write() + (From - Start));
     }
 
     const ChannelMerge& Channel;
