@@ -137,6 +137,23 @@ TEST_F(CarrierTest, WritingAfterAPartWasCutOutLeavesThePartAlone) {
     BlockFree(Part);
 }
 
+TEST_F(CarrierTest, TheFirstWriteAfterACopyKeepsItsBlockHoweverLongAgoItWasUsed) {
+    MemoryBudget = 1000;
+    BlockCarrBuffClass Carrier;
+    CarrierFill(Carrier, 100);
+    BlockSet Others;
+    Carrier.BuffBlocksGetCopy(Others);
+    for (int i = 0; i < 4; ++i)
+        Others.push_back(MemoryBlock(100));
+    EXPECT_EQ(MemoryUsed, 1000);
+    Carrier.WaveLR(50, 1); // takes samples of its own: something has to go
+    EXPECT_EQ(Carrier.WaveLR(50), 1);
+    EXPECT_THAT(Kinds(Carrier), ElementsAre(2));
+    EXPECT_EQ(Block(Others[0]).BlockKind, 3);
+    EXPECT_EQ(BrokenRule({&Carrier.Blocks().Numbers(), &Others}), "");
+    BlockSetFree(Others);
+}
+
 TEST_F(CarrierTest, WritingAfterItsBlockWasWrittenThroughLeavesTheFileBehind) {
     BlockCarrBuffClass Carrier;
     CarrierFill(Carrier, 100);
