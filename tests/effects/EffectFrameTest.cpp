@@ -5,6 +5,9 @@
 #include "platform/SampleMemory.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
 
 namespace quoril::test {
 namespace {
@@ -124,6 +127,64 @@ TEST_F(EffectFrameTest, WhereverItIsGivenUpTheDocumentAndTheCountOfMemoryAreAsTh
                 EXPECT_EQ(WaveStore->BlocksR().Numbers().size(), Blocks);
                 EXPECT_EQ(BrokenRule(*WaveStore), "");
             }
+}
+
+/// Looks one sample ahead, and says at the end how many there were: 1, 2, 4 becomes 1, 2, -4, 3.
+class LooksAhead final : public EffectClass {
+  public:
+    explicit LooksAhead(WalkOrder Wanted) : EffectClass("Look ahead"), Order(Wanted) {}
+    void Compute(EffectWork& Work, PassProgress& Progress) override {
+        StreamPass(
+            Work, Progress,
+            [](std::int32_t) {
+                return [Before = std::optional<std::int16_t>(),
+                        Count = std::int16_t{0}](RunIn In, CarrierWriter& Out) mutable {
+                    for (const std::int16_t One : In) {
+                        if (Before)
+                            Out.Put(std::array{static_cast<std::int16_t>(One - *Before)});
+                        Before = One;
+                        ++Count;
+                    }
+                    if (In.empty())
+                        Out.Put(std::array{static_cast<std::int16_t>(-*Before), Count});
+                };
+            },
+            Order);
+    }
+    void GiveBack(EffectWork& Work) override {
+        WaveStore->WaveDataExchange(Work.From, Work.WorkChn, Work.Length(), Work.CarrierL.get(),
+                                    Work.CarrierR.get(), UndoName, true);
+    }
+
+  private:
+    WalkOrder Order;
+};
+
+TEST_F(EffectFrameTest, AStreamIsToldItsEndAndMayMakeMoreThanItTook) {
+    const auto Run = [](WalkOrder Order) {
+        return [Order] {
+            LooksAhead Effect(Order);
+            RunEffect(Effect);
+        };
+    };
+    Document({9, 1, 2, 4, 9}, {9, 10, 30, 60, 9});
+    Select(2, 4);
+    ExpectStep(Run(WalkOrder::Rising), "Look ahead", {9, 1, 2, -4, 3, 9}, {9, 20, 30, -60, 3, 9});
+    SelBoth = false;
+    SelSingle = 2; // the left channel is filled up
+    ExpectStep(Run(WalkOrder::Rising), "Look ahead", {9, 1, 2, 4, 9, 0}, {9, 20, 30, -60, 3, 9});
+    // The last run comes first; within a run the order stays.
+    Samples Long(40000, 0);
+    Long[0] = 7;
+    Long[39999] = 5;
+    Document(Long);
+    Samples Made(40001, 0);
+    Made[32767 - 1] = 5; // to the end of the run that comes first
+    Made[32767] = 7 - 5; // and on to the beginning of all
+    Made[32768] = -7;
+    Made[39999] = 0;
+    Made[40000] = static_cast<std::int16_t>(40000);
+    ExpectStep(Run(WalkOrder::Falling), "Look ahead", Made);
 }
 
 TEST_F(EffectFrameTest, ACommandOnTheWholeDocumentAsksForNoSelectionAndWorksOnAllChannels) {

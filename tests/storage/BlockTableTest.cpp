@@ -9,6 +9,7 @@
 #include <chrono>
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <utility>
 
 namespace quoril::test {
 namespace {
@@ -726,6 +727,19 @@ TEST_F(BlockTableTest, AFileIsLeftWithOneReadingForAllThatHaveTheSameOfIt) {
             EXPECT_TRUE(BlockSamples(All[i]) == Held[i]) << i;
         BlockSetFree(All);
     }
+}
+
+TEST_F(BlockTableTest, AFirstWriteThatCannotBeCountedFailsAndTheSamplesStayShared) {
+    const std::int32_t No = MemoryBlock(100);
+    const std::int32_t Clone = BlockClone(No);
+    const std::int32_t Used = std::exchange(MemoryUsed, 2147483600);
+    EXPECT_THROW((void)BlockToWrite(Clone), Failure);
+    EXPECT_EQ(MemoryUsed, 2147483600);
+    MemoryUsed = Used;
+    EXPECT_EQ(Block(Clone).BlockData.BufferId(), Block(No).BlockData.BufferId());
+    EXPECT_EQ(BlockSamples(Clone), TestSamples(1, 100));
+    const BlockSet Mine{No, Clone};
+    EXPECT_EQ(BrokenRule({&Mine}), "");
 }
 
 TEST_F(BlockTableTest, PositionsThatOverflowFailAndChangeNothing) {
