@@ -187,6 +187,30 @@ TEST_F(EffectFrameTest, AStreamIsToldItsEndAndMayMakeMoreThanItTook) {
     ExpectStep(Run(WalkOrder::Falling), "Look ahead", Made);
 }
 
+TEST_F(EffectFrameTest, AFailureBetweenTwoEditsOfTheGivingBackTakesTheFirstOneBack) {
+    class TwoEdits final : public EffectClass {
+      public:
+        TwoEdits() : EffectClass("Two edits") {}
+        void Compute(EffectWork&, PassProgress&) override {}
+        void GiveBack(EffectWork& Work) override {
+            WaveStore->WaveDataDelete(Work.From, Work.WorkChn, 1, UndoName, false);
+            throw Failure("No room");
+        }
+    };
+    for (const bool Undo : {true, false}) {
+        Document({1, 2, 3}, {4, 5, 6});
+        Select(2, 3);
+        UndoOptionON = Undo;
+        EXPECT_EQ(Unchanged([] {
+                      TwoEdits Effect;
+                      EXPECT_FALSE(RunEffect(Effect));
+                  }),
+                  std::vector<std::string>{"No room"});
+        EXPECT_EQ(BrokenRule(*WaveStore), "");
+    }
+    UndoOptionON = true;
+}
+
 TEST_F(EffectFrameTest, ACommandOnTheWholeDocumentAsksForNoSelectionAndWorksOnAllChannels) {
     class Whole final : public EffectClass {
       public:
