@@ -712,6 +712,7 @@ TEST_F(BlockTableTest, AFileIsLeftWithOneReadingForAllThatHaveTheSameOfIt) {
                 BlockTable[static_cast<std::size_t>(All.back())].BlockStart = From;
                 All.push_back(BlockClone(All.back()));
             }
+            All.push_back(BlockCutRange(Whole, 1, 1000)); // the same place, and not the same
             BlockFree(Whole);
         }
         std::vector<std::vector<std::int16_t>> Held;
@@ -720,7 +721,7 @@ TEST_F(BlockTableTest, AFileIsLeftWithOneReadingForAllThatHaveTheSameOfIt) {
         const std::int64_t Before = BytesReadSoFar();
         OrgFileReleaseByName(Name);
         EXPECT_LE(BytesReadSoFar() - Before, Frames * 2 * (Bits / 8) * 102 / 100);
-        EXPECT_EQ(MemoryUsed, 4 * Frames) << "what two have is held once";
+        EXPECT_EQ(MemoryUsed, 4 * Frames + 4000) << "what two have is held once";
         EXPECT_TRUE(BlockPairTable.empty());
         EXPECT_EQ(BrokenRule({&All}), "");
         for (std::size_t i = 0; i < All.size(); ++i)

@@ -353,6 +353,25 @@ TEST_F(FileMemoTest, AStretchForThePlayerIsInFilesAndASecondTakeWritesNothing) {
     EXPECT_EQ(BrokenRule(Store, {L.get(), R.get(), L2.get(), R2.get()}), "");
 }
 
+TEST_F(FileMemoTest, PlayingWritesOnlyTheBlocksThatAreHeard) {
+    Load(1, 1000);
+    BlockCarrBuffClass Behind;
+    Material(Behind, 500);
+    Store.WaveDataInsert(1001, 1, &Behind, nullptr, "Insert", true);
+    BlockCarrBuffClass Silent;
+    Silent.ReDimSize(500);
+    Store.WaveDataInsert(1501, 1, &Silent, nullptr, "Insert", true);
+    std::unique_ptr<BlockCarrBuffClass> L;
+    std::unique_ptr<BlockCarrBuffClass> R;
+    Store.WaveCollectData_ForPlay(1401, 1600, 1, L, R);
+    EXPECT_EQ(TestSession::SessionFiles().size(), 1U);
+    std::vector<std::int32_t> Kinds;
+    for (const std::int32_t BlockNo : Store.BlocksL().Numbers())
+        Kinds.push_back(Block(BlockNo).BlockKind);
+    EXPECT_EQ(Kinds, (std::vector<std::int32_t>{2, 1, 5}));
+    EXPECT_EQ(BrokenRule(Store, {L.get(), R.get(), &Behind, &Silent}), "");
+}
+
 TEST_F(FileMemoTest, SingleSamplesAreReadInPlace) {
     Load(2, 100);
     EXPECT_EQ(Store.WaveL(7), TestSample(7, 1));
