@@ -1,12 +1,11 @@
 // A save that fails costs nothing: neither the file that was there nor the word that there is
-// unsaved work. And one that succeeds keeps what a file is beside its contents.
+// unsaved work.
 #include "audiofile/DocumentFile.h"
-#include "audiofile/FileSurroundings.h"
 #include "audiofile/OpenSaveClass.h"
 #include "audiofile/RecentFiles.h"
+#include "audiofile/SaveSafetyFixture.h"
 #include "audiofile/WavMaker.h"
 #include "base/DocumentState.h"
-#include "base/ProgressReport.h"
 #include "base/UserFileWriting.h"
 #include "bookmarks/BookmarkFileMod.h"
 #include "bookmarks/BookmarkRec.h"
@@ -18,11 +17,11 @@
 
 #include <chrono>
 #include <filesystem>
-#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <memory>
 #include <sys/stat.h>
-#include <sys/xattr.h>
+#include <sys/wait.h>
 
 namespace quoril::test {
 namespace {
@@ -34,99 +33,6 @@ using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
-
-constexpr const char* Unchanged = "The file that was there before is unchanged.";
-/// More than two chunks, so that there is a middle.
-constexpr std::int32_t ManyFrames = 1200000;
-
-/// Does something once when the writing is half done.
-class AtHalf final : public ProgressReport {
-  public:
-    explicit AtHalf(std::function<void()> WhatToDo) : What(std::move(WhatToDo)) {
-        SetProgressReport(this);
-    }
-    ~AtHalf() override {
-        SetProgressReport(nullptr);
-        EXPECT_TRUE(Done) << "the writing never came to its middle";
-    }
-    AtHalf(const AtHalf&) = delete;
-    AtHalf& operator=(const AtHalf&) = delete;
-    void SetVisible(bool) override {}
-    void SetBarColor1(std::uint32_t) override {}
-    void SetCurrentProgress(float Value) override {
-        Current = Value;
-        if (Value > 0.4F && !std::exchange(Done, true))
-            What();
-    }
-    [[nodiscard]] float CurrentProgress() const override { return Current; }
-    void BlinkLamp() override {}
-
-  private:
-    std::function<void()> What;
-    bool Done = false;
-    float Current = 0;
-};
-
-struct stat StatusOf(const std::string& Path) {
-    struct stat Status {};
-    EXPECT_EQ(::stat(Path.c_str(), &Status), 0) << Path;
-    return Status;
-}
-
-class SaveSafetyTest : public FileCommandsFixture {
-  protected:
-    [[nodiscard]] std::string Music(const std::string& Name = {}) const {
-        return Session.Path("music/" + Name);
-    }
-    [[nodiscard]] std::vector<std::string> MusicFiles() const {
-        std::vector<std::string> Names;
-        for (const auto& Entry : fs::directory_iterator(Music()))
-            Names.push_back(Entry.path().filename().string());
-        std::sort(Names.begin(), Names.end());
-        return Names;
-    }
-    std::string WriteWav8(const std::string& Name, std::int32_t Frames) const {
-        return Session.WriteFile(
-            "music/" + Name,
-            WavFile{.Bits = 8, .Data = AudioBytes(Noise(Frames, 8, 7), 8)}.Whole());
-    }
-    /// As a loud clip of 16 bits leaves it in a document of 8 bits.
-    static void PutLoudSample(std::int32_t Position) {
-        BlockCarrBuffClass Loud;
-        Loud.ReDimSize(1);
-        Loud.WaveLR(1, 128);
-        WaveStore->WaveDataInsert(Position, 1, &Loud, nullptr, "Paste", true);
-    }
-    /// Opens a file of 16 bits mono and takes `Deleted` samples off its front.
-    std::string OpenAndEdit(const std::string& Name, std::int32_t Frames = 1000,
-                            std::int32_t Deleted = 10) {
-        std::string Path = WriteWav(Name, Frames);
-        OpenByDialog(Path);
-        WaveStore->WaveDataDelete(1, 1, Deleted, "Delete", true);
-        EXPECT_TRUE(WaveChanged);
-        return Path;
-    }
-    /// The lock of a handle that both processes have would be that of the other one.
-    static void BeforeFork() { OrgFileClose(OrgFileOpenNo); }
-    void SaveAs(const std::string& Path) { Around.Choices.push_back(Path); }
-
-    /// A save that fails with one message which begins so and says that the old file is there.
-    void ExpectFails(bool ToNewName, const std::string& Words) {
-        const Samples Before = LeftOf(*WaveStore);
-        const std::vector<std::string> FilesBefore = MusicFiles();
-        WaveChanged = BookmarkChanged = true;
-        Around.TakeCalls();
-        EXPECT_FALSE(Commands.Save(ToNewName));
-        EXPECT_THAT(Messages.TakeTexts(),
-                    ElementsAre(AllOf(StartsWith("Wave file write error|" + Words),
-                                      EndsWith(std::string("\n\n") + Unchanged))));
-        EXPECT_TRUE(WaveChanged);
-        EXPECT_TRUE(BookmarkChanged);
-        EXPECT_EQ(MusicFiles(), FilesBefore) << "nothing is left over";
-        EXPECT_EQ(LeftOf(*WaveStore), Before);
-        EXPECT_TRUE(CountsHold());
-    }
-};
 
 // ---- What fails
 
@@ -506,140 +412,6 @@ TEST_F(SaveSafetyTest, TwoProgramsThatSaveTheSameFileDoNotMix) {
     EXPECT_TRUE(Commands.Save(true));
     EXPECT_TRUE(TestSession::ReadFile(Path) == Whole);
     EXPECT_THAT(MusicFiles(), ElementsAre("a.wav", "b.wav"));
-}
-
-// ---- What a file is beside its contents
-
-TEST_F(SaveSafetyTest, SymbolicLinksStayAndTheFileBehindThemIsReplaced) {
-    fs::create_directory(Session.Path("elsewhere"));
-    const std::string Real = Session.Path("elsewhere/real.wav");
-    fs::rename(WriteWav("a.wav"), Real);
-    fs::create_symlink("../elsewhere/real.wav", Music("relative.wav"));
-    fs::create_symlink(Real, Music("absolute.wav"));
-    fs::create_symlink("relative.wav", Music("chain.wav"));
-    fs::create_directory_symlink("../elsewhere", Music("folder"));
-    std::uintmax_t Size = fs::file_size(Real);
-    for (const std::string Name :
-         {"relative.wav", "absolute.wav", "chain.wav", "folder/real.wav"}) {
-        OpenByDialog(Music(Name));
-        WaveStore->WaveDataDelete(1, 1, 10, "Delete", true);
-        EXPECT_TRUE(Commands.Save(false)) << Name;
-        Size -= 20;
-        EXPECT_EQ(fs::file_size(Real), Size) << Name;
-        EXPECT_FALSE(fs::is_symlink(Real));
-    }
-    EXPECT_EQ(fs::read_symlink(Music("relative.wav")), "../elsewhere/real.wav");
-    EXPECT_EQ(fs::read_symlink(Music("absolute.wav")), Real);
-    EXPECT_EQ(fs::read_symlink(Music("chain.wav")), "relative.wav");
-    EXPECT_THAT(MusicFiles(), ElementsAre("absolute.wav", "chain.wav", "folder", "relative.wav"));
-    EXPECT_EQ(std::distance(fs::directory_iterator(Session.Path("elsewhere")), {}), 1);
-    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
-}
-
-TEST_F(SaveSafetyTest, ALinkThatLeadsNowhereYetGetsItsFile) {
-    OpenByDialog(WriteWav("a.wav"));
-    fs::create_symlink("later.wav", Music("link.wav"));
-    SaveAs(Music("link.wav"));
-    EXPECT_TRUE(Commands.Save(true));
-    EXPECT_TRUE(fs::is_symlink(Music("link.wav")));
-    EXPECT_EQ(fs::file_size(Music("later.wav")), 2044U);
-}
-
-TEST_F(SaveSafetyTest, AFileOfSeveralNamesKeepsThemAll) {
-    const std::string Path = OpenAndEdit("a.wav", 5000, 10);
-    const Samples Edited = LeftOf(*WaveStore);
-    fs::create_hard_link(Path, Music("b.wav"));
-    EXPECT_TRUE(Commands.Save(false));
-    EXPECT_EQ(StatusOf(Path).st_nlink, 2U);
-    const Bytes Whole = WavFile{.Data = AudioBytes(Edited, 16)}.Whole();
-    EXPECT_TRUE(TestSession::ReadFile(Path) == Whole);
-    EXPECT_TRUE(TestSession::ReadFile(Music("b.wav")) == Whole);
-    EXPECT_THAT(MusicFiles(), ElementsAre("a.wav", "b.wav"));
-    WaveStore->Undo();
-    EXPECT_EQ(WaveStore->WavWaveINos, 5000);
-    EXPECT_TRUE(Commands.Save(false)) << "a longer one, too";
-    EXPECT_EQ(fs::file_size(Music("b.wav")), 10044U);
-    PutLoudSample(1);
-    WaveStore->WavFmtBits = 8;
-    ExpectFails(false, "Overflow");
-    EXPECT_EQ(fs::file_size(Music("b.wav")), 10044U);
-}
-
-TEST_F(SaveSafetyTest, RightsAndOwnerAreKept) {
-    const std::string Path = OpenAndEdit("a.wav");
-    ASSERT_EQ(::chmod(Path.c_str(), 0642), 0);
-    if (::geteuid() == 0) {
-        ASSERT_EQ(::chown(Path.c_str(), 1234, 5678), 0);
-    }
-    const struct stat Before = StatusOf(Path);
-    EXPECT_TRUE(Commands.Save(false));
-    const struct stat After = StatusOf(Path);
-    EXPECT_NE(After.st_size, Before.st_size);
-    EXPECT_EQ(After.st_mode, Before.st_mode);
-    EXPECT_EQ(After.st_uid, Before.st_uid);
-    EXPECT_EQ(After.st_gid, Before.st_gid);
-}
-
-TEST_F(SaveSafetyTest, AFileThatIsDeletedMeanwhileComesBackWithItsRights) {
-    const std::string Path = WriteWav("a.wav");
-    const std::string Other = WriteWav("b.wav", ManyFrames);
-    ASSERT_EQ(::chmod(Path.c_str(), 0642), 0);
-    OpenByDialog(Other);
-    const AtHalf Delete([&] { fs::remove(Path); });
-    SaveAs(Path);
-    EXPECT_TRUE(Commands.Save(true));
-    EXPECT_TRUE(TestSession::ReadFile(Path) == TestSession::ReadFile(Other));
-    EXPECT_EQ(StatusOf(Path).st_mode & 07777U, 0642U);
-    EXPECT_THAT(MusicFiles(), ElementsAre("a.wav", "b.wav"));
-}
-
-TEST_F(SaveSafetyTest, AFileOfSomebodyElseThatMayBeWrittenKeepsItsOwner) {
-    if (::geteuid() != 0)
-        return; // only the superuser makes files of others
-    const std::string Path = OpenAndEdit("a.wav");
-    ASSERT_EQ(::chmod(Path.c_str(), 0666), 0);
-    ASSERT_EQ(::chown(Path.c_str(), 1234, 5678), 0);
-    for (const std::string& Folder : {Session.Path(""), Music(), SessionDir, AppPath})
-        fs::permissions(Folder, fs::perms::all);
-    BeforeFork();
-    EXPECT_EQ(AsOrdinaryUser([&] {
-                  const bool Saved = Commands.Save(false);
-                  EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
-                  return Saved ? 0 : 1;
-              }),
-              0);
-    EXPECT_EQ(StatusOf(Path).st_uid, 1234U);
-    EXPECT_EQ(StatusOf(Path).st_gid, 5678U);
-    EXPECT_EQ(StatusOf(Path).st_mode & 07777U, 0666U);
-    EXPECT_EQ(fs::file_size(Path), 44U + 2 * 990U);
-    EXPECT_THAT(MusicFiles(), ElementsAre("a.wav"));
-}
-
-TEST_F(SaveSafetyTest, WhatIsNotedOnAFileStaysOnIt) {
-    const std::string Path = OpenAndEdit("a.wav");
-    const std::string Note = "a take of mine";
-    if (::setxattr(Path.c_str(), "user.xdg.comment", Note.data(), Note.size(), 0) != 0) {
-        EXPECT_EQ(errno, ENOTSUP); // a file system without notes
-        return;
-    }
-    EXPECT_TRUE(Commands.Save(false));
-    std::string Read(100, ' ');
-    const ssize_t Bytes = ::getxattr(Path.c_str(), "user.xdg.comment", Read.data(), Read.size());
-    ASSERT_EQ(Bytes, static_cast<ssize_t>(Note.size()));
-    EXPECT_THAT(Read, StartsWith(Note));
-}
-
-TEST_F(SaveSafetyTest, ANameOfTheGreatestLengthIsSaved) {
-    std::string Letters = "n";
-    while (Letters.size() < 251)
-        Letters += "\xC3\xBC";
-    for (const std::string& Name : {std::string(251, 'n'), Letters}) {
-        const std::string Path = OpenAndEdit(Name + ".wav");
-        EXPECT_TRUE(Commands.Save(false));
-        EXPECT_EQ(fs::file_size(Path), 44U + 2 * 990U);
-    }
-    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
-    EXPECT_EQ(MusicFiles().size(), 2U);
 }
 
 } // namespace
