@@ -45,27 +45,32 @@ namespace {
 
 void (*FileReleased)() = nullptr;
 
-/// Runs `What` for each original file that is the file of this name, whatever its own name is: a
-/// link, or a path written differently.
-template <class WhatType>
-void ForEachName(const std::string& FileName, WhatType&& What) {
-    if (!FileThere(FileName))
-        return;
-    const FileIdentity Target = IdentityOfFile(FileName);
-    for (std::size_t OrgNo = 1; OrgNo < OrgFileTable.size(); ++OrgNo) {
-        const OrgFileRec& File = OrgFileTable[OrgNo];
-        if (!File.OrgFileName.empty() && File.OrgFileIdentity.Device == Target.Device &&
-            File.OrgFileIdentity.Inode == Target.Inode)
-            What(static_cast<std::int32_t>(OrgNo));
-    }
+/// Whether an original file is the file of this identity, whatever its own name is: a link, or a
+/// path written differently.
+bool IsTheFile(const OrgFileRec& File, const FileIdentity& Target) {
+    return !File.OrgFileName.empty() && File.OrgFileIdentity.Device == Target.Device &&
+           File.OrgFileIdentity.Inode == Target.Inode;
+}
+
+/// Whether somebody else holds the file. The document's own lock is no reason to wait, and stays:
+/// a save that is refused must not let others take the samples away.
+bool IsHeldByOthers(const std::string& FileName) {
+    const OrgFileRec& Open = OrgFileTable.at(static_cast<std::size_t>(OrgFileOpenNo));
+    return IsTheFile(Open, IdentityOfFile(FileName)) ? OrgFileOpenIsHeldByOthers()
+                                                     : IsHeldLocked(FileName);
 }
 
 /// Brings every sample that the document reads from this file out of it, so that the file may get
 /// other contents. Throws when they cannot be held elsewhere: then it must not be touched.
 void BlocksLeaveFile(const std::string& FileName) {
     OrgFileReleaseByName(FileName);
-    // Also a file that no block reads any more may still be open, and locked by that.
-    ForEachName(FileName, OrgFileRelease);
+    if (FileThere(FileName)) {
+        // Also a file that no block reads any more may still be open, and locked by that.
+        const FileIdentity Target = IdentityOfFile(FileName);
+        for (std::size_t OrgNo = 1; OrgNo < OrgFileTable.size(); ++OrgNo)
+            if (IsTheFile(OrgFileTable[OrgNo], Target))
+                OrgFileRelease(static_cast<std::int32_t>(OrgNo));
+    }
     if (FileReleased != nullptr)
         FileReleased();
 }
@@ -152,11 +157,9 @@ void WriteFrames(FileMemoClass& Store, const WriteRange& Range, std::int32_t Chu
 
 bool WriteAudioFile(const std::string& FileName,
                     const std::function<void(FileReplacement&)>& Write) {
-    // The document's own handle is no reason to wait for anybody.
-    ForEachName(FileName, OrgFileClose);
     if (!FileThere(FileName))
         BlocksLeaveFile(FileName); // a file that is gone; what is still to be had of it
-    else if (IsWriteProtected(FileName) || IsHeldLocked(FileName))
+    else if (IsWriteProtected(FileName) || IsHeldByOthers(FileName))
         return false;
     ReplaceFile(FileName, [&Write](FileReplacement& File) {
         Write(File);

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
@@ -45,6 +46,18 @@ FileIdentity IdentityOfFile(const std::string& FileName) {
     if (::stat(FileName.c_str(), &Status) < 0)
         throw SystemFailure(errno, FileName);
     return IdentityFrom(Status);
+}
+
+bool IsLockedByOthers(int Handle) noexcept {
+    struct flock Wanted {};
+    Wanted.l_type = F_WRLCK;
+    Wanted.l_whence = SEEK_SET;
+    if (::fcntl(Handle, F_OFD_GETLK, &Wanted) == 0 && Wanted.l_type != F_UNLCK)
+        return true;
+    if (::flock(Handle, LOCK_EX | LOCK_NB) != 0)
+        return errno == EWOULDBLOCK;
+    (void)::flock(Handle, LOCK_UN);
+    return false;
 }
 
 void FailChangedFile(const std::string& FileName) {

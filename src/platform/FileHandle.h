@@ -23,6 +23,10 @@ struct FileIdentity {
 /// The identity of a file by name. Throws SystemFailure when it cannot be had.
 [[nodiscard]] FileIdentity IdentityOfFile(const std::string& FileName);
 
+/// Whether another handle than this one, of whichever process, holds a lock on the file that it has
+/// open. Never fails.
+[[nodiscard]] bool IsLockedByOthers(int Handle) noexcept;
+
 /// Throws Failure: the file is no longer the one that was seen before.
 [[noreturn]] void FailChangedFile(const std::string& FileName);
 
@@ -44,6 +48,8 @@ class FileForReading {
     void Close() noexcept;
     /// Others may write again, or delete the file: what this handle reads then is still this file.
     void Unlock() noexcept;
+    /// Whether somebody else has locked the file; the lock of this handle does not count.
+    [[nodiscard]] bool IsHeldByOthers() const noexcept { return IsLockedByOthers(Handle); }
 
     [[nodiscard]] const std::string& Name() const noexcept { return FileName; }
     [[nodiscard]] FileIdentity Identity() const;

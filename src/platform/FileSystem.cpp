@@ -2,6 +2,7 @@
 
 #include "base/Failure.h"
 #include "platform/Descriptor.h"
+#include "platform/FileHandle.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -12,7 +13,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -109,12 +109,7 @@ bool IsHeldLocked(const std::string& FileName) noexcept {
     if (!File.IsOpen())
         // Where the file cannot be read its locks cannot be asked for: the folder's rights decide.
         return errno != EACCES && errno != EPERM && errno != ENOENT;
-    struct flock Wanted {};
-    Wanted.l_type = F_WRLCK;
-    Wanted.l_whence = SEEK_SET;
-    if (::fcntl(File.Get(), F_OFD_GETLK, &Wanted) == 0 && Wanted.l_type != F_UNLCK)
-        return true;
-    return ::flock(File.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    return IsLockedByOthers(File.Get());
 }
 
 bool DeleteFileIfFree(const std::string& FileName) noexcept {

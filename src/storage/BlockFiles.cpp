@@ -175,6 +175,10 @@ void OrgFileClose(std::int32_t OrgNo) noexcept {
     OrgFileOpenNo = 0;
 }
 
+bool OrgFileOpenIsHeldByOthers() noexcept {
+    return OrgFileOpenNo != 0 && OrgHandle.IsHeldByOthers();
+}
+
 void WorkFileOpen(std::int32_t WorkNo) {
     if (WorkFileOpenNo == WorkNo)
         return;

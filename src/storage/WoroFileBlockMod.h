@@ -171,6 +171,8 @@ void FilesSweep();
 /// longer the one that was entered.
 void OrgFileOpen(std::int32_t OrgNo);
 void OrgFileClose(std::int32_t OrgNo) noexcept;
+/// Whether somebody else has locked the original file that is open; false when none is.
+[[nodiscard]] bool OrgFileOpenIsHeldByOthers() noexcept;
 void WorkFileOpen(std::int32_t WorkNo);
 void WorkFileClose(std::int32_t WorkNo) noexcept;
 

@@ -10,6 +10,7 @@
 #include "bookmarks/BookmarkFileMod.h"
 #include "bookmarks/BookmarkRec.h"
 #include "platform/FileHandle.h"
+#include "platform/FileSystem.h"
 #include "settings/STD1.h"
 #include "storage/WoroFileBlockMod.h"
 #include "support/FullDisk.h"
@@ -177,6 +178,22 @@ TEST_F(SaveSafetyTest, AFileThatAnotherProgramLocksMeanwhileStays) {
     Another.reset();
     SaveAs(Other);
     EXPECT_TRUE(Commands.Save(true));
+}
+
+TEST_F(SaveSafetyTest, ASaveThatIsRefusedStillHoldsTheOpenedFile) {
+    const std::string Path = OpenAndEdit("a.wav");
+    const Samples Edited = LeftOf(*WaveStore);
+    ASSERT_TRUE(IsHeldLocked(Path));
+    {
+        const FileForReading Another(Path);
+        EXPECT_FALSE(Commands.Save(false));
+        EXPECT_THAT(Messages.TakeTexts(), ElementsAre(HasSubstr("is locked")));
+    }
+    // Another editor would replace it now, and the samples be lost.
+    EXPECT_TRUE(IsHeldLocked(Path));
+    EXPECT_EQ(LeftOf(*WaveStore), Edited);
+    EXPECT_TRUE(Commands.Save(false));
+    EXPECT_FALSE(IsHeldLocked(Path));
 }
 
 TEST_F(SaveSafetyTest, WithoutRoomForWorkFilesTheOpenedFileAndTheDocumentStay) {
