@@ -5,6 +5,9 @@
 #include "platform/Descriptor.h"
 #include "platform/FileSystem.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -23,6 +26,7 @@ namespace quoril {
 namespace {
 
 constexpr mode_t AllRights = 07777;
+constexpr int MostNeighbours = 100; // that many processes save one file at the same time
 
 /// The old contents are gone in part; the words say where the new ones lie.
 class HalfReplaced : public Failure {
@@ -38,18 +42,37 @@ std::string FileBehind(const std::string& FileName) {
     return Found.get();
 }
 
-/// What the names of the neighbours of a file begin with: short enough for every file system, and
-/// without a letter cut in two.
-std::string NeighbourNames(const std::string& FileName) {
+/// Short enough for every file system with what is added to it, and without a letter cut in two.
+std::string Shortened(std::string Name) {
     constexpr std::size_t MostBytes = 60;
-    std::string Name = NameOfPath(FileName);
     if (Name.size() > MostBytes) {
         std::size_t End = MostBytes;
         while (End > 0 && (static_cast<unsigned char>(Name[End]) & 0xC0U) == 0x80U)
             --End;
         Name.resize(End);
     }
-    return FolderOfPath(FileName) + "/." + Name + ".quoril-save-";
+    return Name;
+}
+
+/// What the names of the neighbours of a file begin with.
+std::string NeighbourNames(const std::string& FileName) {
+    return FolderOfPath(FileName) + "/." + Shortened(NameOfPath(FileName)) + ".quoril-save-";
+}
+
+/// A name beside a file that tells the user what it holds, and that the file opens by.
+std::string CompleteName(const std::string& FileName, int Number) {
+    const std::string Name = NameOfPath(FileName);
+    const std::size_t Point = std::min(Name.rfind('.'), Name.size());
+    return fmt::format("{}/{} (complete{}){}", FolderOfPath(FileName),
+                       Shortened(Name.substr(0, Point)),
+                       Number > 1 ? fmt::format(" {}", Number) : "", Shortened(Name.substr(Point)));
+}
+
+/// Takes back the rights that a folder gives to each new file beyond its owner's.
+void DropInheritedRights(const Descriptor& File) {
+    if (::fremovexattr(File.Get(), "system.posix_acl_access") != 0 && errno != ENODATA &&
+        errno != EOPNOTSUPP)
+        throw SystemFailure(errno, {});
 }
 
 /// Makes a file and locks it, so that others see that somebody writes it. Closed when there is
@@ -150,15 +173,15 @@ FileReplacement::~FileReplacement() {
 }
 
 void FileReplacement::MakeNeighbour() {
-    constexpr int MostAtOnce = 100; // that many processes save this file at the same time
     const std::string Names = NeighbourNames(Target);
-    for (int Number = 1; Number <= MostAtOnce; ++Number) {
+    for (int Number = 1; Number <= MostNeighbours; ++Number) {
         const std::string Name = Names + std::to_string(Number);
         Descriptor Made = MadeLocked(Name);
         if (!Made.IsOpen() && ClearedAway(Name))
             Made = MadeLocked(Name);
         if (Made.IsOpen()) {
             Neighbour = Name;
+            DropInheritedRights(Made);
             File = FileForWriting(std::move(Made), Asked);
             return;
         }
@@ -203,8 +226,22 @@ bool FileReplacement::TakesThePlace() {
     return true;
 }
 
+void FileReplacement::ShowNeighbour() noexcept {
+    for (int Number = 1; Number <= MostNeighbours; ++Number) {
+        std::string Name = CompleteName(Target, Number);
+        if (::renameat2(AT_FDCWD, Neighbour.c_str(), AT_FDCWD, Name.c_str(), RENAME_NOREPLACE) == 0)
+            Neighbour = std::move(Name);
+        else if (errno == EEXIST)
+            continue;
+        return;
+    }
+}
+
 void FileReplacement::CopyIntoThePlace() {
     ReserveRoom(Target, IdentityOfFile(Neighbour).Bytes);
+    // A process that is killed from here on leaves the file in halves. The next save clears away
+    // hidden neighbours, and nobody would look for one.
+    ShowNeighbour();
     try {
         CopyFileContents(Neighbour, Target);
     } catch (const SystemFailure& Why) {

@@ -13,7 +13,8 @@ namespace quoril {
 /// A file that is written anew. What is there stays as it is until the new contents are complete:
 /// they go into a neighbour, which then takes the file's place with its owner, rights and notes. A
 /// symbolic link stays one, and the file behind it is replaced. A file that has several names, or
-/// an owner that cannot be given to another file, stays itself and gets the complete contents.
+/// an owner that cannot be given to another file, stays itself and gets the complete contents; as
+/// long as that takes, they also lie beside it as "NAME (complete).ENDING".
 /// Where there is no file yet, it is written itself.
 class FileReplacement {
   public:
@@ -41,6 +42,9 @@ class FileReplacement {
   private:
     void MakeNeighbour();
     [[nodiscard]] bool TakesThePlace();
+    /// Gives the complete neighbour a name that the user sees and that no save clears away. Where
+    /// that is not possible it keeps its own.
+    void ShowNeighbour() noexcept;
     void CopyIntoThePlace();
 
     std::string Asked;

@@ -2,15 +2,35 @@
 #include "audiofile/SaveSafetyFixture.h"
 #include "audiofile/WavMaker.h"
 #include "settings/STD1.h"
+#include "support/FullDisk.h"
 #include "support/OrdinaryUser.h"
 
+#include <array>
 #include <cerrno>
+#include <csignal>
 #include <filesystem>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
 #include <sys/xattr.h>
 #include <unistd.h>
+#include <utility>
+
+namespace {
+/// Runs when one file begins to be copied into another; empty for nothing.
+std::function<void()> AtCopy;
+} // namespace
+
+/// Stands before the system's own.
+extern "C" ssize_t copy_file_range(int From, off64_t* FromAt, int To, off64_t* ToAt,
+                                   std::size_t Bytes, unsigned Flags) {
+    if (const auto What = std::exchange(AtCopy, nullptr))
+        What();
+    return ::syscall(SYS_copy_file_range, From, FromAt, To, ToAt, Bytes, Flags);
+}
 
 namespace quoril::test {
 namespace {
@@ -75,6 +95,75 @@ TEST_F(SaveKeepsTest, AFileOfSeveralNamesKeepsThemAll) {
     WaveStore->WavFmtBits = 8;
     ExpectFails(false, "Overflow");
     EXPECT_EQ(fs::file_size(Music("b.wav")), 10044U);
+}
+
+TEST_F(SaveKeepsTest, AKillWhileAFileOfSeveralNamesIsFilledLeavesTheWholeBesideIt) {
+    const std::string Path = OpenAndEdit("a.wav", 5000, 10);
+    const Bytes Whole = WavFile{.Data = AudioBytes(LeftOf(*WaveStore), 16)}.Whole();
+    fs::create_hard_link(Path, Music("b.wav"));
+    Session.WriteFile("music/a (complete).wav", {7});
+    BeforeFork();
+    const pid_t Child = ::fork();
+    if (Child == 0) {
+        AtCopy = [] { ::raise(SIGKILL); };
+        Commands.Save(false);
+        ::_exit(0);
+    }
+    int Status = 0;
+    ASSERT_EQ(::waitpid(Child, &Status, 0), Child);
+    ASSERT_TRUE(WIFSIGNALED(Status));
+    const std::string Beside = Music("a (complete 2).wav");
+    EXPECT_TRUE(TestSession::ReadFile(Beside) == Whole);
+    EXPECT_TRUE(Commands.Save(false));
+    EXPECT_TRUE(TestSession::ReadFile(Path) == Whole);
+    EXPECT_TRUE(TestSession::ReadFile(Beside) == Whole) << "no save takes it away";
+    EXPECT_THAT(MusicFiles(),
+                ElementsAre("a (complete 2).wav", "a (complete).wav", "a.wav", "b.wav"));
+    EXPECT_THAT(TestSession::ReadFile(Music("a (complete).wav")), ElementsAre(7));
+}
+
+TEST_F(SaveKeepsTest, AFileOfSeveralNamesThatCannotBeFilledIsToldWithWhereTheWholeLies) {
+    const std::string Path = OpenAndEdit("a.wav", 5000, 10);
+    const Bytes Whole = WavFile{.Data = AudioBytes(LeftOf(*WaveStore), 16)}.Whole();
+    fs::create_hard_link(Path, Music("b.wav"));
+    const FullDisk Disk;
+    AtCopy = [&Disk] { Disk.Fill(); };
+    EXPECT_FALSE(Commands.Save(false));
+    Disk.Empty();
+    const std::string Beside = Music("a (complete).wav");
+    EXPECT_THAT(Messages.TakeTexts(),
+                ElementsAre("Wave file write error|File too large\n" + Path +
+                            "\n\nThe file is written in part only. The whole of it lies in\n" +
+                            Beside));
+    EXPECT_TRUE(WaveChanged);
+    EXPECT_TRUE(TestSession::ReadFile(Beside) == Whole);
+    EXPECT_TRUE(Commands.Save(false));
+    EXPECT_TRUE(TestSession::ReadFile(Music("b.wav")) == Whole);
+}
+
+TEST_F(SaveKeepsTest, NobodyGetsRightsByTheFolderThatTheFileDidNotGive) {
+    constexpr const char* ForNewFiles = "system.posix_acl_default";
+    constexpr const char* OfTheFile = "system.posix_acl_access";
+    // Version 2; who, rights and number: the owner, user 12345, the group, the mask, all others.
+    const std::array<unsigned char, 44> List = {
+        2, 0,  0,   0,   1,   0,   7,  0, 255, 255, 255, 255, 2,   0,  7,
+        0, 57, 48,  0,   0,   4,   0,  5, 0,   255, 255, 255, 255, 16, 0,
+        7, 0,  255, 255, 255, 255, 32, 0, 5,   0,   255, 255, 255, 255};
+    const std::string Path = OpenAndEdit("a.wav");
+    ASSERT_EQ(::chmod(Path.c_str(), 0640), 0);
+    if (::setxattr(Music().c_str(), ForNewFiles, List.data(), List.size(), 0) != 0) {
+        EXPECT_EQ(errno, ENOTSUP); // a file system without lists
+        return;
+    }
+    EXPECT_TRUE(Commands.Save(false));
+    EXPECT_EQ(::getxattr(Path.c_str(), OfTheFile, nullptr, 0), -1);
+    EXPECT_EQ(StatusOf(Path).st_mode & 07777U, 0640U);
+    // And a list that the file has itself stays.
+    ASSERT_EQ(::setxattr(Path.c_str(), OfTheFile, List.data(), List.size(), 0), 0);
+    WaveStore->Undo();
+    EXPECT_TRUE(Commands.Save(false));
+    EXPECT_EQ(::getxattr(Path.c_str(), OfTheFile, nullptr, 0), 44);
+    EXPECT_EQ(StatusOf(Path).st_mode & 07777U, 0775U);
 }
 
 TEST_F(SaveKeepsTest, RightsAndOwnerAreKept) {
