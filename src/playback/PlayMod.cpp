@@ -36,7 +36,6 @@ namespace {
 
 constexpr double ShortestSeconds = 0.005;
 constexpr std::int32_t OutOfSight = -2;
-constexpr std::int32_t StatusStopped = 0;
 
 /// Stands where no window is.
 class NoWindow final : public PlayWindow {
@@ -74,6 +73,10 @@ struct PlayRange {
 
 PlayerComponent& Player() {
     return DsPlayer->Component();
+}
+
+bool PlayerIsThere() {
+    return DsPlayer != nullptr && DsPlayer->Dll != nullptr && DsPlayer->Dll->IsAlive();
 }
 
 bool TakesMainSelection(std::int32_t Code) {
@@ -216,6 +219,7 @@ void Run(std::int32_t Code, std::int32_t Arg) {
     Player().TempoReverse(TempoRev);
     switch (Code) {
     case PlayCodeStop:
+    case PlayStopAndRelease:
         Player().Stop();
         break;
     case PlayCodePause:
@@ -224,11 +228,6 @@ void Run(std::int32_t Code, std::int32_t Arg) {
     case PlayCodeUTurn:
         PlayDirection = -PlayDirection;
         Player().UTurn();
-        break;
-    case PlayStopAndRelease:
-        Player().Stop();
-        PlayBuffL.reset();
-        PlayBuffR.reset();
         break;
     case PlayNew:
     case PlayPrepared:
@@ -278,19 +277,29 @@ PlayWindow& CurrentPlayWindow() noexcept {
 }
 
 void PlayCommand(std::int32_t Code, std::int32_t Arg) {
-    SoundDriverRevive();
+    if (StartsToPlay(Code))
+        SoundDriverRevive();
     if (SoundDriverState == 0) {
         MsgBox("Put ON the Sound driver in Options box (Tools-Options menu) to play",
                "Play failed");
         return;
     }
     try {
-        AskPlayer([=] { Run(Code, Arg); });
+        if (PlayerIsThere())
+            AskPlayer([=] { Run(Code, Arg); });
+        else
+            PlayerLost(); // nothing plays that could be stopped or turned
     } catch (const std::exception& What) {
         // What played before has lost its snapshot.
         if (StartsToPlay(Code) && DsPlayer->Dll != nullptr)
             PlayCommand(PlayCodeStop, 0);
-        ShowFailure(What, "Play failed");
+        // A player that has been given up is as silent as one that has stopped.
+        if (Code != PlayStopAndRelease)
+            ShowFailure(What, "Play failed");
+    }
+    if (Code == PlayStopAndRelease) {
+        PlayBuffL.reset();
+        PlayBuffR.reset();
     }
 }
 
@@ -309,11 +318,14 @@ void PlayerLost() {
     PlayButtonsRefresh();
 }
 
+std::int32_t PlayStatusNow() {
+    if (SoundDriverState == 0 || !PlayerIsThere())
+        return StatusStopped;
+    return AskPlayer([] { return Player().PlayStatus(); });
+}
+
 bool PlayIsOn() {
-    if (SoundDriverState == 0 || DsPlayer == nullptr || DsPlayer->Dll == nullptr ||
-        !DsPlayer->Dll->IsAlive())
-        return false;
-    return AskPlayer([] { return Player().PlayStatus() != StatusStopped; });
+    return PlayStatusNow() != StatusStopped;
 }
 
 std::int32_t PlayPositionNow() {
@@ -351,8 +363,8 @@ void PlayCursorPositioning() {
 void SetLoopONOFF() {
     Window->SetLoopPressed(LoopOn);
     IniPut("Setting", "LoopOn", LoopOn ? "1" : "0");
-    if (DsPlayer != nullptr && DsPlayer->Dll != nullptr && DsPlayer->Dll->IsAlive())
-        DsPlayer->Dll->Loop(LoopOn);
+    if (PlayerIsThere())
+        AskPlayer([] { Player().Loop(LoopOn); });
 }
 
 void PlayOrStop() {

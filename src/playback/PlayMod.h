@@ -35,9 +35,9 @@ extern std::int32_t PlayWorkChn;   ///< 0 both, 1 left, 2 right: which play curs
 extern std::unique_ptr<BlockCarrBuffClass> PlayBuffL; ///< the snapshot's blocks
 extern std::unique_ptr<BlockCarrBuffClass> PlayBuffR; ///< empty when one channel plays
 
-/// A play control was used. What goes wrong is told. A component that has ended is made anew; one
-/// that ends in the midst, or does not answer, is given up as PlayerLost has it. A snapshot that
-/// cannot be made stops what played before.
+/// A play control was used. What goes wrong is told. What plays makes a component anew that has
+/// ended; one that ends in the midst, or does not answer, is given up as PlayerLost has it, which
+/// PlayStopAndRelease does without a word. A snapshot that cannot be made stops what played before.
 void PlayCommand(std::int32_t Code, std::int32_t Arg);
 /// Brings "Pause" and `PlayPosTimer` in line with what plays. Throws PlayerGone.
 void PlayButtonsRefresh();
@@ -45,7 +45,10 @@ void PlayButtonsRefresh();
 /// nothing plays. The next command that plays makes another.
 void PlayerLost();
 
-/// Whether something plays or is paused; false without a driver and when the component is gone.
+/// What the component does, as its `PlayStatus` has it; StatusStopped without a driver and when it
+/// is gone. Throws PlayerGone.
+[[nodiscard]] std::int32_t PlayStatusNow();
+/// Whether something plays or is paused. Throws PlayerGone.
 [[nodiscard]] bool PlayIsOn();
 /// The document position that is heard now. Throws Failure without a component that answers.
 [[nodiscard]] std::int32_t PlayPositionNow();
@@ -56,7 +59,7 @@ void PlayPosTimerFired();
 /// Moves the play cursors and writes the position. Throws Failure likewise.
 void PlayCursorPositioning();
 
-/// Shows `LoopOn` on the button "Loop", stores it and tells the player.
+/// Shows `LoopOn` on the button "Loop", stores it and tells the player. Throws PlayerGone.
 void SetLoopONOFF();
 /// Space: plays when nothing plays, else stops.
 void PlayOrStop();

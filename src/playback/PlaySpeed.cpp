@@ -3,7 +3,6 @@
 #include "base/Arithmetic.h"
 #include "base/MsgBoxMod.h"
 #include "base/PlayState.h"
-#include "playback/DsPlayClass.h"
 #include "playback/PlayMod.h"
 #include "playback/PlayWindow.h"
 #include "playback/PlayerComponent.h"
@@ -18,9 +17,10 @@ constexpr std::int32_t UsingSoundServer = 1;
 constexpr std::int32_t UsingPlainSound = 2;
 
 bool IsPlaying() {
-    if (SoundDriverState != UsingSoundServer || !PlayIsOn())
+    if (SoundDriverState != UsingSoundServer)
         return false;
-    return DsPlayer->Component().PlayStatus() != StatusPaused;
+    const std::int32_t Status = PlayStatusNow();
+    return Status != StatusStopped && Status != StatusPaused;
 }
 
 } // namespace

@@ -19,7 +19,8 @@ class PlayerGone final : public Failure {
     using Failure::Failure;
 };
 
-/// What `PlayStatus` gives while playing is held.
+/// What `PlayStatus` gives when nothing plays, and while playing is held.
+inline constexpr std::int32_t StatusStopped = 0;
 inline constexpr std::int32_t StatusPaused = 3;
 
 /// The operations in the order of the component's table. Every one throws PlayerGone when the

@@ -100,7 +100,7 @@ void PlayControls::RegisterButtons() {
         });
     Window.Commands.Set("PlayToolbar_Loop", [this] {
         LoopOn = Window.ToolButton("PlayToolbar", "Loop")->isChecked();
-        SetLoopONOFF();
+        quoril::RunCommand("Play failed", SetLoopONOFF);
     });
     Window.Commands.Set("SoundTmpoMnu", PlaySpeedShow);
 }

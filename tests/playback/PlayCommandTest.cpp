@@ -422,6 +422,45 @@ TEST_F(PlayCommandTest, PauseOfAPlayerThatHasEndedShowsThatNothingPlays) {
     EXPECT_FALSE(Window.Timer);
 }
 
+TEST_F(PlayCommandTest, OnlyWhatPlaysMakesAnotherPlayer) {
+    int Made = 0;
+    DsPlayer = std::make_unique<DsPlayClass>([&]() -> std::unique_ptr<PlayerComponent> {
+        ++Made;
+        return std::make_unique<PlayerDouble>(Player);
+    });
+    for (const PlayCodes Code : {PlayCodeStop, PlayCodePause, PlayCodeUTurn, PlayStopAndRelease}) {
+        Player.Alive = true;
+        (void)DsPlayer->MakeAnew();
+        PlayCommand(PlayNew, 0);
+        Player.Alive = false;
+        Player.Status = 0;
+        Made = 0;
+        PlayCommand(Code, 0);
+        EXPECT_EQ(Made, 0) << Code;
+        EXPECT_EQ(DsPlayer->Dll, nullptr) << Code;
+        EXPECT_FALSE(Window.PauseEnabled || Window.Timer || Window.Enabled) << Code;
+        EXPECT_EQ(SoundDriverState, 1) << "the driver is not off for that";
+    }
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+    Player.Alive = true;
+    PlayCommand(PlayNew, 0);
+    EXPECT_EQ(Made, 1);
+}
+
+TEST_F(PlayCommandTest, ReleasingFromAPlayerThatDoesNotAnswerSaysNothing) {
+    for (const char* Failing : {"TempoForward", "Stop", "PlayStatus"}) {
+        Player.FailingCall.clear();
+        (void)DsPlayer->MakeAnew();
+        PlayCommand(PlayNew, 0);
+        ASSERT_NE(PlayBuffL, nullptr);
+        Player.FailingCall = Failing;
+        PlayCommand(PlayStopAndRelease, 0);
+        EXPECT_EQ(DsPlayer->Dll, nullptr) << Failing;
+        EXPECT_EQ(PlayBuffL, nullptr) << Failing;
+    }
+    EXPECT_THAT(Messages.TakeTexts(), IsEmpty());
+}
+
 TEST_F(PlayCommandTest, APlayerThatCannotBeStartedAnewIsToldAsADriverThatIsOff) {
     DsPlayer = std::make_unique<DsPlayClass>(
         []() -> std::unique_ptr<PlayerComponent> { throw Failure("no player"); });
@@ -444,6 +483,17 @@ TEST_F(PlayCommandTest, LoopIsShownStoredAndTold) {
     SetLoopONOFF();
     EXPECT_EQ(IniGet("Setting", "LoopOn", ""), "0");
     EXPECT_THAT(TakeCalls(), ElementsAre("Loop false"));
+}
+
+TEST_F(PlayCommandTest, LoopToldToAPlayerThatDoesNotAnswerGivesItUp) {
+    PlayCommand(PlayNew, 0);
+    Player.FailingCall = "Loop";
+    LoopOn = true;
+    EXPECT_THROW(SetLoopONOFF(), PlayerGone);
+    LoopOn = false;
+    EXPECT_EQ(IniGet("Setting", "LoopOn", ""), "1");
+    EXPECT_EQ(DsPlayer->Dll, nullptr);
+    EXPECT_FALSE(Window.PauseEnabled || Window.Timer || Window.Enabled);
 }
 
 TEST_F(PlayCommandTest, SpacePlaysWhatIsStoppedAndStopsWhatPlays) {

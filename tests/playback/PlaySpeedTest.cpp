@@ -37,6 +37,15 @@ TEST_F(PlaySpeedTest, WhatPlaysPausesAndContinuesWithTheNewSpeedAndRestartsNothi
     }
 }
 
+TEST_F(PlaySpeedTest, ThePlayerIsAskedOnceWhatItDoes) {
+    PlayCommand(PlayNew, 0);
+    TakeCalls();
+    Player.StatusAsked = 0;
+    Player.Status = 3;
+    PlaySpeedChange(1, 5);
+    EXPECT_EQ(Player.StatusAsked, 1);
+}
+
 TEST_F(PlaySpeedTest, WhatIsPausedOrPlainSoundStaysAsItIs) {
     Player.Status = 3;
     PlaySpeedChange(1, 5);

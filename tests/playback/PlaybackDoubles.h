@@ -31,6 +31,7 @@ class PlayerDouble final : public PlayerComponent {
         Lines Calls;
         std::int32_t State = 1;
         std::int32_t Status = 0;
+        int StatusAsked = 0;
         std::int32_t Position = 0;
         bool Alive = true;
         std::string FailingCall;
@@ -56,6 +57,7 @@ class PlayerDouble final : public PlayerComponent {
     void PlayReverse() override { Start("PlayReverse"); }
     std::int32_t PlayStatus() override {
         Quiet("PlayStatus");
+        ++Told.StatusAsked;
         return Told.Status;
     }
     void UTurn() override { Note("UTurn"); }
