@@ -162,7 +162,8 @@ void WireBookmarkCommands(WaveEditor_Frm& Window) {
 void WireToolCommands(WaveEditor_Frm& Window) {
     Window.Commands.Set("Options_Mnu", [&Window] {
         OptionsEffects Effects;
-        Effects.SetLoopONOFF = SetLoopONOFF;
+        // A player that does not answer keeps nobody from the options after it.
+        Effects.SetLoopONOFF = [] { RunCommand("Play failed", SetLoopONOFF); };
         Effects.TemposChanged = [&Window] { ShowTempos(Window); };
         Effects.SoundDriverSwitch = [](bool On) {
             SoundDriverSwitch(On ? SoundDriverOn : SoundDriverOff);

@@ -34,7 +34,7 @@ inline constexpr double HighestTempoPercent = 200;
 
 /// What the program has to do besides storing; null where there is nothing to be done.
 struct OptionsEffects {
-    std::function<void()> SetLoopONOFF; ///< `LoopOn` has changed: show and store it
+    std::function<void()> SetLoopONOFF; ///< `LoopOn` has changed: show and store it; never fails
     std::function<void()> TemposChanged;
     std::function<void(bool)> SoundDriverSwitch; ///< on or off
 };

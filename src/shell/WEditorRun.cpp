@@ -1,4 +1,5 @@
 // How the program stands in the system: arguments, signals, the end of the desktop session.
+#include "base/SafeApplication.h"
 #include "base/UserFileWriting.h"
 #include "platform/ProgramPlaces.h"
 #include "platform/TerminationSignals.h"
@@ -6,7 +7,6 @@
 #include "settings/STD1.h"
 #include "shell/WEditor.h"
 
-#include <QApplication>
 #include <QSessionManager>
 #include <QSocketNotifier>
 #include <clocale>
@@ -50,7 +50,7 @@ WEditorSurroundings SurroundingsOf(int ArgumentCount, char** Arguments) {
 } // namespace
 
 int WEditorRun(int ArgumentCount, char** Arguments) {
-    QApplication Application(ArgumentCount, Arguments);
+    SafeApplication Application(ArgumentCount, Arguments);
     QApplication::setApplicationName(QStringLiteral("quoril-wave-editor"));
     QApplication::setDesktopFileName(QStringLiteral("quoril-wave-editor"));
     // Numbers in files have a point, whatever the language of the desktop.
