@@ -177,6 +177,7 @@ void WEditorClass::ShowMainWindow() {
     do
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 20);
     while (!Window->windowHandle()->isExposed() && Waiting.elapsed() < MostMilliSeconds);
+    PlaceKeeper->Settle();
 }
 
 void WEditorClass::ShowCheckMarks() {

@@ -46,16 +46,24 @@ void WindowPlaceKeeper::Restore() {
     } else if (Last.State == Normal) {
         // A width below the window's own least width cannot be had.
         const QSize Size(PixelsFromTwips(Last.Width, DotsX), PixelsFromTwips(Last.Height, DotsY));
-        const QPoint Corner(PixelsFromTwips(Last.Left, DotsX), PixelsFromTwips(Last.Top, DotsY));
+        const QPoint StoredCorner(PixelsFromTwips(Last.Left, DotsX),
+                                  PixelsFromTwips(Last.Top, DotsY));
         const QRect Place =
-            RectOnScreen(QRect(Corner, Size.expandedTo(Window.minimumSizeHint())), Usable);
+            RectOnScreen(QRect(StoredCorner, Size.expandedTo(Window.minimumSizeHint())), Usable);
         Window.resize(Place.size());
         Window.move(Place.topLeft());
+        Corner = Place.topLeft();
     } else {
         Window.setWindowState(Qt::WindowMaximized);
     }
     Before = Last;
     Applying = false;
+}
+
+void WindowPlaceKeeper::Settle() {
+    if (Corner && !Window.isMaximized() && Window.pos() != *Corner)
+        Window.move(*Corner);
+    Corner.reset();
 }
 
 WindowPlace WindowPlaceKeeper::PlaceNow() const {

@@ -3,7 +3,10 @@
 
 #include "shell/StartUpMod.h"
 
+#include <QPoint>
 #include <QRect>
+
+#include <optional>
 
 class QWidget;
 
@@ -18,6 +21,9 @@ class WindowPlaceKeeper {
     /// To be called before the window is shown, which this does not do. Without a stored place the
     /// window keeps its size, as far as the screen has room, and the desktop places it.
     void Restore();
+    /// To be called once the window is on the screen. One that had to grow while it was shown may
+    /// have been put there without its frame, and the title bar beyond the screen's edge.
+    void Settle();
     /// To be called after each change of the window's place or state.
     void Record();
     void Store() const;
@@ -30,6 +36,8 @@ class WindowPlaceKeeper {
     QWidget& Window;
     WindowPlace Last;
     WindowPlace Before; ///< the normal place before `Last`
+    std::optional<QPoint>
+        Corner; ///< of the frame, as it was restored; until the window stands there
     bool Applying = true;
 };
 

@@ -3,8 +3,8 @@
 import time
 import unittest
 
-from desktop_test import DesktopTest, is_main_window
-from virtual_desktop import picture_colours
+from desktop_test import QUIET, DesktopTest, is_main_window
+from virtual_desktop import picture_colours, wait_until
 
 SECONDS_TO_END = 5
 
@@ -33,6 +33,19 @@ class StartAndEnd(DesktopTest):
         editor, window = self.start_editor()
         self.close_in_time(editor, window)
         self.assertEqual(self.session_folders(), [])
+
+    def test_a_window_that_must_grow_has_its_title_on_the_screen(self):
+        self.write_settings({**QUIET, "MainWindow": {"Window Size": "0,0,0,7500,7440"}})
+        editor, window = self.start_editor(self.demonstration_sound())
+
+        def place():
+            shape = self.desktop.run("xdotool", "getwindowgeometry", "--shell", window.id)
+            edges = self.desktop.run("xprop", "-id", window.id, "_NET_FRAME_EXTENTS")
+            top = int(edges.split("=")[1].split(",")[2])
+            y = int(dict(line.split("=") for line in shape.split())["Y"])
+            return top > 0 and y >= top
+        wait_until(place, "the whole frame of the window on the screen")
+        self.close_in_time(editor, window)
 
     def test_two_editors_have_their_own_working_files(self):
         first = self.start_editor(self.demonstration_sound("first.wav"))

@@ -45,6 +45,19 @@ TEST(WindowPlaceKeeper, GivesBackTheStoredPlace) {
     EXPECT_EQ(Window.height(), 400);
 }
 
+TEST(WindowPlaceKeeper, AWindowThatWasShownElsewhereGoesToItsPlaceOnce) {
+    const TestSession Session;
+    IniPut("MainWindow", "Window Size", "0,600,450,8000,6000");
+    KeptWindow Window;
+    Window.Start();
+    Window.move(39, 10); // as a desktop may put it that leaves out the frame
+    Window.Keeper.Settle();
+    EXPECT_EQ(Window.pos(), QPoint(40, 30));
+    Window.move(39, 10);
+    Window.Keeper.Settle();
+    EXPECT_EQ(Window.pos(), QPoint(39, 10)) << "the user's own place";
+}
+
 TEST(WindowPlaceKeeper, StoresWhereTheWindowWasLeft) {
     const TestSession Session;
     KeptWindow Window;
