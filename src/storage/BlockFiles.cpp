@@ -27,8 +27,11 @@ FileForReading WorkHandle;
 constexpr std::size_t DecodeBytesAtOnce = std::size_t{128} << 10;
 alignas(64) std::array<std::uint8_t, DecodeBytesAtOnce> DecodeBuffer;
 
+/// The program's own files lie in the folder itself; a path that leads on from it may lead out.
 bool InSessionFolder(const std::string& Name) {
-    return !SessionDir.empty() && Name.starts_with(SessionDir + "/");
+    const std::string Start = SessionDir + "/";
+    return !SessionDir.empty() && Name.starts_with(Start) &&
+           Name.find('/', Start.size()) == std::string::npos;
 }
 
 /// Deletes a file that nobody uses. A file that cannot be deleted goes with the session folder.

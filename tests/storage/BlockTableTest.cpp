@@ -428,7 +428,8 @@ TEST_F(BlockTableTest, AUsersFileWhosePathOnlyContainsThatOfTheSessionStays) {
     const std::string Inside = Session.Path("backup" + SessionDir);
     fs::create_directories(Inside);
     fs::create_directories(SessionDir + "0");
-    for (const std::string& Name : {Inside + "/a.raw", SessionDir + "0/a.raw"}) {
+    for (const std::string& Name :
+         {Inside + "/a.raw", SessionDir + "0/a.raw", SessionDir + "/../beside.raw"}) {
         fs::copy_file(RawFile(Session, "a.raw", 10, 1, 16), Name);
         BlockFree(OrgBlock(OrgFileAdd(Name, 1, 16), 10, 1));
         FilesSweep();
