@@ -2,6 +2,7 @@
 // reach.
 #include "WindowFixture.h"
 
+#include "shell/PlayControls.h"
 #include "view/ArrowImage.h"
 #include "view/BandDisplay.h"
 #include "view/ReadOutLabel.h"
@@ -155,6 +156,30 @@ TEST_F(WindowSizeTest, TheFocusOfAValueStandsOut) {
     // On a bright colour of the user's it is dark.
     Label->SetColors(0xFFE0E0, 0x0000C0);
     EXPECT_TRUE(EdgeIs(Qt::black));
+}
+
+TEST_F(WindowSizeTest, TheSpeedBoxLiesWholeInANarrowWindow) {
+    const PlayControls Controls(*Window);
+    for (const int Channels : {1, 2})
+        for (const QSize& Size : {QSize(500, 560), QSize(640, 600), QSize(800, 560)}) {
+            Document(10000, Channels, 8000);
+            SizeTo(Size.width(), Size.height());
+            Window->Commands.Run("SoundTmpoMnu");
+            QApplication::processEvents();
+            const auto* const Box = Find<QWidget>("SpeedBoxPic");
+            ASSERT_TRUE(Box->isVisible());
+            EXPECT_TRUE(Window->rect().contains(PlaceOf(Box)))
+                << Channels << " at " << Size.width();
+            EXPECT_GE(Box->width(), Box->minimumSizeHint().width());
+            EXPECT_GE(Box->height(), Box->minimumSizeHint().height());
+            // Nothing lies over its button and its sliders.
+            for (const char* Name : {"PlaySpeedSlider_1", "PlaySpeedSlider_2", "SpeedCloseBtn"}) {
+                const auto* const Part = Find<QWidget>(Name);
+                EXPECT_EQ(Window->childAt(PlaceOf(Part).center()), Part) << Name;
+            }
+            QTest::mouseClick(Find<QToolButton>("SpeedCloseBtn"), Qt::LeftButton);
+            EXPECT_FALSE(Box->isVisible());
+        }
 }
 
 TEST_F(WindowSizeTest, AMenuThatHasNoRoomOpensByItsKey) {
