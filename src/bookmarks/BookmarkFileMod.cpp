@@ -187,15 +187,18 @@ BokMrkChoices Choose(std::size_t NewNos, std::int32_t Invalid) {
     return Dialog == nullptr ? BokMrkNothing : Dialog->ShowBokMrkChos(Label);
 }
 
-void Merge(std::vector<BookmarkRec> Found) {
+/// False when the list stays as it is.
+bool Merge(std::vector<BookmarkRec> Found) {
     const std::int32_t Invalid = Judge(Found);
     const BokMrkChoices Choice = Choose(Found.size(), Invalid);
     if (Choice == BokMrkNothing)
-        return;
-    if (Choice == BokMrkReplace)
+        return false;
+    const bool Removes = Choice == BokMrkReplace && BookmarkNos() > 0;
+    if (Removes)
         Bookmarks.assign(1, {});
     for (BookmarkRec& Bookmark : Found)
         BookmarkAppend(std::move(Bookmark));
+    return Removes || !Found.empty();
 }
 
 } // namespace
@@ -204,22 +207,22 @@ void SetBokMrkChosDialog(BokMrkChosDialog* Receiver) noexcept {
     Dialog = Receiver;
 }
 
-void LoadBookmarks(const std::string& FileName) {
+bool LoadBookmarks(const std::string& FileName) {
     if (!FileThere(FileName))
-        return;
+        return false;
     std::vector<BookmarkRec> Found;
     try {
         if (IsOwnFormat(FileName))
             Found = ReadOwnFormat(FileName);
         else if (!ReadTextFormat(FileName, Found))
-            return;
+            return false;
     } catch (const std::exception&) {
-        return; // a file that cannot be read holds no bookmarks
+        return false; // a file that cannot be read holds no bookmarks
     }
-    Merge(std::move(Found));
+    return Merge(std::move(Found));
 }
 
-bool SaveBookmarks(const std::string& FileName) {
+bool SaveBookmarks(const std::string& FileName, UnreadableFiles How) {
     if (FileName.empty())
         return true;
     const bool WasThere = FileThere(FileName);
@@ -230,7 +233,7 @@ bool SaveBookmarks(const std::string& FileName) {
             throw Failure("This file of bookmarks cannot be deleted\n" + FileName);
         return true;
     }
-    if (!Readable && !UnreadableMayGo(FileName))
+    if (!Readable && How == UnreadableFiles::Ask && !UnreadableMayGo(FileName))
         return false;
     const std::vector<std::int32_t> Words = WordsOfList();
     try {

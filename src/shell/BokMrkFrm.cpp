@@ -2,6 +2,7 @@
 
 #include "audiofile/AudioFileNames.h"
 #include "base/CommandFailure.h"
+#include "base/DocumentState.h"
 #include "base/ModalWindow.h"
 #include "base/MsgBoxMod.h"
 #include "base/QtText.h"
@@ -187,17 +188,18 @@ void BokMrkFrm::LoadClicked() {
     const auto Chosen = Dialogs.OpenFile(BookmarkFileRequest("Choose a file to load Bookmark"));
     if (!Chosen)
         return;
-    if (FileThere(*Chosen))
-        LoadBookmarks(*Chosen);
-    else
+    if (!FileThere(*Chosen))
         MsgBox("File Not found");
+    else if (LoadBookmarks(*Chosen))
+        BookmarkChanged = true;
 }
 
 void BokMrkFrm::SaveClicked() {
     FileDialogRequest Request = BookmarkFileRequest("Choose file name to save Bookmark");
     Request.OverwritePrompt = true;
+    // The dialog has asked about a file that is there, whatever it holds.
     if (const auto Chosen = Dialogs.SaveFile(Request))
-        SaveBookmarks(*Chosen);
+        SaveBookmarks(*Chosen, UnreadableFiles::Replace);
 }
 
 std::int32_t BokMrkAsker::ShowBokMrk(BokMrkModes WorkingMode) {

@@ -85,8 +85,10 @@ struct Surroundings final : FileDialogs, FileCommandsView {
     void EmptyBookmarks() override { Calls.push_back("empty bookmarks"); }
     bool BookmarksLieInFiles = false;
     void LoadBookmarks(const std::string& FileName) override {
-        if (BookmarksLieInFiles)
-            return quoril::LoadBookmarks(FileName);
+        if (BookmarksLieInFiles) {
+            quoril::LoadBookmarks(FileName);
+            return;
+        }
         Calls.push_back("load " + std::filesystem::path(FileName).filename().string());
     }
     bool BookmarksFail = false;

@@ -3,6 +3,7 @@
 #include "audiofile/DocumentFile.h"
 #include "base/DocumentState.h"
 #include "bookmarks/BookmarkEditMod.h"
+#include "bookmarks/BookmarkFileMod.h"
 #include "bookmarks/BookmarkRec.h"
 #include "shell/EditorFixture.h"
 #include "shell/WithDialog.h"
@@ -140,6 +141,34 @@ TEST_F(BokMrkFrmTest, LoadAndSaveAskForAFileBesideTheSound) {
         EXPECT_TRUE(Told[0].starts_with("Save Bookmark Error|")) << Told[0];
         Press(Window, "CloseBtn");
     });
+}
+
+TEST_F(BokMrkFrmTest, WhatIsLoadedCountsAsChanged) {
+    Path = Session.Path("kept.bok");
+    Show(BokMrkManage, [this](QWidget* Window) {
+        Press(Window, "SaveBtn");
+        BookmarkChanged = false;
+        Press(Window, "LoadBtn"); // nobody answers what becomes of those that are there
+        EXPECT_FALSE(BookmarkChanged);
+        Bookmarks.assign(1, {});
+        Press(Window, "LoadBtn");
+        EXPECT_EQ(BookmarkNos(), 2);
+        EXPECT_TRUE(BookmarkChanged);
+        Press(Window, "CloseBtn");
+    });
+}
+
+TEST_F(BokMrkFrmTest, AFileThatTheDialogAskedAboutIsReplacedWithoutAnotherQuestion) {
+    Path = Session.WriteFile("song.bok", {1, 2, 3});
+    Show(BokMrkManage, [](QWidget* Window) {
+        Press(Window, "SaveBtn");
+        Press(Window, "CloseBtn");
+    });
+    EXPECT_TRUE(Asked.OverwritePrompt);
+    EXPECT_THAT(Messages.TakeTexts(), ::testing::IsEmpty());
+    Bookmarks.assign(1, {});
+    LoadBookmarks(*Path);
+    EXPECT_EQ(BookmarkNos(), 2);
 }
 
 } // namespace
