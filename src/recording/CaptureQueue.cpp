@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace quoril {
 
@@ -10,10 +11,11 @@ void CaptureQueue::SetUp(std::size_t BytesOfHalf) {
     for (Half& Each : Row) {
         Each.Frames.assign(HalfBytes, std::byte{0});
         Each.Bytes = 0;
+        Each.AfterLoss = false;
     }
     Filled = 0;
     TakenOut = 0;
-    Losses = 0;
+    LossNoted = false;
 }
 
 std::size_t CaptureQueue::Room() const noexcept {
@@ -36,6 +38,8 @@ bool CaptureQueue::Fill(const std::byte* Source, std::size_t Bytes) noexcept {
     else
         std::memset(Now.Frames.data() + Now.Bytes, 0, Bytes);
     Now.Bytes += Bytes;
+    if (std::exchange(LossNoted, false))
+        Now.AfterLoss = true;
     return Now.Bytes == HalfBytes && HandOver();
 }
 
@@ -55,6 +59,7 @@ const CaptureQueue::Half* CaptureQueue::Oldest() const noexcept {
 void CaptureQueue::Drop() noexcept {
     const std::uint64_t Index = TakenOut.load(std::memory_order_relaxed);
     At(Index).Bytes = 0;
+    At(Index).AfterLoss = false;
     TakenOut.store(Index + 1, std::memory_order_release);
 }
 

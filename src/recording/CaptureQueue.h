@@ -31,22 +31,19 @@ class CaptureQueue {
     /// Hands the half at hand over as short as it is; an empty one stays. True when it was.
     bool HandOver() noexcept;
     /// Sound was lost before what is filled next.
-    void NoteLoss() noexcept { Losses.fetch_add(1, std::memory_order_relaxed); }
+    void NoteLoss() noexcept { LossNoted = true; }
 
     // ---- The side that takes out
 
     struct Half {
         std::vector<std::byte> Frames; ///< as long as a full half
         std::size_t Bytes = 0;         ///< how much of it there is
+        bool AfterLoss = false;        ///< sound was lost before it, or within
     };
     /// The oldest half, or null. Valid until Drop.
     [[nodiscard]] const Half* Oldest() const noexcept;
     void Drop() noexcept;
     [[nodiscard]] std::size_t Waiting() const noexcept;
-    /// How often sound was lost since SetUp.
-    [[nodiscard]] std::uint32_t LossCount() const noexcept {
-        return Losses.load(std::memory_order_relaxed);
-    }
 
   private:
     [[nodiscard]] bool AllFull(std::uint64_t Index) const noexcept;
@@ -54,10 +51,10 @@ class CaptureQueue {
 
     std::array<Half, Halves> Row;
     std::size_t HalfBytes = 1;
+    bool LossNoted = false; // by the side that fills, for the next half that it fills
     // Written with release by the side that owns each, so that who sees it sees the half, too.
     std::atomic<std::uint64_t> Filled{0};
     std::atomic<std::uint64_t> TakenOut{0};
-    std::atomic<std::uint32_t> Losses{0};
 };
 
 } // namespace quoril

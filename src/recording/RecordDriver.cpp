@@ -76,7 +76,6 @@ bool RecordDriver::OpenDevice() {
         Machine.Status("Recording");
     try {
         Queue.SetUp(Format.HalfBytes());
-        LossesTold = 0;
         Stream = Wanted().Open(static_cast<std::size_t>(DeviceIndex), Format, Queue, Notice);
     } catch (const CaptureFailure& What) {
         Machine.Status(CaptureErrorStatus(What.Code));
@@ -140,11 +139,9 @@ void RecordDriver::Deliver() {
 }
 
 void RecordDriver::DeliverHalf() {
-    if (const std::uint32_t Losses = Queue.LossCount(); Losses != LossesTold) {
-        LossesTold = Losses;
-        Machine.SoundLost();
-    }
     const CaptureQueue::Half& Half = *Queue.Oldest();
+    if (Half.AfterLoss)
+        Machine.SoundLost();
     const std::int32_t BlockFrames =
         SplitFrames(Half.Frames, Half.Bytes, Format, RecBuffL, RecBuffR);
     Queue.Drop();

@@ -80,7 +80,6 @@ class RecordDriver {
     CaptureQueue Queue;
     CaptureNotice Notice;
     std::unique_ptr<CaptureStream> Stream;
-    std::uint32_t LossesTold = 0;
     bool Delivering = false;
     std::vector<std::int16_t> RecBuffL;
     std::vector<std::int16_t> RecBuffR;

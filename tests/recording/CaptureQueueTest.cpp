@@ -51,12 +51,41 @@ TEST(CaptureQueueTest, AHoleIsSilence) {
     CaptureQueue Queue;
     Queue.SetUp(2);
     EXPECT_TRUE(Queue.Fill(nullptr, 2));
-    Queue.NoteLoss();
     EXPECT_EQ(TextOf(*Queue.Oldest()), std::string(2, '\0'));
-    EXPECT_EQ(Queue.LossCount(), 1U);
     Queue.SetUp(2);
-    EXPECT_EQ(Queue.LossCount(), 0U);
     EXPECT_EQ(Queue.Oldest(), nullptr);
+}
+
+TEST(CaptureQueueTest, ALossGoesWithTheHalfThatComesAfterIt) {
+    CaptureQueue Queue;
+    Queue.SetUp(2);
+    for (std::size_t No = 0; No < CaptureQueue::Halves; ++No)
+        Queue.Fill(AsBytes("ab"), 2);
+    Queue.NoteLoss(); // there is no half at hand
+    for (std::size_t No = 0; No < CaptureQueue::Halves; ++No) {
+        EXPECT_FALSE(Queue.Oldest()->AfterLoss) << No;
+        Queue.Drop();
+    }
+    Queue.Fill(AsBytes("cd"), 2);
+    Queue.Fill(AsBytes("ef"), 2);
+    EXPECT_TRUE(Queue.Oldest()->AfterLoss);
+    Queue.Drop();
+    EXPECT_FALSE(Queue.Oldest()->AfterLoss) << "told once";
+    Queue.NoteLoss();
+    Queue.SetUp(2);
+    Queue.Fill(AsBytes("gh"), 2);
+    EXPECT_FALSE(Queue.Oldest()->AfterLoss);
+}
+
+TEST(CaptureQueueTest, APlaceThatWasUsedBeforeKnowsOfNoLoss) {
+    CaptureQueue Queue;
+    Queue.SetUp(1);
+    Queue.NoteLoss();
+    for (std::size_t No = 0; No < CaptureQueue::Halves + 1; ++No) {
+        Queue.Fill(AsBytes("x"), 1);
+        EXPECT_EQ(Queue.Oldest()->AfterLoss, No == 0) << No;
+        Queue.Drop();
+    }
 }
 
 TEST(CaptureQueueTest, TakesNoMoreThanItHolds) {

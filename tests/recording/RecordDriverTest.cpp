@@ -246,6 +246,16 @@ TEST_F(RecordDriverTest, ALossIsTold) {
     EXPECT_EQ(Machine.Show().LossLbl, "Sound was lost at 00.30");
 }
 
+TEST_F(RecordDriverTest, ALossIsToldAtItsPlaceAlsoWhenTheWindowWasBusy) {
+    ASSERT_TRUE(Driver.InitilizeDriver(false));
+    Machine.Start();
+    Dx7.Deliver(20);
+    Dx7.Queue->NoteLoss();
+    Dx7.Deliver(10);
+    Driver.Deliver();
+    EXPECT_EQ(Machine.Show().LossLbl, "Sound was lost at 02");
+}
+
 TEST_F(RecordDriverTest, ADeviceThatGoesLeavesWhatItHadDelivered) {
     ASSERT_TRUE(Driver.InitilizeDriver(false));
     Machine.Start();
