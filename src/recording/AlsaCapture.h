@@ -9,19 +9,21 @@
 namespace quoril {
 
 /// The default device, if there is one; then the inputs of the sound cards, and what the user has
-/// defined. A device is asked for what it takes.
+/// defined. A device is asked for what it takes; one that does not answer in time is not listed.
 class AlsaCapture final : public CaptureSystem {
   public:
     AlsaCapture();
     [[nodiscard]] std::vector<std::string> Devices() override;
-    [[nodiscard]] std::uint32_t FormatBits(std::size_t Device) override;
-    [[nodiscard]] std::unique_ptr<CaptureStream> Open(std::size_t Device,
-                                                      const CaptureFormat& Format,
-                                                      CaptureQueue& Queue,
-                                                      const CaptureNotice& Notice) override;
+    [[nodiscard]] std::uint32_t FormatBits(std::size_t DeviceNo) override;
+    [[nodiscard]] std::unique_ptr<CaptureStream>
+    Open(std::size_t DeviceNo, const CaptureFormat& Format, const CaptureLine& To) override;
 
   private:
-    std::vector<std::string> DeviceNames; ///< of the devices
+    struct Device {
+        std::string Name;
+        std::uint32_t FormatBits; ///< what it said when the list was made
+    };
+    std::vector<Device> Known; ///< in the order of the list
 };
 
 } // namespace quoril

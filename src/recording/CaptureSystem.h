@@ -29,8 +29,17 @@ class CaptureNotice {
     Descriptor Event;
 };
 
-/// An open device. Sound comes into its queue, on a thread of its own, until the object ends;
-/// afterwards nothing is filled.
+/// Where captured sound goes, and how that is told. Both live as long as anybody may still fill
+/// them: a sound system that does not answer can hold the capture thread beyond the end of its
+/// stream.
+struct CaptureLine {
+    std::shared_ptr<CaptureQueue> Queue;
+    std::shared_ptr<const CaptureNotice> Notice;
+};
+
+/// An open device. Sound comes into its queue, on a thread of its own, until the object ends. That
+/// takes half a second at most, whatever the sound system does; what is filled afterwards is to be
+/// forgotten.
 class CaptureStream {
   public:
     CaptureStream() = default;
@@ -68,7 +77,7 @@ class CaptureFailure final : public Failure {
 };
 
 /// One sound system: its devices, and the way to open one. Every routine comes back within about a
-/// second.
+/// second, also when the sound system does not answer.
 class CaptureSystem {
   public:
     virtual ~CaptureSystem() = default;
@@ -76,12 +85,10 @@ class CaptureSystem {
     [[nodiscard]] virtual std::vector<std::string> Devices() = 0;
     /// Which of the named formats a device of that list takes.
     [[nodiscard]] virtual std::uint32_t FormatBits(std::size_t Device) = 0;
-    /// Opens a device of that list and starts it. The queue has been set up for the format; queue
-    /// and notice must outlive the stream. Throws CaptureFailure.
-    [[nodiscard]] virtual std::unique_ptr<CaptureStream> Open(std::size_t Device,
-                                                              const CaptureFormat& Format,
-                                                              CaptureQueue& Queue,
-                                                              const CaptureNotice& Notice) = 0;
+    /// Opens a device of that list and starts it. The queue has been set up for the format. Throws
+    /// CaptureFailure.
+    [[nodiscard]] virtual std::unique_ptr<CaptureStream>
+    Open(std::size_t Device, const CaptureFormat& Format, const CaptureLine& To) = 0;
 };
 
 } // namespace quoril

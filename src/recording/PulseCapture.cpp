@@ -12,6 +12,7 @@
 #include <pulse/stream.h>
 #include <sys/resource.h>
 #include <thread>
+#include <utility>
 
 namespace quoril {
 
@@ -95,7 +96,7 @@ std::int32_t ErrorCodeOf(int PulseError) {
 /// until the stream ends; so nothing is locked.
 class PulseStream final : public CaptureStream {
   public:
-    PulseStream(CaptureQueue& To, const CaptureNotice& Told) : Queue(To), Notice(Told) {}
+    explicit PulseStream(CaptureLine To) : Line(std::move(To)) {}
     ~PulseStream() override;
 
     void Open(const std::string& SourceName, const CaptureFormat& Format);
@@ -109,8 +110,7 @@ class PulseStream final : public CaptureStream {
     void CaptureThread();
     void Take() noexcept;
 
-    CaptureQueue& Queue;
-    const CaptureNotice& Notice;
+    const CaptureLine Line;
     PulseConnection Server;
     pa_stream* Stream = nullptr;
     std::size_t PieceFrom = 0; ///< bytes of the server's piece at hand that have been taken
@@ -169,9 +169,9 @@ void PulseStream::CaptureThread() {
         if (pa_mainloop_iterate(Server.Loop(), 1, nullptr) < 0 || !Server.IsGood() ||
             pa_stream_get_state(Stream) != PA_STREAM_READY) {
             // What the queue has no room for now goes with the server.
-            (void)Queue.HandOver();
+            (void)Line.Queue->HandOver();
             Gone.store(true, std::memory_order_release);
-            Notice.Raise();
+            Line.Notice->Raise();
             return;
         }
     }
@@ -180,6 +180,7 @@ void PulseStream::CaptureThread() {
 /// Stands where a callback would: copies what there is, as far as there is room. What there is no
 /// room for stays with the server.
 void PulseStream::Take() noexcept {
+    CaptureQueue& Queue = *Line.Queue;
     while (Queue.Room() > 0) {
         const void* Piece = nullptr;
         std::size_t Bytes = 0;
@@ -191,7 +192,7 @@ void PulseStream::Take() noexcept {
         if (Queue.Fill(Piece == nullptr ? nullptr
                                         : static_cast<const std::byte*>(Piece) + PieceFrom,
                        Count))
-            Notice.Raise();
+            Line.Notice->Raise();
         PieceFrom += Count;
         if (PieceFrom == Bytes) {
             (void)pa_stream_drop(Stream);
@@ -226,11 +227,10 @@ std::uint32_t PulseCapture::FormatBits(std::size_t) {
 }
 
 std::unique_ptr<CaptureStream> PulseCapture::Open(std::size_t Device, const CaptureFormat& Format,
-                                                  CaptureQueue& Queue,
-                                                  const CaptureNotice& Notice) {
+                                                  const CaptureLine& To) {
     if (Device >= SourceNames.size())
         throw CaptureFailure(CaptureBadDevice, false);
-    auto Stream = std::make_unique<PulseStream>(Queue, Notice);
+    auto Stream = std::make_unique<PulseStream>(To);
     Stream->Open(SourceNames[Device], Format);
     return Stream;
 }

@@ -14,10 +14,8 @@ class PulseCapture final : public CaptureSystem {
   public:
     [[nodiscard]] std::vector<std::string> Devices() override;
     [[nodiscard]] std::uint32_t FormatBits(std::size_t Device) override;
-    [[nodiscard]] std::unique_ptr<CaptureStream> Open(std::size_t Device,
-                                                      const CaptureFormat& Format,
-                                                      CaptureQueue& Queue,
-                                                      const CaptureNotice& Notice) override;
+    [[nodiscard]] std::unique_ptr<CaptureStream>
+    Open(std::size_t Device, const CaptureFormat& Format, const CaptureLine& To) override;
 
   private:
     std::vector<std::string> SourceNames; ///< of the devices; empty for the server's own choice

@@ -9,7 +9,7 @@
 namespace quoril {
 
 RecordDriver::RecordDriver(RecordMachine& Recording, const RecordSurroundings& Surroundings)
-    : Machine(Recording), Around(Surroundings) {}
+    : Machine(Recording), Around(Surroundings), Line{nullptr, std::make_shared<CaptureNotice>()} {}
 
 CaptureSystem& RecordDriver::Wanted() const noexcept {
     return Dx7OrApiOpn == OptionDx7 ? Around.Dx7 : Around.Api;
@@ -75,8 +75,9 @@ bool RecordDriver::OpenDevice() {
     if (!ByServer)
         Machine.Status("Recording");
     try {
-        Queue.SetUp(Format.HalfBytes());
-        Stream = Wanted().Open(static_cast<std::size_t>(DeviceIndex), Format, Queue, Notice);
+        Line.Queue = std::make_shared<CaptureQueue>();
+        Line.Queue->SetUp(Format.HalfBytes());
+        Stream = Wanted().Open(static_cast<std::size_t>(DeviceIndex), Format, Line);
     } catch (const CaptureFailure& What) {
         Machine.Status(CaptureErrorStatus(What.Code));
         ShowFailure(What, {});
@@ -117,34 +118,37 @@ void RecordDriver::ChangeDevice(std::int32_t Index) {
 
 // ---- Blocks
 
-void RecordDriver::Deliver() {
-    if (Stream == nullptr || std::exchange(Delivering, true))
-        return;
-    Notice.Lower();
+bool RecordDriver::Deliver() {
+    if (Delivering)
+        return false;
+    // Also without a stream: a device that was left to itself may still raise it.
+    Line.Notice->Lower();
+    if (Stream == nullptr)
+        return false;
+    Delivering = true;
     // What was captured before the device went is in the queue once the loss is seen.
     const bool Lost = Stream->Lost();
     // As many as there are now: who fills faster than time must not keep the window from its work.
-    const std::size_t Waiting = Queue.Waiting();
-    for (std::size_t No = 0; No < Waiting && Stream != nullptr; ++No)
+    const std::size_t Waiting = Line.Queue->Waiting();
+    for (std::size_t No = 0; No < Waiting; ++No)
         DeliverHalf();
     Delivering = false;
-    if (Stream == nullptr)
-        return;
     if (Waiting > 1)
         Stream->RoomMade();
     if (Lost) {
         Close();
         Machine.Status("The recording device is gone");
     }
+    return Waiting > 0;
 }
 
 void RecordDriver::DeliverHalf() {
-    const CaptureQueue::Half& Half = *Queue.Oldest();
+    const CaptureQueue::Half& Half = *Line.Queue->Oldest();
     if (Half.AfterLoss)
         Machine.SoundLost();
     const std::int32_t BlockFrames =
         SplitFrames(Half.Frames, Half.Bytes, Format, RecBuffL, RecBuffR);
-    Queue.Drop();
+    Line.Queue->Drop();
     Machine.ProcessRecordedBlock(RecBuffL, RecBuffR, BlockFrames);
 }
 

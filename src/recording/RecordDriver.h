@@ -58,9 +58,10 @@ class RecordDriver {
     void ChangeDevice(std::int32_t Index);
 
     /// Readable when blocks have come.
-    [[nodiscard]] int NoticeHandle() const noexcept { return Notice.Handle(); }
-    /// Hands over what has come, one block after the other. A call from within does nothing.
-    void Deliver();
+    [[nodiscard]] int NoticeHandle() const noexcept { return Line.Notice->Handle(); }
+    /// Hands over what has come, one block after the other; false when there was none. A call from
+    /// within does nothing.
+    bool Deliver();
     /// The text of the box of `ShowFmtBtn`.
     [[nodiscard]] std::string SupportedFormatsText() const;
 
@@ -77,8 +78,7 @@ class RecordDriver {
     RecordSurroundings Around;
     CaptureFormat Format;
     std::vector<RecordFormatName> Formats;
-    CaptureQueue Queue;
-    CaptureNotice Notice;
+    CaptureLine Line; // a queue for each opening, one notice for all
     std::unique_ptr<CaptureStream> Stream;
     bool Delivering = false;
     std::vector<std::int16_t> RecBuffL;

@@ -41,17 +41,17 @@ void RecordSession::StoreSettings() const {
 }
 
 void RecordSession::Start() {
-    Driver.Deliver();
+    (void)Driver.Deliver();
     Machine.Start();
 }
 
 void RecordSession::Pause() {
-    Driver.Deliver();
+    (void)Driver.Deliver();
     Machine.Pause();
 }
 
 void RecordSession::Stop() {
-    Driver.Deliver();
+    (void)Driver.Deliver();
     Machine.Stop();
 }
 

@@ -38,8 +38,8 @@ class RecordSession {
     /// the user has been told, and the take is still there.
     [[nodiscard]] bool Done();
 
-    /// The timer of the engine has fired.
-    void Deliver() { Driver.Deliver(); }
+    /// The timer of the engine has fired. False when no sound had come.
+    bool Deliver() { return Driver.Deliver(); }
     /// Closes the device and gives up the take.
     void End();
     /// A take is being made, or waits to be kept.

@@ -66,6 +66,16 @@ void SoundServer::Restart() {
     }
 }
 
+void SoundServer::Hang() const {
+    ::kill(Server->Id(), SIGSTOP);
+    // It may still be at work until it is seen to have stopped.
+    ::waitpid(Server->Id(), nullptr, WUNTRACED);
+}
+
+void SoundServer::GoOn() const {
+    ::kill(Server->Id(), SIGCONT);
+}
+
 std::string SoundServer::Sink() const {
     // A sink that takes back what it has already sounded would confuse who listens to it.
     return "module-null-sink sink_name=nowhere norewinds=1 " + Format +

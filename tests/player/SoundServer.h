@@ -41,6 +41,9 @@ class SoundServer {
     [[nodiscard]] std::string Socket() const { return Folder / "native"; }
     void Kill() { Server->Kill(); }
     void Restart();
+    /// The server answers nobody until it goes on.
+    void Hang() const;
+    void GoOn() const;
     /// The sink, and what plays to it, goes; the server stays. It comes back as a new one.
     void TakeDeviceAway() const;
     void PutDeviceBack() const;

@@ -1,8 +1,9 @@
 // The capture engines with a private sound server, sample for sample.
 #include "CaptureRig.h"
 
-#include <csignal>
 #include <cstdlib>
+#include <filesystem>
+#include <thread>
 
 namespace quoril::test {
 namespace {
@@ -179,6 +180,125 @@ TEST(CaptureDevicesTest, ADeviceOfAFileIsTakenInFasterThanTime) {
     ASSERT_TRUE(Rig.PumpFrames(20 * 44100));
     Rig.Machine.Stop();
     EXPECT_EQ(Rig.Machine.RecordedFrames() % Format.HalfFrames(), 0);
+}
+
+// ---- A server that hangs
+
+int ThreadsOfThisProcess() {
+    return static_cast<int>(std::distance(std::filesystem::directory_iterator("/proc/self/task"),
+                                          std::filesystem::directory_iterator()));
+}
+
+/// What a test waits for, which must be sooner than a user loses patience.
+template <class Act>
+void ExpectSoon(const char* What, const Act& Do) {
+    const auto Begin = Clock::now();
+    Do();
+    EXPECT_LT(SecondsSince(Begin), 2.0) << What;
+}
+
+class HungServerTest : public ::testing::TestWithParam<int> {
+  protected:
+    HungServerTest() {
+        WritePlainSound(Folder, LeadsToTheServer);
+        Rig.Driver.Dx7OrApiOpn = GetParam() == RecEngineDx7 ? OptionDx7 : OptionApi;
+        Rig.Driver.DxAvailable = true;
+    }
+    /// Whoever was left with the server comes back and ends.
+    ~HungServerTest() override {
+        Server.GoOn();
+        Rig.Driver.Close();
+        EXPECT_TRUE(Rig.Pump([] { return ThreadsOfThisProcess() == 1; }));
+    }
+    void Record(std::int32_t Frames) {
+        ASSERT_TRUE(Rig.Driver.InitilizeDriver(true));
+        Rig.Machine.Start();
+        ASSERT_TRUE(Rig.PumpFrames(Frames));
+    }
+    SoundServer Server{1};
+    TempFolder Folder;
+    CaptureRig Rig{{1, 16, 44100}};
+};
+
+TEST_P(HungServerTest, OpeningGivesUpSoonAndSaysSo) {
+    Server.Hang();
+    ExpectSoon("opening", [&] { EXPECT_FALSE(Rig.Driver.InitilizeDriver(true)); });
+    EXPECT_THAT(Rig.Messages.TakeTexts(),
+                ElementsAre("No audio device found|Audio Device not found"));
+    EXPECT_FALSE(Rig.Machine.Show().StartEnabled);
+    Server.GoOn();
+    EXPECT_TRUE(Rig.Driver.InitilizeDriver(true)) << "the next try finds it";
+}
+
+TEST_P(HungServerTest, TheFirstOpeningTriesBothAndGivesUpSoon) {
+    Server.Hang();
+    ExpectSoon("opening", [&] { EXPECT_FALSE(Rig.Driver.InitilizeDriver(false)); });
+    EXPECT_THAT(Rig.Messages.Texts(), SizeIs(1));
+}
+
+TEST_P(HungServerTest, ADeviceThatHangsBetweenItsListAndItsOpeningIsGivenUp) {
+    ASSERT_TRUE(Rig.Driver.InitilizeDriver(true));
+    CaptureSystem& System = GetParam() == RecEngineDx7 ? static_cast<CaptureSystem&>(Rig.Dx7)
+                                                       : static_cast<CaptureSystem&>(Rig.Api);
+    Rig.Driver.Close();
+    Server.Hang();
+    const CaptureLine Line{std::make_shared<CaptureQueue>(), std::make_shared<CaptureNotice>()};
+    Line.Queue->SetUp(Rig.Format.HalfBytes());
+    ExpectSoon("opening", [&] {
+        try {
+            (void)System.Open(0, Rig.Format, Line);
+            ADD_FAILURE() << "it was opened";
+        } catch (const CaptureFailure& What) {
+            EXPECT_EQ(What.Code, CaptureNoDriver);
+        }
+    });
+}
+
+TEST_P(HungServerTest, StoppingAndClosingAreSoonAndTheTakeIsKept) {
+    Record(22050);
+    Server.Hang();
+    EXPECT_FALSE(Rig.PumpFrames(44100, milliseconds(300)));
+    ExpectSoon("pause", [&] { Rig.Machine.Pause(); });
+    ExpectSoon("stop", [&] {
+        Rig.Driver.Deliver();
+        Rig.Machine.Stop();
+    });
+    const std::int32_t Frames = Rig.Machine.RecordedFrames();
+    EXPECT_GE(Frames, 22050);
+    ExpectSoon("done", [&] { Rig.Take.InsertInto(1, 1); });
+    EXPECT_EQ(WaveStore->WavWaveINos, Frames);
+    ExpectSoon("close", [&] { Rig.Driver.Close(); });
+}
+
+TEST_P(HungServerTest, AfterItGoesOnTheTakeGoesOn) {
+    Record(4410);
+    Server.Hang();
+    EXPECT_FALSE(Rig.PumpFrames(44100, milliseconds(300)));
+    Server.GoOn();
+    EXPECT_TRUE(Rig.PumpFrames(44100));
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, HungServerTest, ::testing::Values(RecEngineDx7, RecEngineApi),
+                         [](const ::testing::TestParamInfo<int>& Each) {
+                             return Each.param == RecEngineDx7 ? "Server" : "Plain";
+                         });
+
+TEST(CaptureDevicesTest, OneThatDoesNotAnswerDoesNotHideTheOthers) {
+    const SoundServer Server(1);
+    const TempFolder Folder;
+    WritePlainSound(Folder,
+                    std::string(LeadsToTheServer) +
+                        "pcm.studio { type null hint { show on description \"Studio\" } }\n");
+    AlsaCapture System;
+    EXPECT_THAT(System.Devices(), ElementsAre("Default device", "Studio"));
+    Server.Hang();
+    EXPECT_THAT(System.Devices(), ElementsAre("Studio"));
+    EXPECT_EQ(System.FormatBits(0), AllFormatBits);
+    Server.GoOn();
+    const auto Until = Clock::now() + seconds(10);
+    while (ThreadsOfThisProcess() > 1 && Clock::now() < Until)
+        std::this_thread::yield();
+    EXPECT_EQ(ThreadsOfThisProcess(), 1);
 }
 
 // ---- Faults

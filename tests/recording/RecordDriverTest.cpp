@@ -292,8 +292,27 @@ TEST_F(RecordDriverTest, TheNoticeIsReadableUntilBlocksAreTaken) {
     EXPECT_FALSE(Readable());
     Dx7.Deliver(2);
     EXPECT_TRUE(Readable());
-    Driver.Deliver();
+    EXPECT_TRUE(Driver.Deliver());
     EXPECT_FALSE(Readable());
+    EXPECT_FALSE(Driver.Deliver()) << "nothing has come";
+    // A device that is left to itself may tell of sound after its end.
+    Dx7.Deliver(1);
+    Driver.Close();
+    EXPECT_FALSE(Driver.Deliver());
+    EXPECT_FALSE(Readable());
+}
+
+TEST_F(RecordDriverTest, WhatComesFromAnEarlierOpeningIsForgotten) {
+    ASSERT_TRUE(Driver.InitilizeDriver(false));
+    const auto Earlier = Dx7.Queue;
+    Driver.ChangeDevice(1);
+    ASSERT_TRUE(Driver.InitilizeDriver(true));
+    Machine.Start();
+    const std::vector<std::byte> Half(Earlier->Room(), std::byte{1});
+    EXPECT_TRUE(Earlier->Fill(Half.data(), Half.size()));
+    EXPECT_FALSE(Driver.Deliver());
+    EXPECT_EQ(Machine.RecordedFrames(), 0);
+    EXPECT_EQ(Dx7.Queue->Room(), Half.size());
 }
 
 } // namespace

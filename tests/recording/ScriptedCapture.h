@@ -19,19 +19,19 @@ class ScriptedCapture final : public CaptureSystem {
     CaptureFormat Opened;
     int OpenNow = 0;
     bool LostNow = false;
-    CaptureQueue* Queue = nullptr;
-    const CaptureNotice* Notice = nullptr;
+    std::shared_ptr<CaptureQueue> Queue;
+    std::shared_ptr<const CaptureNotice> Notice;
 
     std::vector<std::string> Devices() override { return Names; }
     std::uint32_t FormatBits(std::size_t) override { return Bits; }
     std::unique_ptr<CaptureStream> Open(std::size_t Device, const CaptureFormat& Format,
-                                        CaptureQueue& To, const CaptureNotice& Told) override {
+                                        const CaptureLine& To) override {
         if (FailCode != 0)
             throw CaptureFailure(FailCode, FailPreparing);
         Log.push_back("open " + std::to_string(Device));
         Opened = Format;
-        Queue = &To;
-        Notice = &Told;
+        Queue = To.Queue;
+        Notice = To.Notice;
         LostNow = false;
         return std::make_unique<Stream>(*this);
     }
