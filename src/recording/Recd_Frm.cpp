@@ -65,6 +65,7 @@ void Recd_Frm::Unload() {
     for (QTimer* Each : {RecDx7Timer, RecApiTimer, DeviceChangeTimer})
         Each->stop();
     EndWaiting();
+    TakeTypedTimes();
     Session.StoreSettings();
     Session.End();
 }
@@ -101,6 +102,7 @@ void Recd_Frm::Done_Click() {
 // ---- Buttons and fields
 
 void Recd_Frm::Start_Click() {
+    TakeTypedTimes();
     Session.Start();
     ShowState();
     TellTrouble();
@@ -139,6 +141,13 @@ void Recd_Frm::TimeLeft(const TimeField& Field) {
     float& Time = Session.Machine.Choices.*Field.Time;
     Time = RecordTimeTyped(CoreText(Field.Txt->text()), Field.Most);
     Field.Txt->setText(ShownText(FormatDuration(Time)));
+}
+
+/// The key of a button leaves the focus in a field.
+void Recd_Frm::TakeTypedTimes() {
+    for (const TimeField& Field : Times)
+        if (Field.Txt->isModified())
+            TimeLeft(Field);
 }
 
 void Recd_Frm::keyPressEvent(QKeyEvent* Event) {

@@ -94,6 +94,7 @@ class Recd_Frm final : public QDialog {
     void DeviceChosen(int Index);
     void ThresholdMoved(int Position);
     void TimeLeft(const TimeField& Field);
+    void TakeTypedTimes();
 
     // Timers
     void BlocksHaveCome();

@@ -261,6 +261,26 @@ TEST_F(RecdFrmTest, FieldsBringAbsurdTimesInside) {
     EXPECT_THAT(Messages.Texts(), IsEmpty());
 }
 
+TEST_F(RecdFrmTest, ATimeThatWasTypedCountsWithoutLeavingTheField) {
+    Open();
+    auto* Field = Part<QLineEdit>(Window.get(), "StopAftRecTxt");
+    Field->setFocus();
+    Field->selectAll();
+    QTest::keyClicks(Field, "1:30");
+    Key(Qt::Key_S, RecRecording);
+    EXPECT_EQ(Session->Machine.Choices.RecordTime, 90);
+    EXPECT_EQ(Field->text(), "01:30");
+    Window->close();
+    Open();
+    Field = Part<QLineEdit>(Window.get(), "PauseIfSilenTxt");
+    Field->setFocus();
+    Field->selectAll();
+    QTest::keyClicks(Field, "45");
+    QTest::keyClick(Field, Qt::Key_Escape);
+    EXPECT_EQ(IniGet("Record", "PauseTime", ""), "45") << "the choices are kept";
+    EXPECT_EQ(IniGet("Record", "RecordTime", ""), "90");
+}
+
 TEST_F(RecdFrmTest, AFieldWithTheFocusIsHighlighted) {
     Open();
     auto* Field = Part<QLineEdit>(Window.get(), "StopAftRecTxt");
