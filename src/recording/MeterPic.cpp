@@ -21,11 +21,13 @@ void MeterPic::Show(std::int32_t Peak, std::int32_t Bits, bool Red) {
 
 void MeterPic::paintEvent(QPaintEvent*) {
     QPainter Painter(this);
-    Painter.fillRect(rect(), Qt::white);
+    // Filled and not drawn, so that the frame is whole at every scale of the screen.
+    Painter.fillRect(rect(), palette().color(QPalette::Mid));
+    const QRect Inside = rect().adjusted(1, 1, -1, -1);
+    Painter.fillRect(Inside, Qt::white);
     const int Bar = MeterBar(PeakShown, BitsShown, height());
-    Painter.fillRect(0, height() - Bar, width(), Bar, RedShown ? Qt::red : Qt::blue);
-    Painter.setPen(palette().color(QPalette::Mid));
-    Painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+    Painter.fillRect(QRect(0, height() - Bar, width(), Bar) & Inside,
+                     RedShown ? Qt::red : Qt::blue);
 }
 
 } // namespace quoril

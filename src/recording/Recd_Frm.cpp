@@ -2,46 +2,20 @@
 
 #include "base/MsgBoxMod.h"
 #include "base/QtText.h"
-#include "recording/MeterPic.h"
 #include "recording/VolumePanel.h"
 #include "selection/DurationText.h"
 
 #include <QApplication>
-#include <QButtonGroup>
-#include <QCheckBox>
 #include <QCloseEvent>
-#include <QComboBox>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSlider>
 #include <QSocketNotifier>
 #include <QStatusTipEvent>
 #include <QTimer>
-#include <fmt/format.h>
-#include <map>
 #include <utility>
 
 namespace quoril {
-
-namespace {
-
-/// A caption of the machine with its key.
-QString WithKey(const std::string& Caption) {
-    static const std::map<std::string, const char*> Keys = {{"Start", "&Start"},
-                                                            {"Restart", "Re&start"},
-                                                            {"Pause", "&Pause"},
-                                                            {"Continue", "&Continue"}};
-    return QLatin1String(Keys.at(Caption));
-}
-
-void SetTextIfOther(QPushButton* Button, const QString& Text) {
-    if (Button->text() != Text)
-        Button->setText(Text); // which would make a shortcut anew
-}
-
-} // namespace
 
 Recd_Frm::~Recd_Frm() {
     hide(); // a field that loses the focus by it still finds the window
@@ -50,10 +24,17 @@ Recd_Frm::~Recd_Frm() {
 
 void Recd_Frm::OpenEngine() {
     (void)Session.Driver.InitilizeDriver(false);
+    WaitForSound();
     ShowDevices();
     ShowState();
     if (Start_Btn[0]->isEnabled())
         Start_Btn[0]->setFocus();
+}
+
+void Recd_Frm::showEvent(QShowEvent* Event) {
+    QDialog::showEvent(Event);
+    // The ring is there from the start: Return presses what has it.
+    setAttribute(Qt::WA_KeyboardFocusChange);
 }
 
 // ---- Closing
@@ -62,7 +43,7 @@ void Recd_Frm::Unload() {
     if (std::exchange(Unloaded, true))
         return;
     Blocks->setEnabled(false);
-    for (QTimer* Each : {RecDx7Timer, RecApiTimer, DeviceChangeTimer})
+    for (QTimer* Each : {RecDx7Timer, RecApiTimer, DeviceChangeTimer, NoSoundTimer})
         Each->stop();
     EndWaiting();
     TakeTypedTimes();
@@ -211,6 +192,7 @@ void Recd_Frm::EndWaiting() {
 
 void Recd_Frm::DeviceChangeTimer_Timer() {
     (void)Session.Driver.InitilizeDriver(true);
+    WaitForSound();
     EndWaiting();
     ShowDevices();
     ShowState();
@@ -225,8 +207,22 @@ void Recd_Frm::BlocksHaveCome() {
 }
 
 void Recd_Frm::RecTimer_Timer() {
-    Session.Deliver();
+    if (Session.Deliver())
+        NoSoundTimer->start();
     Blocks->setEnabled(true);
+    ShowState();
+    TellTrouble();
+}
+
+void Recd_Frm::WaitForSound() {
+    if (Session.Driver.RecEngine != RecEngineNone)
+        NoSoundTimer->start();
+}
+
+void Recd_Frm::NoSoundTimer_Timer() {
+    // A window that was busy may find sound that waits.
+    if (Session.Deliver())
+        NoSoundTimer->start();
     ShowState();
     TellTrouble();
 }
@@ -234,80 +230,6 @@ void Recd_Frm::RecTimer_Timer() {
 void Recd_Frm::TellTrouble() {
     if (const std::string Trouble = Session.Machine.TakeTrouble(); !Trouble.empty())
         MsgBox(Trouble);
-}
-
-// ---- Showing
-
-void Recd_Frm::ShowChoices() {
-    const RecordChoices& Choices = Session.Machine.Choices;
-    for (const TimeField& Field : Times) {
-        Field.Chk->setChecked(Choices.*Field.On);
-        Field.Txt->setText(ShownText(FormatDuration(Choices.*Field.Time)));
-    }
-    ContnIfNoSilenChk->setChecked(Choices.ContnIfNoSilen);
-    SilenthresSlider->setValue(SilenthresPosition(Choices.Silenthreshold));
-    ThresholdMoved(SilenthresSlider->value());
-}
-
-void Recd_Frm::ShowDevices() {
-    const RecordDriver& Driver = Session.Driver;
-    Dx7OrApiOpn->button(Driver.Dx7OrApiOpn)->setChecked(true);
-    QStringList Names;
-    for (const std::string& Each : Driver.DevicesShown)
-        Names << ShownText(Each);
-    QStringList Present;
-    for (int Index = 0; Index < DxDivLstCmb->count(); ++Index)
-        Present << DxDivLstCmb->itemText(Index);
-    if (Names != Present) {
-        DxDivLstCmb->clear();
-        DxDivLstCmb->addItems(Names);
-    }
-    DxDivLstCmb->setCurrentIndex(Driver.DeviceIndex);
-    FmtSup_Lbl->setText(ShownText(Driver.FmtSup_Lbl));
-    QPalette Colors;
-    Colors.setColor(QPalette::WindowText, Driver.FormatSupported ? Qt::blue : Qt::red);
-    FmtSup_Lbl->setPalette(Colors);
-}
-
-void Recd_Frm::ShowState() {
-    const RecordShown& Shown = Session.Machine.Show();
-    const std::int32_t Bits = Session.Format.RecBits;
-    RecShowLPic->Show(Shown.PeakL, Bits, Shown.MetersRed);
-    RecShowRPic->Show(Shown.PeakR, Bits, Shown.MetersRed);
-    Rec_Stat_Lbl->setText(ShownText(Shown.Rec_Stat_Lbl));
-    LossLbl->setText(ShownText(Shown.LossLbl));
-    Dur_Lbl[0]->setText(ShownText(Shown.Dur_Lbl0));
-    Dur_Lbl[1]->setText(ShownText(Shown.Dur_Lbl1));
-    SetTextIfOther(Start_Btn[0], WithKey(Shown.StartCaption));
-    SetTextIfOther(Start_Btn[1], WithKey(Shown.PauseCaption));
-    ShowButtons(Shown);
-    CaptureFrame->setEnabled(Shown.DeviceEnabled && !Waiting);
-    SrcFrame->setEnabled(!Waiting);
-    DoneBtnFrame->setEnabled(!Waiting);
-}
-
-void Recd_Frm::ShowButtons(const RecordShown& Shown) {
-    struct ButtonState {
-        QPushButton* Button;
-        bool Enabled;
-    };
-    const std::array<ButtonState, 5> States = {{{Start_Btn[0], Shown.StartEnabled},
-                                                {Start_Btn[1], Shown.PauseEnabled},
-                                                {Start_Btn[2], Shown.StopEnabled},
-                                                {Done_Btn, Shown.DoneEnabled},
-                                                {Cancel_Btn, Shown.CancelEnabled}}};
-    QPushButton* Next = Shown.DoneEnabled ? Done_Btn : Cancel_Btn;
-    if (Shown.StopEnabled)
-        Next = Start_Btn[2];
-    // Enabled before others are disabled, so that the focus has somewhere to go.
-    for (const ButtonState& Each : States)
-        if (Each.Enabled)
-            Each.Button->setEnabled(true);
-    for (const ButtonState& Each : States)
-        if (!Each.Enabled && Each.Button->hasFocus())
-            Next->setFocus();
-    for (const ButtonState& Each : States)
-        Each.Button->setEnabled(Each.Enabled);
 }
 
 } // namespace quoril

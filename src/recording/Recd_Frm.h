@@ -51,6 +51,7 @@ class Recd_Frm final : public QDialog {
     bool event(QEvent* Event) override;
     bool eventFilter(QObject* Watched, QEvent* Event) override;
     void keyPressEvent(QKeyEvent* Event) override;
+    void showEvent(QShowEvent* Event) override;
     void closeEvent(QCloseEvent* Event) override;
 
   private:
@@ -99,12 +100,15 @@ class Recd_Frm final : public QDialog {
     // Timers
     void BlocksHaveCome();
     void RecTimer_Timer();
+    void NoSoundTimer_Timer();
+    void WaitForSound();
     void DeviceChangeTimer_Timer();
     void BeginChange();
     void EndWaiting();
 
     void ShowChoices();
     void ShowState();
+    void ShowLoss();
     void ShowButtons(const RecordShown& Shown);
     void ShowDevices();
     void MoveSilenArrow();
@@ -139,6 +143,7 @@ class Recd_Frm final : public QDialog {
     QTimer* RecDx7Timer = nullptr;
     QTimer* RecApiTimer = nullptr;
     QTimer* DeviceChangeTimer = nullptr;
+    QTimer* NoSoundTimer = nullptr;
     QSocketNotifier* Blocks = nullptr;
 };
 

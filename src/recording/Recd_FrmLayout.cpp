@@ -284,9 +284,6 @@ QWidget* Recd_Frm::BuildClocks() {
     }
     Rec_Stat_Lbl = AddLabel("Rec_Stat_Lbl", "State of the recording");
     LossLbl = AddLabel("LossLbl", "Lost sound");
-    QPalette Red;
-    Red.setColor(QPalette::WindowText, Qt::red);
-    LossLbl->setPalette(Red);
     Grid->addWidget(Rec_Stat_Lbl, 1, 0, 1, 2);
     Grid->addWidget(LossLbl, 1, 2, 1, 2);
     Grid->setColumnStretch(4, 1);
@@ -343,6 +340,7 @@ void Recd_Frm::MakeTimers() {
     RecDx7Timer = OneShot("RecDx7Timer", 10, &Recd_Frm::RecTimer_Timer);
     RecApiTimer = OneShot("RecApiTimer", 10, &Recd_Frm::RecTimer_Timer);
     DeviceChangeTimer = OneShot("DeviceChangeTimer", 500, &Recd_Frm::DeviceChangeTimer_Timer);
+    NoSoundTimer = OneShot("NoSoundTimer", 1000, &Recd_Frm::NoSoundTimer_Timer);
     Blocks = new QSocketNotifier(Session.Driver.NoticeHandle(), QSocketNotifier::Read, this);
     connect(Blocks, &QSocketNotifier::activated, this, &Recd_Frm::BlocksHaveCome);
 }

@@ -18,7 +18,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QSlider>
+#include <QThread>
+#include <cmath>
 #include <gmock/gmock.h>
 
 namespace quoril::test {
@@ -455,6 +458,75 @@ TEST_F(RecdFrmTest, AStopIsLookedAtAfterTheBlocksThatCameBeforeIt) {
     Click("Start_Btn_0");
     Deliver(1, 0x23);
     EXPECT_EQ(Session->Machine.RecordedFrames(), 4410) << "what came before Start is not kept";
+}
+
+TEST_F(RecdFrmTest, ADeviceThatGivesNothingIsTold) {
+    Open();
+    Click("Start_Btn_0");
+    Deliver(1);
+    EXPECT_EQ(Label("LossLbl"), "");
+    const QString Nothing = "No sound comes from the device";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Label("LossLbl") == Nothing; }));
+    Deliver(1);
+    EXPECT_EQ(Label("LossLbl"), "");
+    Dx7.Queue->NoteLoss();
+    Deliver(1);
+    EXPECT_EQ(Label("LossLbl"), "Sound was lost at 00.20");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Label("LossLbl") == Nothing; }));
+    Deliver(1);
+    EXPECT_EQ(Label("LossLbl"), "Sound was lost at 00.20") << "that still holds";
+    Dx7.LostNow = true;
+    Dx7.Notice->Raise();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !Enabled("Start_Btn_2"); }));
+    EXPECT_NE(Label("LossLbl"), Nothing) << "from no device nothing is expected";
+}
+
+TEST_F(RecdFrmTest, AWindowThatWasBusyFindsItsSoundBeforeItComplains) {
+    Open();
+    Deliver(1);
+    Dx7.Deliver(3);
+    QThread::msleep(1100);
+    QSignalSpy Fired(Part<QTimer>(Window.get(), "NoSoundTimer"), &QTimer::timeout);
+    ASSERT_TRUE(Fired.wait());
+    EXPECT_EQ(Label("LossLbl"), "");
+}
+
+/// How well a colour is read on another one, by the formula of the Web Content Accessibility
+/// Guidelines, 1 to 21; 4.5 is enough.
+double Contrast(const QColor& One, const QColor& Other) {
+    const auto Luminance = [](const QColor& Of) {
+        const auto Linear = [](double Part) {
+            return Part <= 0.03928 ? Part / 12.92 : std::pow((Part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * Linear(Of.redF()) + 0.7152 * Linear(Of.greenF()) +
+               0.0722 * Linear(Of.blueF());
+    };
+    const auto [Darker, Lighter] = std::minmax({Luminance(One), Luminance(Other)});
+    return (Lighter + 0.05) / (Darker + 0.05);
+}
+
+TEST_F(RecdFrmTest, ColouredWordsCanBeReadOnADarkDesktop) {
+    const QPalette Ordinary = QApplication::palette();
+    const QColor Ground(42, 46, 50);
+    QPalette Dark(Ground);
+    Dark.setColor(QPalette::WindowText, Qt::white);
+    QApplication::setPalette(Dark);
+    Open();
+    for (const char* Name : {"FmtSup_Lbl", "LossLbl"}) {
+        const QColor Words =
+            Part<QLabel>(Window.get(), Name)->palette().color(QPalette::WindowText);
+        EXPECT_GE(Contrast(Words, Ground), 4.5) << Name;
+    }
+    Window.reset();
+    QApplication::setPalette(Ordinary);
+}
+
+TEST_F(RecdFrmTest, TheRingShowsFromTheStartWhatReturnPresses) {
+    Open();
+    const auto Picture = [this] { return Part<QWidget>(Window.get(), "Start_Btn_0")->grab(); };
+    const QImage WithRing = Picture().toImage();
+    Part<QWidget>(Window.get(), "SilenthresSlider")->setFocus();
+    EXPECT_NE(Picture().toImage(), WithRing);
 }
 
 TEST_F(RecdFrmTest, TheTimersOfTheEnginesFireOnceAfterTenMilliseconds) {
