@@ -144,7 +144,7 @@ class VirtualDesktop:
 
     def start_sound(self):
         """Starts a private sound server with one output, `quoril_out`, that nobody hears; what is
-        played can be recorded from `quoril_out.monitor`."""
+        played can be recorded from `quoril_out.monitor`. Gives its process."""
         socket = os.path.join(self.folder, "runtime", "sound")
         self.env["PULSE_SERVER"] = "unix:" + socket
         server = self._start(
@@ -158,6 +158,7 @@ class VirtualDesktop:
         if server.poll() is not None:
             raise DesktopError("The sound server (pulseaudio) did not start"
                                f"{self._last_words(server)}.")
+        return server
 
     def _last_words(self, process):
         self._log.flush()

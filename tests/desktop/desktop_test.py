@@ -24,7 +24,7 @@ class DesktopTest(unittest.TestCase):
 
     def setUp(self):
         self.desktop = self.enterContext(VirtualDesktop(*self.screen))
-        self.desktop.start_sound()
+        self.sound_server = self.desktop.start_sound()
         self.folder = Path(self.desktop.folder, "files")
         self.folder.mkdir()
         self.program_folder = Path(self.desktop.folder, "program")

@@ -210,6 +210,57 @@ TEST_F(RecordTakeTest, AFullDiskLeavesTheTakeAsItWas) {
     }
 }
 
+/// The file of a take's channel that begins with a sample.
+std::filesystem::path FileThatBeginsWith(std::int16_t Sample) {
+    for (const std::string& Name : TestSession::SessionFiles()) {
+        const std::filesystem::path Path = std::filesystem::path(SessionDir) / Name;
+        std::int16_t First = 0;
+        std::ifstream(Path, std::ios::binary).read(reinterpret_cast<char*>(&First), sizeof First);
+        if (First == Sample)
+            return Path;
+    }
+    return {};
+}
+
+/// As long as it lives, what is written to a file finds no room.
+class FullFile {
+  public:
+    explicit FullFile(std::filesystem::path Named)
+        : Path(std::move(Named)), Kept(Path.string() + "k") {
+        std::filesystem::rename(Path, Kept);
+        std::filesystem::create_symlink("/dev/full", Path);
+    }
+    ~FullFile() {
+        std::filesystem::remove(Path);
+        std::filesystem::rename(Kept, Path);
+    }
+    FullFile(const FullFile&) = delete;
+    FullFile& operator=(const FullFile&) = delete;
+
+  private:
+    std::filesystem::path Path;
+    std::filesystem::path Kept;
+};
+
+TEST_F(RecordTakeTest, WhereOneChannelFindsNoRoomTheOtherIsCutBack) {
+    for (const std::int16_t Full : {std::int16_t{1000}, std::int16_t{20000}}) {
+        WaveStore = std::make_unique<FileMemoClass>();
+        Document(2, 100);
+        Take.Empty();
+        Take.Put(Counting(1000, 800), Counting(20000, 800));
+        {
+            const FullFile Channel(FileThatBeginsWith(Full));
+            EXPECT_THROW(Take.Put(Counting(5000, 800), Counting(6000, 800)), Failure);
+        }
+        Take.Put(Counting(1800, 300), Counting(20800, 300));
+        Take.InsertInto(101, 0);
+        EXPECT_EQ(WaveStore->WaveNosL(), 1200) << Full;
+        EXPECT_EQ(WaveStore->WaveNosR(), 1200) << Full;
+        EXPECT_EQ(Left(101, 1100), Plain(1000, 1100));
+        EXPECT_EQ(Right(101, 1100), Plain(20000, 1100));
+    }
+}
+
 TEST_F(RecordTakeTest, AfterRoomWasMadeATakeGoesOnWithoutAHole) {
     Document(1, 10);
     Take.Empty();
