@@ -57,7 +57,11 @@ QPoint PicturePanel::PixelAt(const QPointF& MousePos) const {
 }
 
 QPointF PicturePanel::PlaceOf(const QMouseEvent& Event) const {
-    return mapFrom(window(), Event.scenePosition());
+    // The first event after a widget that tells of hovering bears the scene position of that.
+    const QPointF Scene = mapFrom(window(), Event.scenePosition());
+    const QPointF Rounded = mapFromGlobal(Event.globalPosition());
+    constexpr double Nearly = 2;
+    return (Scene - Rounded).manhattanLength() < Nearly ? Scene : Rounded;
 }
 
 void PicturePanel::SetBackColor(std::int32_t Color) {

@@ -36,7 +36,9 @@ class PicturePanel : public QWidget {
     [[nodiscard]] QPoint PixelAt(const QPointF& MousePos) const;
     /// Where an event of the mouse, told to any widget of the window, happened on this one, to the
     /// pixel of the screen. The toolkit rounds the place in a widget to whole pixels of the window
-    /// system, but not that in the window. Turns of the wheel are told unrounded by themselves.
+    /// system, but not that in the window; where the latter is wrong, as in the first event after
+    /// hovering over a button, it is the place on the screen. Turns of the wheel are told unrounded
+    /// by themselves.
     [[nodiscard]] QPointF PlaceOf(const QMouseEvent& Event) const;
 
     /// The background, taken by the next Clear. 0x00BBGGRR.

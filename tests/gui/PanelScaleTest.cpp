@@ -76,12 +76,17 @@ TEST(PanelScale, APlaceOfTheMouseIsExactToThePixelOfTheScreen) {
     // As the toolkit tells it: rounded in the widget, exact in the window.
     const QPointF InWindow(7 + 41 / Scale, 20 + 13 / Scale);
     const QPointF InPanel = (InWindow - QPointF(7, 20)).toPoint();
-    QMouseEvent Event(QEvent::MouseMove, InPanel, InWindow, InPanel, Qt::NoButton, {}, {});
+    const QPointF OnScreen = Top.mapToGlobal(InWindow).toPoint();
+    QMouseEvent Event(QEvent::MouseMove, InPanel, InWindow, OnScreen, Qt::NoButton, {}, {});
     EXPECT_EQ(Panel.PixelAt(Panel.PlaceOf(Event) + QPointF(1e-6, 1e-6)), QPoint(41, 13));
     // However far the widget that was told lies from it.
-    QMouseEvent Elsewhere(QEvent::MouseMove, QPointF(3, 3), InWindow, InWindow, Qt::NoButton, {},
+    QMouseEvent Elsewhere(QEvent::MouseMove, QPointF(3, 3), InWindow, OnScreen, Qt::NoButton, {},
                           {});
     EXPECT_EQ(Panel.PlaceOf(Elsewhere), Panel.PlaceOf(Event));
+    // The end of hovering over another widget has overwritten the place in the window.
+    QMouseEvent Overwritten(QEvent::MouseMove, InPanel, QPointF(-1, -1), OnScreen, Qt::NoButton, {},
+                            {});
+    EXPECT_LT((Panel.PlaceOf(Overwritten) - Panel.PlaceOf(Event)).manhattanLength(), 1.001);
 }
 
 /// Where turns of the wheel happened.
