@@ -196,6 +196,7 @@ void EqlizFrm::SetWorkingMode(std::int32_t WorkingMode) {
 }
 
 void EqlizFrm::accept() {
+    TakeCount(); // the key of the button does not leave the field
     Choice.Accept();
     QDialog::accept();
 }

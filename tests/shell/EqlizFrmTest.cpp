@@ -195,6 +195,20 @@ TEST_F(EqlizFrmTest, TheMouseTellsWhatAClickWouldSet) {
     });
 }
 
+TEST_F(EqlizFrmTest, TheMouseThatComesFromAButtonIsAtItsTrueBand) {
+    With("Equalize_Mnu_0", [](QWidget* Dialog) {
+        BandPanel* Picture = Panel(Dialog, "EqalizPic");
+        for (const char* From : {"OK_Btn", "Cancel_Btn"}) {
+            const auto* Button = Part<QPushButton>(Dialog, From);
+            QTest::mouseMove(Dialog->windowHandle(),
+                             Button->mapTo(Dialog, Button->rect().center()));
+            MoveTo(Picture, 8, 5, 7);
+            EXPECT_EQ(Shown(Dialog, "DisplayLbl_0"), "1032 Hz") << From;
+        }
+        Press(Dialog, "Cancel_Btn");
+    });
+}
+
 TEST_F(EqlizFrmTest, BandsAreStoppedByClicksAndByKeys) {
     With("Equalize_Mnu_1", [](QWidget* Dialog) {
         BandPanel* Picture = Panel(Dialog, "BandPassPic");
@@ -245,6 +259,19 @@ TEST_F(EqlizFrmTest, TheNumberOfBandsIsTakenOnEnterAndOnLeaving) {
         Press(Dialog, "OK_Btn");
     });
     EXPECT_EQ(EqBandSet.NoOfBands, 3);
+}
+
+TEST_F(EqlizFrmTest, OkByItsKeyTakesTheNumberThatIsStillBeingTyped) {
+    for (const char* Command : {"Equalize_Mnu_0", "Equalize_Mnu_1"}) {
+        With(Command, [](QWidget* Dialog) {
+            auto* Count = Part<QLineEdit>(Dialog, "NoofBand_Txt");
+            Count->setFocus();
+            Count->setText("20");
+            Part<QPushButton>(Dialog, "OK_Btn")
+                ->click(); // as by its key: the field keeps the focus
+        });
+        EXPECT_EQ(EqBandSet.NoOfBands, 20) << Command;
+    }
 }
 
 TEST_F(EqlizFrmTest, TheStepsStopAt2And50) {
