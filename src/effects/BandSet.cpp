@@ -70,6 +70,14 @@ std::int32_t BandPercent(std::int32_t Value) {
     return RoundToLong(static_cast<double>(BandGain(Value)) * 100);
 }
 
+std::int32_t BandValueOfPercent(std::int32_t Percent) {
+    std::int32_t Nearest = BandValueLow;
+    for (std::int32_t Value = BandValueLow; Value <= BandValueHigh; ++Value)
+        if (Distance(BandPercent(Value), Percent) < Distance(BandPercent(Nearest), Percent))
+            Nearest = Value;
+    return Nearest;
+}
+
 std::int32_t ClampedBandValue(std::int32_t Value) noexcept {
     return std::clamp(Value, BandValueLow, BandValueHigh);
 }

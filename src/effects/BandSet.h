@@ -26,6 +26,8 @@ extern BandSet EqBandSet;
 [[nodiscard]] float BandGain(std::int32_t Value);
 /// That factor in percent, rounded.
 [[nodiscard]] std::int32_t BandPercent(std::int32_t Value);
+/// The lowest band value whose percent is nearest.
+[[nodiscard]] std::int32_t BandValueOfPercent(std::int32_t Percent);
 [[nodiscard]] std::int32_t ClampedBandValue(std::int32_t Value) noexcept;
 
 /// The bands' values of the last time; damaged settings give what is nearest to them.

@@ -1,13 +1,14 @@
 #include "shell/BandPanel.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
+#include "shell/SpokenPanel.h"
+
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace quoril {
 
@@ -17,45 +18,30 @@ constexpr std::array KeysTaken = {Qt::Key_Left, Qt::Key_Right,  Qt::Key_Up,
                                   Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown,
                                   Qt::Key_Home, Qt::Key_End,    Qt::Key_Space};
 
-/// A panel as a screen reader sees it: a slider whose value is told in words.
-class SpokenPanel final : public QAccessibleWidget {
-  public:
-    explicit SpokenPanel(BandPanel* Panel) : QAccessibleWidget(Panel, QAccessible::Slider) {}
-    [[nodiscard]] QString text(QAccessible::Text Which) const override {
-        if (Which == QAccessible::Value)
-            return static_cast<const BandPanel*>(widget())->SpokenValue();
-        return QAccessibleWidget::text(Which);
-    }
-};
-
-QAccessibleInterface* SpokenPanelOf(const QString&, QObject* Object) {
-    auto* Panel = dynamic_cast<BandPanel*>(Object);
-    return Panel == nullptr ? nullptr : new SpokenPanel(Panel);
-}
-
-void InstallSpokenPanels() {
-    static const bool Installed = [] {
-        QAccessible::installFactory(SpokenPanelOf);
-        return true;
-    }();
-    (void)Installed;
-}
-
 } // namespace
 
-BandPanel::BandPanel(const QString& Name, const QString& AccessibleName, QWidget* Parent)
-    : PicturePanel(Name, Parent) {
+BandPanel::BandPanel(const QString& Name, const QString& AccessibleName, QAccessible::Role Role,
+                     QWidget* Parent)
+    : PicturePanel(Name, Parent), Kind(Role) {
     InstallSpokenPanels();
     setAccessibleName(AccessibleName);
     setFocusPolicy(Qt::StrongFocus);
 }
 
-void BandPanel::SetSpokenValue(const QString& Value) {
-    if (Spoken == Value)
+void BandPanel::Tell(const QString& Band, int Value) {
+    if (accessibleDescription() != Band)
+        setAccessibleDescription(Band);
+    if (std::exchange(Told, Value) == Value)
         return;
-    Spoken = Value;
-    QAccessibleValueChangeEvent Event(this, Value);
-    QAccessible::updateAccessibility(&Event);
+    if (Kind == QAccessible::Slider) {
+        QAccessibleValueChangeEvent Event(this, Value);
+        QAccessible::updateAccessibility(&Event);
+    } else {
+        QAccessible::State Changed;
+        Changed.checked = true;
+        QAccessibleStateChangeEvent Event(this, Changed);
+        QAccessible::updateAccessibility(&Event);
+    }
 }
 
 BandPicture BandPanel::Geometry(std::int32_t NoOfBands) const {

@@ -80,8 +80,9 @@ EqlizFrm::EqlizFrm(QWidget* Parent) : QDialog(Parent), ToolTipTimer(new QTimer(t
 }
 
 void EqlizFrm::BuildPictures(QVBoxLayout& Column) {
-    const auto Add = [&](const char* Name, const char* Accessible, QSize Least, int Stretch) {
-        auto* Panel = new BandPanel(QLatin1String(Name), QLatin1String(Accessible), this);
+    const auto Add = [&](const char* Name, const char* Accessible, QAccessible::Role Role,
+                         QSize Least, int Stretch) {
+        auto* Panel = new BandPanel(QLatin1String(Name), QLatin1String(Accessible), Role, this);
         Panel->setMinimumSize(Least);
         Column.addWidget(Panel, Stretch);
         return Panel;
@@ -92,9 +93,9 @@ void EqlizFrm::BuildPictures(QVBoxLayout& Column) {
     BndPasLbl->setText(
         QStringLiteral("Band Pass or Stop: (Checked is stop. Click on this picture to toggle)"));
     Column.addWidget(BndPasLbl);
-    EqalizPic = Add("EqalizPic", "Volume of each band", LeastChooser, 3);
-    BandPassPic = Add("BandPassPic", "Bands that pass or are stopped", LeastChooser, 3);
-    BandPlayPic = Add("BandPlayPic", "Bands to listen to", LeastPlay, 1);
+    EqalizPic = Add("EqalizPic", "Volume of each band", QAccessible::Slider, LeastChooser, 3);
+    BandPassPic = Add("BandPassPic", "Stop this band", QAccessible::CheckBox, LeastChooser, 3);
+    BandPlayPic = Add("BandPlayPic", "Listen to this band", QAccessible::Button, LeastPlay, 1);
 }
 
 void EqlizFrm::BuildCountRow(QVBoxLayout& Column) {
@@ -156,6 +157,7 @@ void EqlizFrm::ConnectPictures() {
     };
     EqalizPic->MenuWanted = [this](const QPoint& GlobalPos) { ShowPopUp(GlobalPos); };
     EqalizPic->KeyPressed = [this](int Key) { EqalizKey(Key); };
+    EqalizPic->ValueWanted = [this](int Percent) { SetValue(Chosen, BandValueOfPercent(Percent)); };
     BandPassPic->Pressed = [this](const QPoint& Pixel) {
         ChooseBand(BandUnder(*BandPassPic, Pixel));
         Toggle(Chosen);
@@ -400,11 +402,9 @@ void EqlizFrm::Describe() {
                              .arg(Chosen)
                              .arg(Choice.NoOfBands())
                              .arg(BandFreq[static_cast<std::size_t>(Chosen)]);
-    EqalizPic->SetSpokenValue(
-        QStringLiteral("%1, %2%").arg(Band).arg(BandPercent(Choice.Value(Chosen))));
-    BandPassPic->SetSpokenValue(
-        Band + (Choice.Stopped(Chosen) ? QStringLiteral(", stop") : QStringLiteral(", pass")));
-    BandPlayPic->SetSpokenValue(Band);
+    EqalizPic->Tell(Band, BandPercent(Choice.Value(Chosen)));
+    BandPassPic->Tell(Band, Choice.Stopped(Chosen) ? 1 : 0);
+    BandPlayPic->Tell(Band, 0);
 }
 
 void EqlizFrm::DrawAll() {

@@ -44,6 +44,15 @@ TEST_F(BandSetTest, GainsRunFromNothingToFourTimes) {
     EXPECT_EQ(BandPercent(50), 416);
 }
 
+TEST_F(BandSetTest, APercentageGivesTheNearestValue) {
+    for (std::int32_t Value = -50; Value <= 50; ++Value)
+        EXPECT_EQ(BandPercent(BandValueOfPercent(BandPercent(Value))), BandPercent(Value));
+    EXPECT_EQ(BandValueOfPercent(100), 7);
+    EXPECT_EQ(BandValueOfPercent(102), 7); // 8 has 104 %
+    EXPECT_EQ(BandValueOfPercent(-1000000), -50);
+    EXPECT_EQ(BandValueOfPercent(2000000000), 50);
+}
+
 TEST_F(BandSetTest, WithoutSettingsEightBandsAreNeutralAndFourAreStopped) {
     EXPECT_EQ(BandSetRead(), SetOf(Values(8, 7)));
     EXPECT_THAT(BandStopRead(),

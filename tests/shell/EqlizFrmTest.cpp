@@ -164,20 +164,70 @@ TEST_F(EqlizFrmTest, AScreenReaderIsToldTheBandAndItsValue) {
         ASSERT_NE(Spoken, nullptr);
         EXPECT_EQ(Spoken->role(), QAccessible::Slider);
         EXPECT_EQ(Spoken->text(QAccessible::Name), "Volume of each band");
-        EXPECT_EQ(Spoken->text(QAccessible::Value), "Band 1 of 8, 20 Hz, 100%");
+        EXPECT_EQ(Spoken->text(QAccessible::Description), "Band 1 of 8, 20 Hz");
+        QAccessibleValueInterface* Value = Spoken->valueInterface();
+        ASSERT_NE(Value, nullptr);
+        EXPECT_EQ(Value->minimumValue(), 0);
+        EXPECT_EQ(Value->currentValue(), 100);
+        EXPECT_EQ(Value->maximumValue(), 416);
+        EXPECT_EQ(Value->minimumStepSize(), 1);
         QTest::keyClick(Picture, Qt::Key_Right);
         QTest::keyClick(Picture, Qt::Key_Down);
-        EXPECT_EQ(Spoken->text(QAccessible::Value), "Band 2 of 8, 52 Hz, 97%");
+        EXPECT_EQ(Spoken->text(QAccessible::Description), "Band 2 of 8, 52 Hz");
+        EXPECT_EQ(Value->currentValue(), 97);
+        EXPECT_FALSE(Spoken->state().checkable);
         Press(Dialog, "Cancel_Btn");
     });
     With("Equalize_Mnu_1", [](QWidget* Dialog) {
-        QAccessibleInterface* Spoken =
-            QAccessible::queryAccessibleInterface(Panel(Dialog, "BandPassPic"));
-        EXPECT_EQ(Spoken->text(QAccessible::Value), "Band 1 of 8, 20 Hz, pass");
-        QTest::keyClick(Panel(Dialog, "BandPassPic"), Qt::Key_Space);
-        EXPECT_EQ(Spoken->text(QAccessible::Value), "Band 1 of 8, 20 Hz, stop");
+        BandPanel* Picture = Panel(Dialog, "BandPassPic");
+        QAccessibleInterface* Spoken = QAccessible::queryAccessibleInterface(Picture);
+        EXPECT_EQ(Spoken->role(), QAccessible::CheckBox);
+        EXPECT_EQ(Spoken->text(QAccessible::Name), "Stop this band");
+        EXPECT_EQ(Spoken->text(QAccessible::Description), "Band 1 of 8, 20 Hz");
+        EXPECT_EQ(Spoken->valueInterface(), nullptr);
+        EXPECT_TRUE(Spoken->state().checkable);
+        EXPECT_FALSE(Spoken->state().checked);
+        QTest::keyClick(Picture, Qt::Key_Space);
+        EXPECT_TRUE(Spoken->state().checked);
+        QAccessibleInterface* Sound =
+            QAccessible::queryAccessibleInterface(Panel(Dialog, "BandPlayPic"));
+        EXPECT_EQ(Sound->role(), QAccessible::Button);
+        EXPECT_EQ(Sound->text(QAccessible::Name), "Listen to this band");
+        EXPECT_EQ(Sound->text(QAccessible::Description), "Band 1 of 8, 20 Hz");
         Press(Dialog, "Cancel_Btn");
     });
+}
+
+TEST_F(EqlizFrmTest, AScreenReaderCanWorkTheBands) {
+    const auto Act = [](BandPanel* Picture, const QString& Name) {
+        QAccessibleActionInterface* Actions =
+            QAccessible::queryAccessibleInterface(Picture)->actionInterface();
+        EXPECT_TRUE(Actions->actionNames().contains(Name)) << qPrintable(Name);
+        Actions->doAction(Name);
+    };
+    With("Equalize_Mnu_0", [&](QWidget* Dialog) {
+        BandPanel* Picture = Panel(Dialog, "EqalizPic");
+        QAccessible::queryAccessibleInterface(Picture)->valueInterface()->setCurrentValue(200);
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_1"), "199%");
+        Act(Picture, QAccessibleActionInterface::increaseAction());
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_1"), "206%");
+        Act(Picture, QAccessibleActionInterface::decreaseAction());
+        QTest::keyClick(Picture, Qt::Key_Right);
+        Act(Picture, QAccessibleActionInterface::decreaseAction());
+        Act(Panel(Dialog, "BandPlayPic"), QAccessibleActionInterface::setFocusAction());
+        EXPECT_EQ(Dialog->focusWidget(), Panel(Dialog, "BandPlayPic"));
+        Press(Dialog, "OK_Btn");
+    });
+    EXPECT_THAT(EqBandSet.Bands, ElementsAre(0, 27, 6, 7, 7, 7, 7, 7, 7));
+    With("Equalize_Mnu_1", [&](QWidget* Dialog) {
+        Act(Panel(Dialog, "BandPassPic"), QAccessibleActionInterface::toggleAction());
+        EXPECT_EQ(Shown(Dialog, "DisplayLbl_1"), "Stop");
+        Act(Panel(Dialog, "BandPlayPic"), QAccessibleActionInterface::pressAction());
+        EXPECT_EQ(Panel(Dialog, "BandPlayPic")->Picture().pixel(0, 0), Red);
+        (void)Messages->TakeTexts(); // there is no sound here
+        Press(Dialog, "OK_Btn");
+    });
+    EXPECT_EQ(EqBandSet.Bands[1], -50);
 }
 
 TEST_F(EqlizFrmTest, TheMouseTellsWhatAClickWouldSet) {
