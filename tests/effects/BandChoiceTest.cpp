@@ -54,6 +54,15 @@ TEST_F(BandChoiceTest, ValuesAreHeldWithinTheirRange) {
     EXPECT_EQ(Choice.Value(1), -50);
 }
 
+TEST_F(BandChoiceTest, WhatIsHandedOverIsWithinTheRangeWhateverWasSet) {
+    BandChoice Choice = BandChoice::Read(EqualizerMode);
+    (void)Choice.SetNoOfBands(3);
+    Choice.EqBands.Bands = {0, 51, -51, 1000};
+    Choice.Accept();
+    EXPECT_THAT(EqBandSet.Bands, ElementsAre(0, 50, -50, 50));
+    EXPECT_EQ(IniGet("Effects", "Equalizer", ""), "3,50,-50,50");
+}
+
 TEST_F(BandChoiceTest, AcceptedItIsHandedOverAndRemembered) {
     BandChoice Choice = BandChoice::Read(EqualizerMode);
     (void)Choice.SetNoOfBands(2);

@@ -95,6 +95,15 @@ TEST(BandLevels, OfNoiseAtFiveRates) {
                 ElementsAre(15957, 1447, 814, 879, 1913, 3417, 3699, 7322, 5616, 12226));
 }
 
+TEST(BandLevels, WhatStandsInALevelCountsAsOneMoreSample) {
+    // Two samples a period: the window of 10 samples in the middle has ten of 100.
+    const Values Wave = WaveOf(512, [](int Place) { return Place % 2 == 0 ? 100 : -100; });
+    Values Levels(11, 0);
+    Levels[8] = 1100;
+    BandLevels(Wave, 10, 8000, 16, Levels);
+    EXPECT_EQ(Levels[8], 200); // of 11, from 251 to 261
+}
+
 TEST(BandLevels, OfNoiseOfEightBits) {
     EXPECT_THAT(LevelsOf(Noise(512, 127, 3), 8000), ElementsAre(3, 5, 5, 10, 6, 15, 30, 41, 0, 0));
 }

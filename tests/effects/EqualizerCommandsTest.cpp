@@ -182,11 +182,18 @@ TEST_F(BandSplitTest, EachBandEqualsThatOfThePlainCascade) {
 }
 
 TEST_F(BandSplitTest, BandsThatAreLongerThanTheSignalAreSilent) {
-    const auto Source = Carrier(Samples(100, 5000));
-    const auto Bands = BandSplit(*Source, 44100, 16, 2);
-    ASSERT_EQ(Bands.size(), 2U);
-    EXPECT_EQ(Bands[0]->WaveINos, 100);
-    EXPECT_EQ(Bands[0]->WaveLR(50), 0);
+    // Half a window of 20 Hz has 200 samples at 8000 Hz.
+    for (const std::int32_t Length : {1, 100, 199, 200, 201}) {
+        const auto Source = Carrier(Noise(Length, 1));
+        const auto Bands = BandSplit(*Source, 8000, 16, 2);
+        ASSERT_EQ(Bands.size(), 2U);
+        for (const auto& Band : Bands)
+            EXPECT_EQ(Band->WaveINos, Length);
+        bool Silent = true;
+        for (std::int32_t Index = 1; Index <= Length; ++Index)
+            Silent = Silent && Bands[0]->WaveLR(Index) == 0;
+        EXPECT_EQ(Silent, Length <= 200) << Length;
+    }
 }
 
 TEST_F(BandSplitTest, TheSplitterTellsWhatItWillBeAlsoToThoseWhoKnow) {
