@@ -3,11 +3,12 @@
 
 usage: bench/beside_sox.py [--build build/release] [--work FOLDER] [--minutes 30] [--rounds 5]
 
-Needs sox. The file is stereo, 16 bits, 44100 Hz, made by sox of pink noise and kept in the system's
-cache; files are read from and written to the work folder (default: the current one), which needs
-5 GB. Ours opens the file, runs the command over everything and saves to another file; sox does the
-same by its own effect, without dither. Of every time the shortest of all rounds counts, so that
-what else the machine does matters little. "--memory" measures only the memory of long documents.
+Needs sox, and ffmpeg for the noise reduction. The file is stereo, 16 bits, 44100 Hz, made by sox of
+pink noise and kept in the system's cache; files are read from and written to the work folder
+(default: the current one), which needs 5 GB. Ours opens the file, runs the command over everything
+and saves to another file; the other tool does the same by its own effect, without dither. Of every
+time the shortest of all rounds counts, so that what else the machine does matters little.
+"--memory" measures only the memory of long documents.
 """
 import argparse
 import os
@@ -29,6 +30,15 @@ CASES = [
     ("Invert", "invert", ["vol", "-1"], 0.45),
     ("Channel Mix, averages", "mix-average", ["remix", "1,2", "1,2"], 0.45),
     ("Channel Mix, sum and difference", "mix-sums", ["remix", "-m", "1,2", "1,2i"], 0.45),
+]
+# The same for the filters, each with the whole line of the other tool.
+BANDS = "60 150 400 1000 2400 5000 9000 15000".split()
+GAINS = "-3 0 2 0 -6 3 -2 5".split()
+FILTERS = [
+    ("equalizer of 8 bands", "equalize", ["sox", "-D", "{source}", "{out}"] +
+     [word for band, gain in zip(BANDS, GAINS) for word in ("equalizer", band, "1q", gain)], 0.5),
+    ("noise reduction", "reduce-noise", ["ffmpeg", "-v", "error", "-y", "-i", "{source}",
+                                         "-af", "afftdn", "{out}"], 0.3),
 ]
 LONGEST_COMMAND = 0.6  # seconds
 MOST_READ = 1.02  # of the file
@@ -108,6 +118,32 @@ def beside_sox(table, program, source, out, seconds, rounds):
     table.row(f"open, {name}, save: ours / cp", best[name, "ours"] / copy, "times", MOST_BESIDE_CP)
 
 
+def filters(table, program, source, out, rounds):
+    """Ours beside sox and ffmpeg, in turns; how the bar moves, what is read, and the memory."""
+    for name, command, words, limit in FILTERS:
+        other = [word.format(source=source, out=out) for word in words]
+        ours, theirs, ratios, runs = [], [], [], []
+        for _ in range(rounds):
+            theirs.append(seconds_of(other, out)[0])
+            seconds, output = seconds_of([program, command, source, out], out)
+            ours.append(seconds)
+            runs.append(OneRun(output))
+            ratios.append(ours[-1] / theirs[-1])
+        table.row(f"open, {name}, save: ours / {words[0]}", min(ours) / min(theirs), "times", limit)
+        table.row(f"the same, middle of {rounds} rounds", statistics.median(ratios), "times")
+        table.row("the same, ours", min(ours), "s")
+        table.row(f"the same, {words[0]}", min(theirs), "s")
+        table.row(f"{name}: bytes read / the file's",
+                  runs[0].steps["command"][1] / source.stat().st_size, "times")
+        table.row(f"{name}: longest time without a move of the bar",
+                  min(one.steps["command"][3] for one in runs), "s", LONGEST_STILL)
+        for what, files in (("", [source, out]), (", 2 GB in work files", ["--work-files", out])):
+            one = OneRun(run([program, command] + files))
+            out.unlink(missing_ok=True)
+            table.row(f"{name}{what}: peak memory above the budget", one.above_budget(), "MB",
+                      MOST_ABOVE_BUDGET)
+
+
 def steps(table, program, source, rounds):
     for name, command, _, _ in CASES:
         runs = [OneRun(run([program, command, source])) for _ in range(rounds)]
@@ -150,8 +186,9 @@ def main():
     parser.add_argument("--rounds", type=int, default=5)
     parser.add_argument("--memory", action="store_true")
     given = parser.parse_args()
-    if shutil.which("sox") is None:
-        sys.exit("sox is not installed")
+    for tool in ("sox", "ffmpeg"):
+        if shutil.which(tool) is None:
+            sys.exit(f"{tool} is not installed")
     program = Path(given.build, "bench", "quoril_command_bench").resolve()
     work = Path(tempfile.mkdtemp(prefix="quoril-beside-", dir=given.work)).resolve()
     source, out = work / "in.wav", work / "out.wav"
@@ -167,6 +204,7 @@ def main():
         if not given.memory:
             beside_sox(table, program, source, out, seconds, given.rounds)
             steps(table, program, source, given.rounds)
+            filters(table, program, source, out, given.rounds)
         memory(table, program, work, source, out)
     finally:
         os.chdir(here)
