@@ -1,0 +1,177 @@
+#include "effects/StretchWalk.h"
+
+#include "base/Arithmetic.h"
+#include "base/RunSteps.h"
+#include "base/Vectorised.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace quoril {
+
+namespace {
+
+/// Four numbers side by side: the weights of a place, or the points of a curve.
+using Four = double __attribute__((vector_size(32)));
+constexpr std::size_t Lanes = 4;
+
+constexpr std::int32_t Hundredths = 100; ///< of a sample, to which a place is rounded
+
+/// The weights of a cubic Bezier curve at each hundredth of its way.
+constexpr auto Weights = [] {
+    std::array<std::array<double, Lanes>, Hundredths + 1> Made{};
+    for (std::int32_t j = 0; j <= Hundredths; ++j) {
+        const double t = (Hundredths - j) / 100.0;
+        const double u = 1 - t;
+        Made[static_cast<std::size_t>(j)] = {t * t * t, 3 * (t * t) * u, 3 * t * (u * u),
+                                             u * u * u};
+    }
+    return Made;
+}();
+
+using Points = std::array<double, Lanes>;
+
+/// The points of the curve in each segment: the samples at both ends, and between them the two
+/// that give it its slope there, a fifth of the difference of the neighbours.
+QUORIL_VECTORISED
+void PointsLoop(const std::int16_t* __restrict Reads, Points* __restrict Curves,
+                std::size_t Count) noexcept {
+    for (std::size_t m = 0; m < Count; ++m) {
+        const std::int32_t a = Reads[m];
+        const std::int32_t b = Reads[m + 1];
+        const std::int32_t c = Reads[m + 2];
+        const std::int32_t d = Reads[m + 3];
+        Curves[m] = {static_cast<double>(b), b + (c - a) / 5.0, c + (b - d) / 5.0,
+                     static_cast<double>(c)};
+    }
+}
+
+QUORIL_VECTORISED
+void HundredthsLoop(const double* __restrict Fractions, std::int32_t* __restrict Hundredth,
+                    std::size_t Count) noexcept {
+    for (std::size_t o = 0; o < Count; ++o)
+        Hundredth[o] = RoundedLow(Fractions[o] * Hundredths);
+}
+
+/// The values of the curves, four places at a time. Each sum runs from the first point to the last.
+QUORIL_VECTORISED
+void CurveLoop(const Points* __restrict Curves, const std::int32_t* __restrict Segment,
+               const std::int32_t* __restrict Hundredth, double* __restrict Values,
+               std::size_t Count) noexcept {
+    std::size_t o = 0;
+    for (; o + Lanes <= Count; o += Lanes) {
+        std::array<Four, Lanes> Point;
+        std::array<Four, Lanes> Weight;
+        for (std::size_t Lane = 0; Lane < Lanes; ++Lane) {
+            std::memcpy(&Point[Lane], &Curves[Segment[o + Lane]], sizeof(Four));
+            std::memcpy(&Weight[Lane], &Weights[static_cast<std::size_t>(Hundredth[o + Lane])],
+                        sizeof(Four));
+        }
+        const Four A = Point[0] * Weight[0];
+        const Four B = Point[1] * Weight[1];
+        const Four C = Point[2] * Weight[2];
+        const Four D = Point[3] * Weight[3];
+        // Turned around, so that each holds the same product of all four places.
+        const Four FirstThirdAB = __builtin_shufflevector(A, B, 0, 4, 2, 6);
+        const Four SecondFourthAB = __builtin_shufflevector(A, B, 1, 5, 3, 7);
+        const Four FirstThirdCD = __builtin_shufflevector(C, D, 0, 4, 2, 6);
+        const Four SecondFourthCD = __builtin_shufflevector(C, D, 1, 5, 3, 7);
+        const Four Sum = __builtin_shufflevector(FirstThirdAB, FirstThirdCD, 0, 1, 4, 5) +
+                         __builtin_shufflevector(SecondFourthAB, SecondFourthCD, 0, 1, 4, 5) +
+                         __builtin_shufflevector(FirstThirdAB, FirstThirdCD, 2, 3, 6, 7) +
+                         __builtin_shufflevector(SecondFourthAB, SecondFourthCD, 2, 3, 6, 7);
+        std::memcpy(Values + o, &Sum, sizeof(Sum));
+    }
+    for (; o < Count; ++o) {
+        const Points& p = Curves[Segment[o]];
+        const Points& w = Weights[static_cast<std::size_t>(Hundredth[o])];
+        Values[o] = p[0] * w[0] + p[1] * w[1] + p[2] * w[2] + p[3] * w[3];
+    }
+}
+
+QUORIL_VECTORISED
+void SampleLoop(const double* __restrict Values, std::int16_t* __restrict Out, std::size_t Count,
+                double Low, double High) noexcept {
+    for (std::size_t o = 0; o < Count; ++o) {
+        double Value = Values[o];
+        Value = Value < Low ? Low : Value;
+        Value = Value > High ? High : Value;
+        Out[o] = static_cast<std::int16_t>(static_cast<std::int32_t>(RoundedWhole(Value)));
+    }
+}
+
+} // namespace
+
+StretchWalk::StretchWalk(std::int32_t SignalLength, std::int32_t Bits, double StepAtStart,
+                         double StepAtEnd)
+    : Length(SignalLength), Low(SampleLow(Bits)), High(SampleHigh(Bits)), StepStart(StepAtStart),
+      Slope((StepAtEnd - StepAtStart) / SignalLength) {}
+
+void StretchWalk::Push(std::span<const std::int16_t> In, const Sink& Give) {
+    if (In.empty())
+        return;
+    const std::int32_t Before = Taken;
+    Taken += static_cast<std::int32_t>(In.size());
+    // The walk begins with the first sample twice and the second one.
+    if (Before == 0)
+        Reads[0] = Reads[1] = In[0];
+    if (Before < 2 && Taken >= 2) {
+        Reads[2] = In[static_cast<std::size_t>(1 - Before)];
+        ReadCount = 3;
+    }
+    while (!Walk(In))
+        Finish(Give);
+    Finish(Give);
+}
+
+bool StretchWalk::Walk(std::span<const std::int16_t> In) {
+    const double Reach = Taken;
+    const std::int16_t* const End = In.data() + In.size();
+    while (P < Length) {
+        if (!InSegment) {
+            const double Needed = std::min(k + 2, Length);
+            if (Needed > Reach)
+                return true;
+            if (Places == MostPlaces)
+                return false;
+            Reads[ReadCount++] = End[static_cast<std::ptrdiff_t>(Needed - Reach) - 1];
+            InSegment = true;
+        }
+        // Not a product with 0: the next position would wait for it.
+        const double Step = Slope == 0 ? StepStart : Slope * k + StepStart;
+        do {
+            if (Places == MostPlaces)
+                return false;
+            Fractions[Places] = P - k;
+            Segments[Places++] = static_cast<std::int32_t>(ReadCount) - 4;
+            P += Step;
+        } while (P <= k + 1);
+        InSegment = false;
+        if (!(P > k + 2))
+            k += 1;
+        else if (P < Length)
+            k = static_cast<double>(static_cast<std::int64_t>(P));
+    }
+    return true;
+}
+
+void StretchWalk::Finish(const Sink& Give) {
+    if (Places == 0)
+        return;
+    std::array<Points, MostPlaces> Curves;
+    std::array<std::int32_t, MostPlaces> Hundredth;
+    std::array<double, MostPlaces> Values;
+    PointsLoop(Reads.data(), Curves.data(), ReadCount - 3);
+    HundredthsLoop(Fractions.data(), Hundredth.data(), Places);
+    CurveLoop(Curves.data(), Segments.data(), Hundredth.data(), Values.data(), Places);
+    Give(Places, [&](std::size_t At, std::span<std::int16_t> Out) {
+        SampleLoop(&Values[At], Out.data(), Out.size(), Low, High);
+    });
+    Places = 0;
+    // The samples of a segment that goes on, or those that the next one begins with.
+    const std::size_t Kept = InSegment ? 4 : 3;
+    std::copy_n(&Reads[ReadCount - Kept], Kept, Reads.begin());
+    ReadCount = Kept;
+}
+
+} // namespace quoril
