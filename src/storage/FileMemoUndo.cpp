@@ -101,8 +101,7 @@ void FileMemoClass::UndoOne(UndoRec& Record) {
         WavFmtChannel = Record.UndoChn;
         WavFmtFreq = Record.UndoLen;
         CurrentFormat = {WavFmtChannel, WavFmtFreq, WavFmtBits};
-        if (UndoListener* const Listener = CurrentUndoListener())
-            Listener->SetMenu_To_DefaultFormat();
+        SetMenu_To_DefaultFormat();
         break;
     }
 }

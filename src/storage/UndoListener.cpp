@@ -16,4 +16,9 @@ UndoListener* CurrentUndoListener() noexcept {
     return Listener;
 }
 
+void SetMenu_To_DefaultFormat() {
+    if (Listener != nullptr)
+        Listener->SetMenu_To_DefaultFormat();
+}
+
 } // namespace quoril

@@ -1,4 +1,4 @@
-// What the window is told of undo, and who is told.
+// What the window is told of undo and of the format, and who is told.
 #pragma once
 
 #include <string>
@@ -12,17 +12,20 @@ struct UndoMenuState {
     bool OptionChecked = true; ///< the check mark of entry 3
 };
 
-/// Implemented by the window: what undo changes outside the document.
+/// Implemented by the window: what commands and undo change outside the document.
 class UndoListener {
   public:
     virtual ~UndoListener() = default;
     virtual void UndoMenuChanged(const UndoMenuState& State) = 0;
-    /// The current format has been set back: the Format menu must follow.
+    /// The current format has changed: the Format menu must follow.
     virtual void SetMenu_To_DefaultFormat() = 0;
 };
 
 /// Names who is told from now on; null for nobody. The object must outlive its use.
 void SetUndoListener(UndoListener* Receiver) noexcept;
 [[nodiscard]] UndoListener* CurrentUndoListener() noexcept;
+
+/// Tells the listener, if there is one, that the current format has changed.
+void SetMenu_To_DefaultFormat();
 
 } // namespace quoril

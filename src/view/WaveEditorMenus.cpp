@@ -16,7 +16,6 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include <array>
 #include <stdexcept>
 
 namespace quoril {
@@ -32,9 +31,6 @@ QString Literal(const std::string& Text) {
     return ShownText(Text).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
-/// The rates of `Format_FrQ_Menu`, by index.
-constexpr std::array<std::int32_t, 9> MenuRates = {11025, 22050, 44100, 8000, 12000,
-                                                   16000, 24000, 32000, 48000};
 constexpr int ToolIconSize = 20;
 
 } // namespace
@@ -237,17 +233,15 @@ void WaveEditor_Frm::SetMenu_To_DefaultFormat() {
     SetEntryChecked("Format_Bit_Menu_1", CurrentFormat.Bits == 16);
     SetEntryChecked("Format_Channel_Mono_Menu", CurrentFormat.Channel == 1);
     SetEntryChecked("Format_Channel_Stereo_Menu", CurrentFormat.Channel == 2);
-    bool Listed = false;
-    for (std::size_t Index = 0; Index < MenuRates.size(); ++Index) {
-        const bool Same = MenuRates.at(Index) == CurrentFormat.Freq;
-        SetEntryChecked("Format_FrQ_Menu_" + std::to_string(Index), Same);
-        Listed = Listed || Same;
-    }
+    for (std::size_t Index = 0; Index < MenuRates.size(); ++Index)
+        SetEntryChecked("Format_FrQ_Menu_" + std::to_string(Index),
+                        MenuRates.at(Index) == CurrentFormat.Freq);
+    const std::int32_t Rate = CustomRate();
     QAction* Custom = Entry("Format_FrQ_Menu_9");
-    Custom->setChecked(!Listed);
-    Custom->setText(Listed ? QStringLiteral("Custom Hz")
-                           : QStringLiteral("%1 Hz").arg(CurrentFormat.Freq));
-    Custom->setData(Listed ? 0 : CurrentFormat.Freq);
+    Custom->setChecked(Rate != 0);
+    Custom->setText(Rate == 0 ? QStringLiteral("Custom Hz") : QStringLiteral("%1 Hz").arg(Rate));
+    Custom->setData(Rate);
+    SetEntryEnabled("Format_FrQ_Menu_9", Rate != 0); // without a rate there is nothing to choose
     SetEntryEnabled("Interchange_Mnu", CurrentFormat.Channel == 2);
     RefreshChannelSelector();
     StatusPanels.at("Format")->setText(

@@ -329,9 +329,11 @@ TEST_F(MenuTest, TheFormatMenuMarksTheCurrentFormat) {
 
 TEST_F(MenuTest, ARateWithoutAnEntryIsTheCustomOne) {
     Window->Commands.Set("Interchange_Mnu", [] {});
+    Window->Commands.Set("Format_FrQ_Menu_9", [] {});
     CurrentFormat = {1, 37800, 8};
     Window->SetMenu_To_DefaultFormat();
     EXPECT_EQ(Window->Entry("Format_FrQ_Menu_9")->text(), "37800 Hz");
+    EXPECT_TRUE(Window->Entry("Format_FrQ_Menu_9")->isEnabled());
     EXPECT_EQ(Window->Entry("Format_FrQ_Menu_9")->data().toInt(), 37800);
     EXPECT_TRUE(Window->EntryChecked("Format_FrQ_Menu_9"));
     EXPECT_FALSE(Window->EntryChecked("Format_FrQ_Menu_2"));
@@ -341,6 +343,7 @@ TEST_F(MenuTest, ARateWithoutAnEntryIsTheCustomOne) {
     CurrentFormat = {2, 8000, 8};
     Window->SetMenu_To_DefaultFormat();
     EXPECT_EQ(Window->Entry("Format_FrQ_Menu_9")->text(), "Custom Hz");
+    EXPECT_FALSE(Window->Entry("Format_FrQ_Menu_9")->isEnabled()); // it stands for no rate
     EXPECT_FALSE(Window->EntryChecked("Format_FrQ_Menu_9"));
     EXPECT_TRUE(Window->EntryChecked("Format_FrQ_Menu_3"));
     EXPECT_TRUE(Window->Entry("Interchange_Mnu")->isEnabled());
