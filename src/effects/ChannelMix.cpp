@@ -69,9 +69,7 @@ CarrierPointer ChannelMixEffect::Plain(std::int32_t Source, const EffectWork& Wo
 }
 
 void ChannelMixEffect::Compute(EffectWork& Work, PassProgress& Progress) {
-    for (BlockCarrBuffClass* Each : {Work.CarrierL.get(), Work.CarrierR.get()})
-        if (Each->WaveINos < Work.Length())
-            Each->ReDimSize(Work.Length()); // a channel that ends early is silent there
+    MakeEquallyLong(Work);
     const std::array Sources = {Choice.LeftSrc, Choice.RightSrc};
     std::map<std::int32_t, CarrierWriter> Made; // by source: what both channels want is made once
     for (const std::int32_t Source : Sources)

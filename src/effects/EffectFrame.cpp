@@ -158,6 +158,12 @@ void PairPass(const EffectWork& Work, PassProgress& Progress, const PairVisit& V
     Progress.PassEnd();
 }
 
+void MakeEquallyLong(const EffectWork& Work) {
+    for (BlockCarrBuffClass* Each : {Work.CarrierL.get(), Work.CarrierR.get()})
+        if (Each->WaveINos < Work.Length())
+            Each->ReDimSize(Work.Length());
+}
+
 std::unique_ptr<BlockCarrBuffClass> SilentCarrier(std::int32_t Length) {
     auto Carrier = std::make_unique<BlockCarrBuffClass>();
     if (Length > 0)

@@ -124,6 +124,8 @@ void StreamPass(EffectWork& Work, PassProgress& Progress,
 /// shorter runs.
 void PairPass(const EffectWork& Work, PassProgress& Progress, const PairVisit& Visit);
 
+/// Makes the carriers of both channels as long as the range: one that ends early is silent there.
+void MakeEquallyLong(const EffectWork& Work);
 /// A new carrier of `Length` silent samples; empty for 0.
 [[nodiscard]] std::unique_ptr<BlockCarrBuffClass> SilentCarrier(std::int32_t Length);
 
