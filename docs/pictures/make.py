@@ -136,6 +136,7 @@ def main():
                                  ("alt+t", ("u",), "enter-height"),
                                  ("alt+t", ("f",), "enter-distance"),
                                  ("alt+t", ("c",), "channel-mix"),
+                                 ("alt+m", ("m",), "convert-to-mono"),
                                  ("alt+c", ("e",), "equalizer"),
                                  ("alt+c", ("p",), "band-filter")):
             camera.keys(menu)

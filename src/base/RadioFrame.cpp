@@ -29,7 +29,7 @@ QButtonGroup* AddRadioFrame(QDialog& Dialog, QLayout& Place, const char* Heading
     for (const char* Caption : Captions) {
         auto* Button = new QRadioButton(QLatin1String(Caption), Frame);
         Button->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(Name)).arg(Index));
-        Button->setAccessibleName(QLatin1String(Caption));
+        Button->setAccessibleName(QString::fromLatin1(Caption).remove(QLatin1Char('&')));
         Group->addButton(Button, Index++);
         Rows->addWidget(Button);
     }

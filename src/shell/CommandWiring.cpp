@@ -15,6 +15,7 @@
 #include "bookmarks/BookmarkRec.h"
 #include "edit/LapMod.h"
 #include "edit/LengthCommands.h"
+#include "effects/FormatCommands.h"
 #include "platform/ChildProcess.h"
 #include "platform/ProgramPlaces.h"
 #include "playback/DsPlayClass.h"
@@ -141,6 +142,14 @@ void WireLengthCommands(WaveEditor_Frm& Window) {
     Register("Edit_Lap_Mnu", EditLap);
     Register("Insert_Silence_Mnu", InsertSilence);
     Register("Format_Size_Mnu", ChangeSize);
+}
+
+void WireFormatCommands(WaveEditor_Frm& Window) {
+    Window.Commands.Set("Format_Channel_Mono_Menu", &FormatChannelMono);
+    Window.Commands.Set("Format_Channel_Stereo_Menu", &FormatChannelStereo);
+    for (const std::int32_t Index : {0, 1})
+        Window.Commands.Set("Format_Bit_Menu_" + std::to_string(Index),
+                            [Index] { FormatBit(Index); });
 }
 
 void WireBookmarkCommands(WaveEditor_Frm& Window) {

@@ -36,6 +36,8 @@ void WireUndoCommands(WaveEditor_Frm& Window);
 void WireBookmarkCommands(WaveEditor_Frm& Window);
 /// Registers trim, lap, silence and size.
 void WireLengthCommands(WaveEditor_Frm& Window);
+/// Registers the entries of the Format menu that change the format.
+void WireFormatCommands(WaveEditor_Frm& Window);
 /// Registers the commands that compute samples.
 void WireEffectCommands(WaveEditor_Frm& Window);
 /// Registers the options and the words about the program.

@@ -221,6 +221,7 @@ void WEditorClass::MakeMainWindow() {
     WireCopyPasteCommands(*Window, *Pasting);
     WireUndoCommands(*Window);
     WireLengthCommands(*Window);
+    WireFormatCommands(*Window);
     WireEffectCommands(*Window);
     WireBookmarkCommands(*Window);
     WireToolCommands(*Window);

@@ -8,6 +8,7 @@
 #include "shell/ChkDskSpcFrm.h"
 #include "shell/ChnMixFrm.h"
 #include "shell/CommandWiring.h"
+#include "shell/CompMonoFrm.h"
 #include "shell/CopyPasteWiring.h"
 #include "shell/DesktopClipboard.h"
 #include "shell/EqlizFrm.h"
@@ -133,6 +134,7 @@ class WEditorClass {
     LapAsker LapQuestions;
     BokMrkEdtAsker BookmarkQuestions;
     ChnMixAsker ChnMixQuestions;
+    CompMonoAsker CompMonoQuestions;
     EqlizAsker EqlizQuestions;
     BokMrkChosAsker BookmarkChoices;
     UndoClearWindow UndoClearQuestions;

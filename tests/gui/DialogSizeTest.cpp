@@ -10,6 +10,7 @@
 #include "shell/CheckDx7Frm.h"
 #include "shell/ChkDskSpcFrm.h"
 #include "shell/ChnMixFrm.h"
+#include "shell/CompMonoFrm.h"
 #include "shell/CopiedFrm.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/HelpViewerFrm.h"
@@ -140,6 +141,8 @@ TEST_F(DialogSizeTest, TheWindowsOfEditingFit) {
     Expect(Lap);
     ChnMixFrm Mix({});
     Expect(Mix);
+    CompMonoFrm Mono;
+    Expect(Mono);
     CopiedFrm Copied({"Samples: 2147483647, Duration: 596523:14:07.00", "In the file " + LongWord,
                       std::string(300, 'x') + " note of some words"},
                      nullptr);

@@ -20,6 +20,7 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTimer>
@@ -111,6 +112,15 @@ const std::vector<CommandRow>& CommandRows() {
         {"Bookmark_Goto_Mnu", "[ Choose a bookmark name]; view: 251 to 350"},
         {"Bookmark_Manage_Mnu", "[ Manage Book Marks]"},
         {"Bookmark_Show_Mnu", "bookmarks shown: no"},
+        {"Format_Channel_Mono_Menu",
+         "[Convert to Mono]; format: mono, 11025Hz, 16bits; undo: Undo [Mono]"},
+        {"Format_Channel_Stereo_Menu",
+         "\"Convert to Stereo|Do you wish to change to stereo?  (Left ch\"; format: stereo, "
+         "11025Hz, 16bits; undo: Undo [Stereo]"},
+        {"Format_Bit_Menu_0", "\"Changing Bit format|Do you wish to Change Bit format?\"; format: "
+                              "stereo, 11025Hz, 8bits; undo: Undo [8 bits]"},
+        {"Format_Bit_Menu_1", "\"Changing Bit format|Do you wish to Change Bit format?\"; format: "
+                              "stereo, 11025Hz, 16bits; undo: Undo [16 bits]"},
         {"Format_Size_Mnu", "[ Change Size (Duration)]"},
         {"Edit_VolFadeIn_Mnu", "undo: Undo [Fade In]"},
         {"Edit_VolFadeOut_Mnu", "undo: Undo [Fade Out]"},
@@ -321,6 +331,13 @@ class EveryEntryTest : public EditorFixture {
         (void)Messages->TakeTexts();
     }
 
+    /// As the menu and the status bar tell it.
+    [[nodiscard]] std::string ShownFormat() const {
+        const bool Stereo = Window().EntryChecked("Format_Channel_Stereo_Menu");
+        EXPECT_NE(Window().EntryChecked("Format_Channel_Mono_Menu"), Stereo);
+        const auto* Panel = Window().findChild<QLabel*>(QStringLiteral("StatusBar1_Format"));
+        return (Stereo ? "stereo, " : "mono, ") + Panel->text().toStdString();
+    }
     /// All that a command may change of the program, by names.
     [[nodiscard]] std::map<std::string, std::string> State() const {
         const auto Range = [](std::int64_t From, std::int64_t To) {
@@ -336,6 +353,7 @@ class EveryEntryTest : public EditorFixture {
             return {{"exit", std::to_string(*Exit)}};
         return {{"title", Title()},
                 {"file", std::to_string(std::filesystem::file_size(Music() + "/a.wav"))},
+                {"format", ShownFormat()},
                 {"length", std::to_string(WaveStore->WavWaveINos)},
                 {"undo", WaveStore->UndoMenu().Caption},
                 {"selection", Range(SelStart, SelEnd)},
@@ -355,6 +373,11 @@ class EveryEntryTest : public EditorFixture {
         if (Command == "SelectOther_Mnu")
             SelBoth = false;
         ShowNewUserGuide = Command == "EqBandSplit_Mnu";
+        if (Command == "Format_Channel_Stereo_Menu")
+            Window().FileDropped(Music() + "/b.wav"); // mono
+        if (Command == "Format_Bit_Menu_1")
+            Window().Commands.Run("Format_Bit_Menu_0");
+        (void)Messages->TakeTexts();
         // A click turns a button that stays pressed in before its command runs.
         for (const ToolButtonRow& Row : ToolbarTable())
             if (Row.Kind == ToolKind::TwoState && Command == Row.Command) {
