@@ -19,6 +19,9 @@ void FormatBit(std::int32_t Index);
 void FormatChannelStereo();
 /// `Format_Channel_Mono_Menu`: asks with `CompMonoFrm` what becomes of the two channels.
 void FormatChannelMono();
+/// `Format_FrQ_Menu`: 0 to 8 are the `MenuRates`, 9 is the custom rate, 10 asks for one. The sound
+/// lasts as long as before. What stands at sample numbers (selection, view, bookmarks) stays there.
+void FormatFrQ(std::int32_t Index);
 
 /// The index of `MonoOpn`: which way one channel comes of two.
 enum MonoWays : std::int32_t { TrenchRight = 0, TrenchLeft = 1, MergeBoth = 2 };

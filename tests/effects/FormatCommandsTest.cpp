@@ -236,13 +236,8 @@ TEST_F(FormatCommandsTest, AChannelThatEndsEarlyLeavesNothingOfTheOther) {
 // ---- All of them
 
 TEST_F(FormatCommandsTest, AnEmptyDocumentOnlyTakesTheFormat) {
-    const auto Empty = [this](const WaveFormat& Format) {
-        Begin({Format, {}});
-        WaveStore->WavFmtChannel = Format.Channel;
-        CurrentFormat = FormatNow();
-    };
     for (const WaveFormat& Format : Formats) {
-        Empty(Format);
+        Begin({Format, {}});
         const bool Wide = Format.Bits == 16;
         ExpectChange([Wide] { FormatBit(Wide ? 0 : 1); }, Wide ? "8 bits" : "16 bits",
                      InBits(Now(), Wide ? 8 : 16), {BitsQuestion});

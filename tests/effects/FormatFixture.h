@@ -142,6 +142,8 @@ class FormatTest : public EffectTest {
     FormatMenu Menu;
     ScriptedMono Mono;
     const std::string BitsQuestion = "Changing Bit format|Do you wish to Change Bit format?";
+    const std::string RateQuestion = "Changing Sampling rate (Frequency format)|"
+                                     "Do you wish to Change Sampling rate?";
     const std::string StereoQuestion = "Convert to Stereo|Do you wish to change to stereo?\n\n"
                                        "(Left channel will be copied to Right)";
 };
