@@ -137,6 +137,7 @@ def main():
                                  ("alt+t", ("f",), "enter-distance"),
                                  ("alt+t", ("c",), "channel-mix"),
                                  ("alt+m", ("m",), "convert-to-mono"),
+                                 ("alt+m", ("r", "o"), "enter-rate"),
                                  ("alt+c", ("e",), "equalizer"),
                                  ("alt+c", ("p",), "band-filter")):
             camera.keys(menu)

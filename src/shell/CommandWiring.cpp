@@ -150,6 +150,9 @@ void WireFormatCommands(WaveEditor_Frm& Window) {
     for (const std::int32_t Index : {0, 1})
         Window.Commands.Set("Format_Bit_Menu_" + std::to_string(Index),
                             [Index] { FormatBit(Index); });
+    for (std::int32_t Index = 0; Index <= 10; ++Index)
+        Window.Commands.Set("Format_FrQ_Menu_" + std::to_string(Index),
+                            [Index] { FormatFrQ(Index); });
 }
 
 void WireBookmarkCommands(WaveEditor_Frm& Window) {

@@ -121,6 +121,34 @@ const std::vector<CommandRow>& CommandRows() {
                               "stereo, 11025Hz, 8bits; undo: Undo [8 bits]"},
         {"Format_Bit_Menu_1", "\"Changing Bit format|Do you wish to Change Bit format?\"; format: "
                               "stereo, 11025Hz, 16bits; undo: Undo [16 bits]"},
+        {"Format_FrQ_Menu_0",
+         "\"Changing Sampling rate (Frequency format)|Do you wish to Cha\"; format: stereo, "
+         "11025Hz, 16bits; length: 2000; undo: Undo [11025 Hz]"},
+        {"Format_FrQ_Menu_1",
+         "\"Changing Sampling rate (Frequency format)|Do you wish to Cha\"; format: stereo, "
+         "22050Hz, 16bits; length: 3998; undo: Undo [22050 Hz]"},
+        {"Format_FrQ_Menu_2",
+         "\"Changing Sampling rate (Frequency format)|Do you wish to Cha\"; format: stereo, "
+         "44100Hz, 16bits; length: 7994; undo: Undo [44100 Hz]"},
+        {"Format_FrQ_Menu_3", "\"Changing Sampling rate (Frequency format)|Do you wish to Cha\"; "
+                              "format: stereo, 8000Hz, 16bits; length: 1451; undo: Undo [8000 Hz]"},
+        {"Format_FrQ_Menu_4",
+         "\"Changing Sampling rate (Frequency format)|Do you wish to Cha\"; format: stereo, "
+         "12000Hz, 16bits; length: 2176; undo: Undo [12000 Hz]"},
+        {"Format_FrQ_Menu_5",
+         "\"Changing Sampling rate (Frequency format)|Do you wish to Cha\"; format: stereo, "
+         "16000Hz, 16bits; length: 2901; undo: Undo [16000 Hz]"},
+        {"Format_FrQ_Menu_6",
+         "\"Changing Sampling rate (Frequency format)|Do you wish to Cha\"; format: stereo, "
+         "24000Hz, 16bits; length: 4351; undo: Undo [24000 Hz]"},
+        {"Format_FrQ_Menu_7",
+         "\"Changing Sampling rate (Frequency format)|Do you wish to Cha\"; format: stereo, "
+         "32000Hz, 16bits; length: 5801; undo: Undo [32000 Hz]"},
+        {"Format_FrQ_Menu_8",
+         "\"Changing Sampling rate (Frequency format)|Do you wish to Cha\"; format: stereo, "
+         "48000Hz, 16bits; length: 8700; undo: Undo [48000 Hz]"},
+        {"Format_FrQ_Menu_9", "length: 908; undo: Undo [5000 Hz]; view: 1 to 908"},
+        {"Format_FrQ_Menu_10", "\"Sampling rate|Enter other (not standard) sampling rate Hz\""},
         {"Format_Size_Mnu", "[ Change Size (Duration)]"},
         {"Edit_VolFadeIn_Mnu", "undo: Undo [Fade In]"},
         {"Edit_VolFadeOut_Mnu", "undo: Undo [Fade Out]"},
@@ -377,6 +405,12 @@ class EveryEntryTest : public EditorFixture {
             Window().FileDropped(Music() + "/b.wav"); // mono
         if (Command == "Format_Bit_Menu_1")
             Window().Commands.Run("Format_Bit_Menu_0");
+        if (Command == "Format_FrQ_Menu_0")
+            Window().Commands.Run("Format_FrQ_Menu_3");
+        if (Command == "Format_FrQ_Menu_9") {
+            CurrentFormat.Freq = 5000;
+            Window().SetMenu_To_DefaultFormat();
+        }
         (void)Messages->TakeTexts();
         // A click turns a button that stays pressed in before its command runs.
         for (const ToolButtonRow& Row : ToolbarTable())

@@ -39,6 +39,10 @@ class FormatMenuTest : public EditorFixture {
     [[nodiscard]] std::string Status() const {
         return Part<QLabel>(&Window(), "StatusBar1_Format")->text().toStdString();
     }
+    using PlainChannels = std::pair<Samples, Samples>;
+    static PlainChannels Channels() {
+        return {ChannelSamples(*WaveStore, 1), ChannelSamples(*WaveStore, 2)};
+    }
     void MonoBy(const char* Option) {
         const WithDialog Act([Option](QWidget* Dialog) {
             Part<QRadioButton>(Dialog, Option)->click();
@@ -107,6 +111,115 @@ TEST_F(FormatMenuTest, ThePanelOfTheRightChannelGoesAndComesBack) {
     EXPECT_TRUE(Window().Entry("Interchange_Mnu")->isEnabled());
     EXPECT_EQ(ChannelSamples(*WaveStore, 2), R);
     EXPECT_FALSE(WaveStore->UndoMenu().Enabled);
+}
+
+TEST_F(FormatMenuTest, MarksAndStatusBarFollowTheRateAndItsUndo) {
+    Open(2);
+    const Samples Old = ChannelSamples(*WaveStore, 1);
+    QAction* Custom = Window().Entry("Format_FrQ_Menu_9");
+    EXPECT_FALSE(Custom->isEnabled());
+    Menu("Format_FrQ_Menu_1");
+    EXPECT_EQ(Marks(), (QStringList{"Stereo", "16 Bit", "22050 Hz"}));
+    EXPECT_EQ(Status(), "22050Hz, 16bits");
+    EXPECT_EQ(WaveStore->WavWaveINos, 2000); // 1999 places, half a sample apart, and the silent one
+    Messages->AnswerInput("5000");
+    Menu("Format_FrQ_Menu_10");
+    EXPECT_EQ(Marks(), (QStringList{"Stereo", "16 Bit", "5000 Hz"}));
+    EXPECT_EQ(Custom->text(), "5000 Hz");
+    EXPECT_TRUE(Custom->isEnabled());
+    const std::int32_t Records = WaveStore->UndoCount();
+    Menu("Format_FrQ_Menu_9");
+    EXPECT_EQ(WaveStore->UndoCount(), Records);
+    Menu("Undo_Mnu_1");
+    EXPECT_EQ(Custom->text(), "Custom Hz");
+    EXPECT_FALSE(Custom->isEnabled());
+    EXPECT_EQ(Marks(), (QStringList{"Stereo", "16 Bit", "22050 Hz"}));
+    Menu("Undo_Mnu_1");
+    EXPECT_EQ(Marks(), (QStringList{"Stereo", "16 Bit", "11025 Hz"}));
+    EXPECT_EQ(Status(), "11025Hz, 16bits");
+    EXPECT_EQ(ChannelSamples(*WaveStore, 1), Old);
+    EXPECT_THAT(
+        Messages->TakeTexts(),
+        ::testing::ElementsAre("Changing Sampling rate (Frequency format)|"
+                               "Do you wish to Change Sampling rate?",
+                               "Sampling rate|Enter other (not standard) sampling rate Hz"));
+}
+
+TEST_F(FormatMenuTest, WhatLiesBehindTheEndOfTheNewRateIsLimitedAndUndoBringsItBack) {
+    Open(2);
+    BookmarkAppend({"late", "", BokRange, 700, 900, false});
+    SelStart = 600;
+    SelEnd = 800;
+    PlaySelStart = 900;
+    PlaySelEnd = 950;
+    ViewAll = false;
+    ViewFrom = 801;
+    ViewTotal = 200;
+    Window().Refresh_Wave_View();
+    Menu("Format_FrQ_Menu_3"); // 8000 Hz: 726 samples
+    const std::int32_t Total = WaveStore->WavWaveINos;
+    EXPECT_EQ(Total, 726);
+    EXPECT_LE(SelEnd, Total);
+    EXPECT_EQ(PlaySelStart, 0);
+    EXPECT_EQ(ViewFrom, Total - 200 + 1);
+    EXPECT_EQ(Bookmarks.at(1).From, 700); // and it means the last sample where it is used
+    EXPECT_EQ(Bookmarks.at(1).To, 900);
+    Menu("Undo_Mnu_1");
+    EXPECT_EQ(SelStart, 600);
+    EXPECT_EQ(SelEnd, 800);
+    EXPECT_EQ(ViewFrom, 801);
+    EXPECT_EQ(ViewTotal, 200);
+}
+
+TEST_F(FormatMenuTest, AfterARateFarBelowTheRangeEveryLaterCommandWorks) {
+    Start(WriteWav("a.wav", 60000, 2));
+    Messages->AnswerInput("500");
+    Menu("Format_FrQ_Menu_10");
+    EXPECT_THAT(Messages->TakeTexts(),
+                ::testing::ElementsAre(
+                    "Sampling rate|Enter other (not standard) sampling rate Hz",
+                    "Change Sampling rate - failed|Invalid entry\n(Valid range - 1000 ~ 200000)"));
+    ASSERT_EQ(WaveStore->WavFmtFreq, 500);
+    ASSERT_GT(WaveStore->WavWaveINos, 2700);
+    EXPECT_EQ(Status(), "500Hz, 16bits");
+    EXPECT_EQ(Part<QLabel>(&Window(), "StatusBar1_Size")->text(), "Samples 2723, Duration 05.45");
+    for (const char* View : {"Zoom_Mnu_2", "Zoom_Mnu_3", "Zoom_Mnu_4", "ViewAll_Mnu",
+                             "DisplayToggleMnu_0", "DisplayToggleMnu_1", "SelectAll_Mnu"})
+        Menu(View);
+    const std::int32_t Records = WaveStore->UndoCount();
+    const PlainChannels Before = Channels();
+    int Steps = 0;
+    const auto Step = [&](const char* Entry, const std::string& Name) {
+        Menu("SelectAll_Mnu");
+        Menu(Entry);
+        EXPECT_EQ(WaveStore->UndoMenu().Caption, "Undo [" + Name + "]");
+        ++Steps;
+    };
+    Step("Edit_AdjVol_Mnu_16", "Chg. Vol. 50%");
+    Step("Wave_Reverse_Mnu", "Reverse");
+    Menu("SelectAll_Mnu");
+    Menu("EffectNoisReduMnu_0");
+    Step("EffectNoisReduMnu_1", "Filter Noise");
+    for (const auto& [Entry, Name] : {std::pair("Equalize_Mnu_0", "Equalize"),
+                                      std::pair("Equalize_Mnu_1", "Band Pass Filter")}) {
+        const WithDialog Act([](QWidget* Dialog) { Press(Dialog, "OK_Btn"); });
+        Step(Entry, Name);
+    }
+    Step("Insert_Silence_Mnu", "Insert Silence");
+    Step("Format_Bit_Menu_0", "8 bits");
+    Step("Format_FrQ_Menu_0", "11025 Hz");
+    EXPECT_EQ(Saved().size(), 44U + 2U * static_cast<unsigned>(WaveStore->WavWaveINos));
+    for (; Steps > 0; --Steps)
+        Menu("Undo_Mnu_1");
+    EXPECT_EQ(WaveStore->UndoCount(), Records);
+    EXPECT_TRUE(Channels() == Before);
+    const std::string Bytes = Saved();
+    EXPECT_EQ(static_cast<unsigned char>(Bytes[24]) + 256 * Bytes[25], 500);
+    Menu("New_Mnu"); // as long as the shortest new sound
+    EXPECT_EQ(WaveStore->WavFmtFreq, 500);
+    EXPECT_EQ(WaveStore->WavWaveINos, 10000);
+    for (const std::string& Text : Messages->TakeTexts())
+        EXPECT_THAT(Text, ::testing::HasSubstr("Do you wish")); // and nothing failed
 }
 
 TEST_F(FormatMenuTest, WhatIsSavedHasTheNewFormatAndAfterUndoTheOldOne) {
