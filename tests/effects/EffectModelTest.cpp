@@ -1,11 +1,11 @@
-// All commands that compute, mixed with plain edits and undo, against plain arrays: mono and
-// stereo, 8 and 16 bits, any channel, single samples, a budget so small that nearly everything lies
-// in work files and one that all fits, failures in the midst of a command, and a disk that is full
-// whenever a step is taken back.
+// All commands that compute, mixed with plain edits, changes of the format and undo, against plain
+// arrays: mono and stereo, 8 and 16 bits, any channel, single samples, a budget so small that
+// nearly everything lies in work files and one that all fits, failures in the midst of a command,
+// and a disk that is full whenever a step is taken back.
 //
 // QUORIL_MODEL_STEPS sets the number of commands, QUORIL_MODEL_SEED the first seed.
-#include "effects/EffectModel.h"
 #include "effects/BandFilter.h"
+#include "effects/FormatModel.h"
 #include "effects/NoiseCommands.h"
 #include "effects/NoiseFrames.h"
 #include "effects/NoiseProfile.h"
@@ -22,7 +22,7 @@
 namespace quoril::test {
 namespace {
 
-class EffectModel : public ModelOfDocument {
+class EffectModel : public FormatModel {
   protected:
     void Ramp(const std::string& Name, const std::function<void()>& Command, double First,
               double Second, bool Optimize) {
@@ -286,7 +286,8 @@ class EffectModel : public ModelOfDocument {
             std::int32_t Weight;
             void (EffectModel::*Run)();
         };
-        static constexpr std::array<Choice, 15> Choices = {{{22, &EffectModel::Volume},
+        static constexpr std::array<Choice, 16> Choices = {{{12, &EffectModel::Volume},
+                                                            {10, &EffectModel::ChangeTheFormat},
                                                             {6, &EffectModel::Turn},
                                                             {6, &EffectModel::Flip},
                                                             {6, &EffectModel::Height},
