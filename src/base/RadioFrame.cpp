@@ -3,6 +3,7 @@
 #include <QButtonGroup>
 #include <QDialog>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -30,6 +31,12 @@ QButtonGroup* AddRadioFrame(QDialog& Dialog, QLayout& Place, const char* Heading
         auto* Button = new QRadioButton(QLatin1String(Caption), Frame);
         Button->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(Name)).arg(Index));
         Button->setAccessibleName(QString::fromLatin1(Caption).remove(QLatin1Char('&')));
+        // A key chooses at once, and not when the button comes up again: the next key may already
+        // be the one that closes the dialog.
+        QObject::connect(Button, &QRadioButton::pressed, Button, [Button] {
+            if (QGuiApplication::mouseButtons() == Qt::NoButton)
+                Button->setChecked(true);
+        });
         Group->addButton(Button, Index++);
         Rows->addWidget(Button);
     }
