@@ -1,5 +1,6 @@
 #include "effects/ChannelMix.h"
 #include "effects/EqualizerCommands.h"
+#include "effects/GeneratorCommands.h"
 #include "effects/NoiseCommands.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
@@ -43,6 +44,9 @@ void WireEffectCommands(WaveEditor_Frm& Window) {
                      [Index] { EffectNoisRedu(Index); });
     }
     Commands.Set("EqBandSplit_Mnu", &BandSplitter);
+    Commands.Set("DrawSine_Mnu", &DrawSine);
+    Commands.Set("DrawNoise_Mnu", &DrawNoise);
+    Commands.Set("Modulate_Mnu", &Modulate);
 }
 
 } // namespace quoril

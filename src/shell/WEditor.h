@@ -11,6 +11,7 @@
 #include "shell/CompMonoFrm.h"
 #include "shell/CopyPasteWiring.h"
 #include "shell/DesktopClipboard.h"
+#include "shell/EntFrqFrm.h"
 #include "shell/EqlizFrm.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/LapFrm.h"
@@ -136,6 +137,7 @@ class WEditorClass {
     ChnMixAsker ChnMixQuestions;
     CompMonoAsker CompMonoQuestions;
     EqlizAsker EqlizQuestions;
+    EntFrqAsker FrequencyQuestions;
     BokMrkChosAsker BookmarkChoices;
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;

@@ -12,6 +12,7 @@
 #include "shell/ChnMixFrm.h"
 #include "shell/CompMonoFrm.h"
 #include "shell/CopiedFrm.h"
+#include "shell/EntFrqFrm.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/HelpViewerFrm.h"
 #include "shell/LapFrm.h"
@@ -161,6 +162,11 @@ TEST_F(DialogSizeTest, TheWindowsOfEditingFit) {
         Confirm.UpdateForm();
         Expect(Confirm);
     }
+}
+
+TEST_F(DialogSizeTest, TheWindowsOfMakingAndCleaningFit) {
+    EntFrqFrm Frequency({});
+    Expect(Frequency);
 }
 
 TEST_F(DialogSizeTest, TheWindowsOfTheDiskFit) {

@@ -1,5 +1,6 @@
 // The commands that compute sound, chosen from the menu of the real window.
 #include "base/ViewState.h"
+#include "effects/LiteralWaves.h"
 #include "shell/EditorFixture.h"
 #include "shell/MessageBoxes.h"
 #include "shell/WithDialog.h"
@@ -132,6 +133,55 @@ TEST_F(EffectMenuTest, ChannelMixChangesBothChannelsInOneStep) {
     });
     Menu("ChannelMixMnu");
     EXPECT_THAT(Messages->Texts(), ::testing::IsEmpty());
+}
+
+TEST_F(EffectMenuTest, TonesAreMadeFromTheFrequenciesOfTheDialog) {
+    Open(2);
+    const Samples L = ChannelSamples(*WaveStore, 1);
+    const Samples R = ChannelSamples(*WaveStore, 2);
+    const auto Frequencies = [](const char* Start, bool Returns) {
+        return [=](QWidget* Window) {
+            Part<QLineEdit>(Window, "EnterFrqTxt_1")->setText(QLatin1String(Start));
+            QTest::keyClick(Window, Qt::Key_Return);
+            EXPECT_FALSE(Returns && Window->isVisible());
+        };
+    };
+    {
+        // The question comes back by itself, with what was entered.
+        std::optional<WithDialog> Again;
+        const WithDialog Act([&](QWidget* Window) {
+            Again.emplace([](QWidget* Next) {
+                EXPECT_EQ(Part<QLineEdit>(Next, "EnterFrqTxt_1")->text(), "20001");
+                EXPECT_EQ(Part<QLineEdit>(Next, "EnterFrqTxt_2")->text(), "1000");
+                Part<QLineEdit>(Next, "EnterFrqTxt_1")->setText(QStringLiteral("500"));
+                QTest::keyClick(Next, Qt::Key_Return);
+            });
+            Frequencies("20001", true)(Window);
+        });
+        Menu("DrawSine_Mnu");
+    }
+    EXPECT_EQ(WaveStore->UndoMenu().Caption, "Undo [Sine]");
+    EXPECT_TRUE(ChannelSamples(*WaveStore, 1) ==
+                LiteralSine(1000, 22937, 500, 1000, WaveStore->WavFmtFreq));
+    EXPECT_EQ(ChannelSamples(*WaveStore, 1), ChannelSamples(*WaveStore, 2));
+    Menu("Undo_Mnu_1");
+    {
+        const WithDialog Act(Frequencies("30", false));
+        Menu("Modulate_Mnu");
+    }
+    EXPECT_EQ(WaveStore->UndoMenu().Caption, "Undo [Modulate]");
+    const Samples Tone = LiteralSine(1000, 15000, 30, 1000, WaveStore->WavFmtFreq);
+    EXPECT_TRUE(ChannelSamples(*WaveStore, 2) == LiteralModulate(R, Tone, 16));
+    Menu("Undo_Mnu_1");
+    EXPECT_EQ(ChannelSamples(*WaveStore, 1), L);
+    Menu("DrawNoise_Mnu");
+    EXPECT_THAT(Messages->TakeTexts(),
+                ::testing::ElementsAre("Noise Generated|Noise Generated with all frequencies.\n"
+                                       "Use Equalizer effect on it, to choose as needed."));
+    EXPECT_EQ(ChannelSamples(*WaveStore, 1), ChannelSamples(*WaveStore, 2));
+    Menu("Undo_Mnu_1");
+    EXPECT_EQ(ChannelSamples(*WaveStore, 1), L);
+    EXPECT_FALSE(WaveStore->UndoMenu().Enabled);
 }
 
 TEST_F(EffectMenuTest, ChannelMixCanBeChosenInMonoAndSaysWhyNot) {

@@ -80,6 +80,9 @@ const std::vector<CommandRow>& CommandRows() {
         {"Edit_Lap_Mnu", "[Lap (Cut and overlap)]; length: 1899; undo: Undo [Lap - Smooth]"},
         {"Insert_Silence_Mnu", "length: 2199; undo: Undo [Insert Silence]"},
         {"Silence_Mnu", "undo: Undo [Silence]"},
+        {"DrawSine_Mnu", "[Enter Frequency]; undo: Undo [Sine]"},
+        {"DrawNoise_Mnu", "\"Noise Generated|Noise Generated with all frequencies. Use Eq\"; "
+                          "undo: Undo [Noise]"},
         {"Zoom_Mnu_0", "tool: 1, 4"},
         {"Zoom_Mnu_1", "tool: 1, 6"},
         {"Zoom_Mnu_2", "view: 301 to 900"},
@@ -176,6 +179,7 @@ const std::vector<CommandRow>& CommandRows() {
         {"EqBandSplit_Mnu", "[Quoril Wave Editor - Guide]"},
         {"EffectNoisReduMnu_0", "\"Selected length is not sufficient for the sample size 1024\""},
         {"EffectNoisReduMnu_1", "\"Please define the noise first. That is : Select a small port\""},
+        {"Modulate_Mnu", "[Enter Frequency]; undo: Undo [Modulate]"},
         {"Wave_Reverse_Mnu", "undo: Undo [Reverse]"},
         {"Wave_Invert_Mnu", "undo: Undo [Invert]"},
         {"Wave_MoveUpDn_Mnu", "\"Enter Height percentage to move up or down. (-100 to 100)\""},
