@@ -48,13 +48,30 @@ void CarrierWriter::BlockEnd() {
     Filled = FillingLen = 0;
 }
 
-std::unique_ptr<BlockCarrBuffClass> CarrierWriter::Finish() {
+void CarrierWriter::FillingEnd() {
     if (Filled > 0) {
         Filling.CopyOut(Filled); // no more room than the samples need
         BlockEnd();
     }
     Filling = {};
     FillingLen = 0;
+}
+
+void CarrierWriter::Append(const BlockCarrBuffClass& Source, std::int32_t FromPos,
+                           std::int32_t ToPos) {
+    const std::int32_t After = ToLong(std::int64_t{Total} + ToPos - FromPos + 1);
+    FillingEnd();
+    for (const std::int32_t Index : Source.Blocks().Overlapping(FromPos, ToPos)) {
+        Blocks.reserve(Blocks.size() + 1);
+        const std::int32_t BlockNo = BlockCutRange(Source.Blocks().At(Index), FromPos, ToPos);
+        BlockAt(BlockNo).BlockStart += Total;
+        Blocks.push_back(BlockNo);
+    }
+    Total = After;
+}
+
+std::unique_ptr<BlockCarrBuffClass> CarrierWriter::Finish() {
+    FillingEnd();
     auto Carrier = std::make_unique<BlockCarrBuffClass>();
     Carrier->BuffBlocksPutFresh(std::exchange(Blocks, {}));
     Total = 0;

@@ -29,6 +29,10 @@ class CarrierWriter {
     void Put(std::span<const std::int16_t> Samples);
     /// Appends `Count` samples that `Fill` makes in their place, in one piece or more.
     void Make(std::size_t Count, const PieceFill& Fill);
+    /// Appends a stretch of a carrier, first and last position, without copying its samples. What
+    /// was put before it ends its block there, so this is for stretches of some length. The writer
+    /// is of no use after a failure.
+    void Append(const BlockCarrBuffClass& Source, std::int32_t FromPos, std::int32_t ToPos);
     /// Samples put so far.
     [[nodiscard]] std::int32_t Length() const noexcept { return Total; }
     /// What was put, as a carrier; the writer is then empty.
@@ -36,6 +40,8 @@ class CarrierWriter {
 
   private:
     void BlockEnd();
+    /// Ends the block that is being filled where it stands.
+    void FillingEnd();
 
     std::int32_t BlockLen;
     std::int32_t ExpectedTotal;
