@@ -1,4 +1,5 @@
 #include "effects/ChannelMix.h"
+#include "effects/DeleteSilenceCommand.h"
 #include "effects/EqualizerCommands.h"
 #include "effects/GeneratorCommands.h"
 #include "effects/NoiseCommands.h"
@@ -44,6 +45,7 @@ void WireEffectCommands(WaveEditor_Frm& Window) {
                      [Index] { EffectNoisRedu(Index); });
     }
     Commands.Set("EqBandSplit_Mnu", &BandSplitter);
+    Commands.Set("DeleteSilence_Mnu", &DeleteSilence);
     Commands.Set("DrawSine_Mnu", &DrawSine);
     Commands.Set("DrawNoise_Mnu", &DrawNoise);
     Commands.Set("Modulate_Mnu", &Modulate);

@@ -10,6 +10,7 @@
 #include "shell/CommandWiring.h"
 #include "shell/CompMonoFrm.h"
 #include "shell/CopyPasteWiring.h"
+#include "shell/DelSilenFrm.h"
 #include "shell/DesktopClipboard.h"
 #include "shell/EntFrqFrm.h"
 #include "shell/EqlizFrm.h"
@@ -138,6 +139,7 @@ class WEditorClass {
     CompMonoAsker CompMonoQuestions;
     EqlizAsker EqlizQuestions;
     EntFrqAsker FrequencyQuestions;
+    DelSilenAsker SilenceQuestions;
     BokMrkChosAsker BookmarkChoices;
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;

@@ -12,6 +12,7 @@
 #include "shell/ChnMixFrm.h"
 #include "shell/CompMonoFrm.h"
 #include "shell/CopiedFrm.h"
+#include "shell/DelSilenFrm.h"
 #include "shell/EntFrqFrm.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/HelpViewerFrm.h"
@@ -164,9 +165,15 @@ TEST_F(DialogSizeTest, TheWindowsOfEditingFit) {
     }
 }
 
-TEST_F(DialogSizeTest, TheWindowsOfMakingAndCleaningFit) {
+TEST_F(DialogSizeTest, TheWindowsOfMakingAndCleaningFitWithAllTheirErrors) {
     EntFrqFrm Frequency({});
     Expect(Frequency);
+    for (const std::int16_t Style : {std::int16_t{1}, std::int16_t{2}}) {
+        DelSilenFrm Silence({-1, -1, Style, -1, -1, -1, -1});
+        for (QLineEdit* Field : Silence.findChildren<QLineEdit*>())
+            Field->setText(QStringLiteral("-1"));
+        Expect(Silence);
+    }
 }
 
 TEST_F(DialogSizeTest, TheWindowsOfTheDiskFit) {

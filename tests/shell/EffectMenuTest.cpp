@@ -184,6 +184,44 @@ TEST_F(EffectMenuTest, TonesAreMadeFromTheFrequenciesOfTheDialog) {
     EXPECT_FALSE(WaveStore->UndoMenu().Enabled);
 }
 
+TEST_F(EffectMenuTest, SilenceIsDeletedAsTheDialogSaysAndTheValuesAreKept) {
+    Open(2);
+    const Samples L = ChannelSamples(*WaveStore, 1);
+    const Samples R = ChannelSamples(*WaveStore, 2);
+    {
+        const WithDialog Act([](QWidget* Window) {
+            Part<QLineEdit>(Window, "VolTxt")->setText(QStringLiteral("99"));
+            Part<QLineEdit>(Window, "DurTxt")->setText(QStringLiteral("0.03"));
+            Part<QLineEdit>(Window, "BalDurTxt")->setText(QStringLiteral("0.01"));
+            Press(Window, "OkBtn");
+        });
+        Menu("DeleteSilence_Mnu");
+    }
+    EXPECT_EQ(WaveStore->UndoMenu().Caption, "Undo [Delete Silence]");
+    LiteralSilenceRule Rule;
+    Rule.Rate = WaveStore->WavFmtFreq;
+    Rule.SilenVol = 0.99;
+    Rule.SilenDur = 0.03;
+    Rule.BalDur = 0.01;
+    LiteralWave NewL;
+    LiteralWave NewR;
+    LiteralDeleteSilence(L, R, Rule, NewL, NewR);
+    EXPECT_LT(NewL.size(), L.size());
+    EXPECT_TRUE(ChannelSamples(*WaveStore, 1) == NewL);
+    EXPECT_TRUE(ChannelSamples(*WaveStore, 2) == NewR);
+    Menu("Undo_Mnu_1");
+    EXPECT_EQ(ChannelSamples(*WaveStore, 1), L);
+    EXPECT_EQ(ChannelSamples(*WaveStore, 2), R);
+    const WithDialog Act([](QWidget* Window) {
+        EXPECT_EQ(Part<QLineEdit>(Window, "VolTxt")->text(), "99.00");
+        EXPECT_EQ(Part<QLineEdit>(Window, "BalDurTxt")->text(), "0.01");
+        Press(Window, "CancelBtn");
+    });
+    Menu("DeleteSilence_Mnu");
+    EXPECT_FALSE(WaveStore->UndoMenu().Enabled);
+    EXPECT_THAT(Messages->Texts(), ::testing::IsEmpty());
+}
+
 TEST_F(EffectMenuTest, ChannelMixCanBeChosenInMonoAndSaysWhyNot) {
     Open(1);
     EXPECT_TRUE(Window().Entry("ChannelMixMnu")->isEnabled());

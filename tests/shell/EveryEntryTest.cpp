@@ -179,6 +179,7 @@ const std::vector<CommandRow>& CommandRows() {
         {"EqBandSplit_Mnu", "[Quoril Wave Editor - Guide]"},
         {"EffectNoisReduMnu_0", "\"Selected length is not sufficient for the sample size 1024\""},
         {"EffectNoisReduMnu_1", "\"Please define the noise first. That is : Select a small port\""},
+        {"DeleteSilence_Mnu", "[Delete Silence / Low volume]; undo: Undo [Delete Silence]"},
         {"Modulate_Mnu", "[Enter Frequency]; undo: Undo [Modulate]"},
         {"Wave_Reverse_Mnu", "undo: Undo [Reverse]"},
         {"Wave_Invert_Mnu", "undo: Undo [Invert]"},
