@@ -27,6 +27,7 @@ void WaveEditor_Frm::RegisterOwnCommands() {
     });
     RegisterSelectCommands();
     RegisterViewCommands();
+    RegisterDrawCommands();
 }
 
 namespace {

@@ -28,6 +28,7 @@ class QBoxLayout;
 class QGridLayout;
 class QLabel;
 class QMenu;
+class QTimer;
 class QToolButton;
 
 namespace quoril {
@@ -138,6 +139,13 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     /// DispFrqVolPic shows the sound around a sample of a channel, 1 or 2.
     void ShowBands(std::int32_t Pos, std::int32_t Channel);
 
+    /// Shows a point of a stroke on panel `Index`, in place of the one that its column has. Beside
+    /// the document and the panel nothing is shown.
+    void Draw_Point_Wave_Pic(int Index, std::int32_t Pos, std::int32_t Val);
+    /// The same for one of several points: gives the pixels that have changed, which the caller
+    /// then has updated.
+    [[nodiscard]] QRect PlaceDrawnPoint(int Index, std::int32_t Pos, std::int32_t Val);
+
     /// What the mouse does over the wave panels.
     std::unique_ptr<WavePanelMouse> PanelMouse;
     /// And over the time scale and the overview bar.
@@ -172,6 +180,10 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     void RegisterOwnCommands();
     void RegisterSelectCommands();
     void RegisterViewCommands();
+    void RegisterDrawCommands();
+    void DrawBegin();
+    /// The entries and buttons of the tool Draw follow it once it has been put away.
+    void DrawBtnEnbl();
     void ChoosePasteMode(int Mode);
     void AskValue(int Index);
     void ShowPopMnu(int Index, const QPoint& Where);
@@ -196,6 +208,7 @@ class WaveEditor_Frm final : public QMainWindow, public UndoListener, public Vie
     std::map<std::string, QLabel*> StatusPanels;
     QAction* LastFilesPlace = nullptr;
     std::vector<QAction*> LastFiles;
+    QTimer* DrawBtnEnblTimer = nullptr;
     int PasteModeChosen = 0;
     int PopMnuLabel = 0;
 };

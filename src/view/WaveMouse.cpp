@@ -98,6 +98,9 @@ void WaveMouseClass::Press(std::int32_t Panel, double X, std::int32_t Button) {
         ToolIs(MouseModeSelect, ViewMouseModeNone);
         Refresh_Wave_View();
         break;
+    case MouseModeDraw:
+        Grab(MouseHold::Draw, Pos, MouseMode);
+        break;
     default:
         break;
     }
@@ -203,7 +206,7 @@ void WaveMouseClass::Grab(MouseHold Kind, std::int32_t Pos, std::int32_t ModeBef
 // ---- Move and release
 
 bool WaveMouseClass::Move(double X) {
-    if (Held == MouseHold::None || GroundLost())
+    if (Held == MouseHold::None || GroundLost() || Held == MouseHold::Draw)
         return false;
     const std::int32_t Pos = WavePositionAt(X);
     if (Held == MouseHold::Pan) {
@@ -228,21 +231,22 @@ void WaveMouseClass::Pan(std::int32_t Pos) {
     Refresh_Wave_View();
 }
 
-void WaveMouseClass::Release(double X, std::int32_t Button) {
-    if (Button != MouseButtonLeft || Held == MouseHold::None || GroundLost())
-        return;
+bool WaveMouseClass::Release(double X, std::int32_t Button) {
+    if (Button != LastButton || Held == MouseHold::None || GroundLost())
+        return false;
     const bool Selecting = Held == MouseHold::Select;
     const bool RangeBefore = HadRange;
     if (Selecting)
         Select(WavePositionAt(X));
     Clear();
     if (!Selecting)
-        return;
+        return true;
     RefreshMousePointer();
     Refresh_Wave_View();
     if (RangeBefore && SelStart == SelEnd)
         UserGuide("A left click clears the earlier selection and sets a new first point. A right "
                   "click adjusts a selection.");
+    return true;
 }
 
 void WaveMouseClass::Select(std::int32_t Pos) {
@@ -260,7 +264,7 @@ void WaveMouseClass::DoubleClick(std::int32_t Panel, double X, std::int32_t Butt
     if (Held != MouseHold::None || CurrentDocument().Total < 1)
         return;
     const bool SelectsAll = Button == MouseButtonLeft && LastButton != MouseButtonRight &&
-                            ViewMouseMode == ViewMouseModeNone;
+                            ViewMouseMode == ViewMouseModeNone && MouseMode != MouseModeDraw;
     if (!SelectsAll)
         return Press(Panel, X, Button);
     TakePanel(Panel);
@@ -279,9 +283,9 @@ void WaveMouseClass::Clear() noexcept {
 void WaveMouseClass::Abandon() {
     if (Held == MouseHold::None)
         return;
-    const bool Selecting = Held == MouseHold::Select;
+    const bool Panning = Held == MouseHold::Pan;
     Clear();
-    if (!Selecting)
+    if (Panning)
         return;
     if (MouseMode == AtPress.Mode)
         MouseMode = ModeAtPress;
@@ -300,7 +304,7 @@ bool WaveMouseClass::GroundLost() {
 
 bool WaveMouseClass::Revise() {
     bool Changed = false;
-    if (Held == MouseHold::Select && GroundNow() != AtPress) {
+    if ((Held == MouseHold::Select || Held == MouseHold::Draw) && GroundNow() != AtPress) {
         Clear();
         if (MouseMode == AtPress.Mode && MouseMode == MouseModeSecondPoint)
             MouseMode = MouseModeSelect;

@@ -22,8 +22,8 @@ inline constexpr std::int32_t ViewMouseModeZoomEnd = 5; ///< waits for the secon
 inline constexpr std::int32_t ViewMouseModeZoomAt = 6;
 inline constexpr std::int32_t ViewMouseModePan = 8;
 
-/// Between the press of the left button and its release.
-enum class MouseHold : std::uint8_t { None, Select, Pan };
+/// Between the press of a button and its release. A stroke is drawn with either button.
+enum class MouseHold : std::uint8_t { None, Select, Pan, Draw };
 
 /// The sample under a pixel of a panel, for the view as it stands: limited to 1 and the length of
 /// the document; 0 when that is empty.
@@ -56,12 +56,13 @@ class WaveMouseClass {
     /// The mouse moved, and `MoveWait` is off. True when a range is dragged: then the rubber band
     /// is to be drawn.
     bool Move(double X);
-    /// A button came up, wherever the mouse is.
-    void Release(double X, std::int32_t Button);
+    /// A button came up, wherever the mouse is. True when that was the end of a gesture which
+    /// counts.
+    bool Release(double X, std::int32_t Button);
     /// The second press of two quick ones. It counts as a press, unless it selects everything.
     void DoubleClick(std::int32_t Panel, double X, std::int32_t Button);
     /// The button will not come up here: the window lost the mouse or the keyboard. What the press
-    /// did to the tool is undone; the selection stays as it was.
+    /// did to the tool is undone; the selection stays as it was, and a stroke is dropped.
     void Abandon();
     /// After a change that came from elsewhere. A drag whose tool, selection or document is another
     /// one now is over, and a second click without its first point is not waited for. True when
@@ -71,6 +72,8 @@ class WaveMouseClass {
     void Clear() noexcept;
 
     [[nodiscard]] MouseHold Hold() const noexcept { return Held; }
+    /// The button that is held, or was pressed last.
+    [[nodiscard]] std::int32_t Button() const noexcept { return LastButton; }
     /// The mouse has been moved with the button held: the rubber band is on the panels.
     [[nodiscard]] bool Dragging() const noexcept { return Held == MouseHold::Select && DragSeen; }
 

@@ -1,5 +1,7 @@
 #include "view/WavePanel.h"
 
+#include "view/WaveColumns.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -21,6 +23,7 @@ void WavePanel::TakeSnapshot() {
     // Into the memory that is there: a fresh image of this size costs more than the copy.
     std::memcpy(WaveBak_Pic.bits(), Now.constBits(), std::size_t(Now.sizeInBytes()));
     InvertedFirst = InvertedPast = 0;
+    PointRow.assign(std::size_t(Now.width()), -1);
 }
 
 void WavePanel::ShowInverted(int First, int Past) {
@@ -53,9 +56,34 @@ void WavePanel::Invert(int From, int To) {
         for (int Column = First; Column < Past; ++Column)
             Line[Column] ^= Inverted;
     }
-    const int Left = int(std::floor(From / PixelRatio()));
-    const int Right = int(std::ceil(To / PixelRatio()));
-    update(QRect(Left, InnerRect().top(), Right - Left, InnerRect().height()));
+    UpdatePixels(QRect(From, 0, To - From, Shown.height()));
+}
+
+QRect WavePanel::PlacePoint(double X, double Y, const QColor& Color) {
+    QImage& Shown = Picture();
+    const QPoint Place(PixelOf(X), PixelOf(Y));
+    if (WaveBak_Pic.size() != Shown.size() || !Shown.rect().contains(Place))
+        return {};
+    QRect Changed(Place, QSize(1, 1));
+    // Of the whole column no other pixel differs from the finished picture.
+    int& Row = PointRow[std::size_t(Place.x())];
+    if (Row >= 0) {
+        const QPoint Before(Place.x(), Row);
+        Shown.setPixel(Before, WaveBak_Pic.pixel(Before));
+        Changed |= QRect(Before, QSize(1, 1));
+    }
+    Row = Place.y();
+    Shown.setPixel(Place, Color.rgb());
+    return Changed;
+}
+
+void WavePanel::UpdatePixels(const QRect& Pixels) {
+    if (Pixels.isEmpty())
+        return;
+    const double Ratio = PixelRatio();
+    const QRectF Seen(Pixels.x() / Ratio, Pixels.y() / Ratio, Pixels.width() / Ratio,
+                      Pixels.height() / Ratio);
+    update(Seen.toAlignedRect().translated(0, InnerRect().top()));
 }
 
 } // namespace quoril

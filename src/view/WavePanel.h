@@ -3,6 +3,8 @@
 
 #include "view/PicturePanel.h"
 
+#include <vector>
+
 namespace quoril {
 
 class WavePanel final : public PicturePanel {
@@ -18,6 +20,12 @@ class WavePanel final : public PicturePanel {
     /// columns that change are drawn; whatever else was drawn since the last refresh stays.
     void ShowInverted(int First, int Past);
 
+    /// Sets a pixel over the finished picture; the column gives up the one that was set in it
+    /// before. Gives the pixels that have changed; none beside the panel.
+    QRect PlacePoint(double X, double Y, const QColor& Color);
+    /// Shows changed pixels of the picture on the screen.
+    void UpdatePixels(const QRect& Pixels);
+
     /// The finished picture of the last refresh, without mouse feedback. Null before the first.
     QImage WaveBak_Pic;
     PanelLine* MouseLine;  ///< follows the mouse
@@ -29,6 +37,7 @@ class WavePanel final : public PicturePanel {
     int ChannelIndex;
     int InvertedFirst = 0; // the columns that are inverted now
     int InvertedPast = 0;
+    std::vector<int> PointRow; // of each column the row of its point; -1 without one
 };
 
 } // namespace quoril

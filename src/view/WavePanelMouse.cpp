@@ -14,6 +14,7 @@
 #include "view/WaveEditor_Frm.h"
 #include "view/WavePanel.h"
 #include "view/WaveSource.h"
+#include "view/ZoomMod.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -108,11 +109,13 @@ bool WavePanelMouse::PanelEvent(WavePanel& Panel, QEvent* Event) {
 // ---- Buttons
 
 void WavePanelMouse::Press(WavePanel& Panel, const QMouseEvent& Event) {
-    if (Mouse.Hold() == MouseHold::None) {
+    const bool Free = Mouse.Hold() == MouseHold::None;
+    if (Free) {
         Under = &Panel;
         At = Panel.PlaceOf(Event);
     }
-    const double X = Panel.PixelAt(Panel.PlaceOf(Event)).x();
+    const QPoint Pixel = Panel.PixelAt(Panel.PlaceOf(Event));
+    const double X = Pixel.x();
     const std::int32_t Button = ButtonOf(Event.button());
     if (Event.type() == QEvent::MouseButtonDblClick)
         Mouse.DoubleClick(Panel.Channel(), X, Button);
@@ -120,13 +123,17 @@ void WavePanelMouse::Press(WavePanel& Panel, const QMouseEvent& Event) {
         Mouse.Press(Panel.Channel(), X, Button);
     if (Mouse.MoveWait)
         MouseMoveWaitTimer->start();
+    if (Free && Mouse.Hold() == MouseHold::Draw)
+        BeginStroke(Pixel);
     ShowZoomTip();
 }
 
 void WavePanelMouse::Move(WavePanel& Panel, const QMouseEvent& Event) {
     Window.StatusGuide("Press F1 to see help");
     // The release can have gone to a menu or another window.
-    if (Mouse.Hold() != MouseHold::None && !(Event.buttons() & Qt::LeftButton))
+    const Qt::MouseButton Held =
+        Mouse.Button() == MouseButtonRight ? Qt::RightButton : Qt::LeftButton;
+    if (Mouse.Hold() != MouseHold::None && !(Event.buttons() & Held))
         Abandon();
     if (Mouse.MoveWait)
         return;
@@ -138,12 +145,18 @@ void WavePanelMouse::Move(WavePanel& Panel, const QMouseEvent& Event) {
     ShowZoomTip();
     if (Mouse.Move(Panel.PixelAt(At).x()))
         ShowBand();
+    if (Mouse.Hold() == MouseHold::Draw)
+        MoveStroke(Panel.PixelAt(At));
 }
 
 void WavePanelMouse::Release(WavePanel& Panel, const QMouseEvent& Event) {
-    Mouse.Release(Panel.PixelAt(Panel.PlaceOf(Event)).x(), ButtonOf(Event.button()));
+    const bool Drawing = Mouse.Hold() == MouseHold::Draw;
+    const bool Ended =
+        Mouse.Release(Panel.PixelAt(Panel.PlaceOf(Event)).x(), ButtonOf(Event.button()));
     if (Mouse.Hold() == MouseHold::None)
         MouseMoveWaitTimer->stop();
+    if (Drawing && Ended)
+        EndStroke();
 }
 
 void WavePanelMouse::Left() {
@@ -168,10 +181,42 @@ void WavePanelMouse::Clear() {
     Mouse.Clear();
 }
 
+// ---- Strokes
+
+void WavePanelMouse::BeginStroke(const QPoint& Pixel) {
+    Stroke.Begin(WavePositionAt(Pixel.x()), Window.PanelScale.ValueAt(Pixel.y()));
+    ShowStroke(1);
+}
+
+void WavePanelMouse::MoveStroke(const QPoint& Pixel) {
+    ShowStroke(Stroke.Move(WavePositionAt(Pixel.x()), Window.PanelScale.ValueAt(Pixel.y()),
+                           Source->Facts().Freq));
+}
+
+void WavePanelMouse::ShowStroke(std::int32_t From) {
+    QRect Changed;
+    for (auto i = std::size_t(From); i < Stroke.DrawPos.size(); ++i)
+        Changed |= Window.PlaceDrawnPoint(Under->Channel(), Stroke.DrawPos[i], Stroke.DrawVal[i]);
+    Under->UpdatePixels(Changed);
+}
+
+void WavePanelMouse::EndStroke() {
+    const DocumentFacts Document = Source->Facts();
+    const DrawnStretch Drawn =
+        Stroke.Drawn(std::max(ViewFrom, 1), ViewEndOf(Document.Total), Document.Bits);
+    // What could not be taken is not to stay on the panel.
+    RunCommand({}, [&] {
+        if (!Drawn.Samples.empty())
+            DrawnStretchPut(Under->Channel(), Drawn);
+    });
+    Refresh_Wave_View();
+}
+
 // ---- Wheel
 
 void WavePanelMouse::Turn(const WavePanel& Panel, const QWheelEvent& Event) {
-    if (Mouse.Hold() != MouseHold::Pan)
+    // What goes out of view while it is drawn would not be taken.
+    if (Mouse.Hold() != MouseHold::Pan && Mouse.Hold() != MouseHold::Draw)
         Wheel.Turn(Event, Panel.PixelAt(Event.position()).x() / Panel.ScaleSpan());
 }
 
@@ -274,6 +319,8 @@ void WavePanelMouse::PictureRefreshed() {
         Window.RefreshDisplayLabels(true);
     if (Mouse.Dragging())
         ShowBand();
+    if (Mouse.Hold() == MouseHold::Draw)
+        ShowStroke(1);
     if (Under != nullptr)
         ShowReadOut();
     if (Source->Facts().Total < 1) {

@@ -1,6 +1,7 @@
 // Mouse and wheel over the wave panels, as the window system tells them.
 #pragma once
 
+#include "view/DrawStroke.h"
 #include "view/WaveMouse.h"
 #include "view/WheelTurn.h"
 
@@ -56,6 +57,11 @@ class WavePanelMouse final : public QObject {
     void ShowReadOut();
     void ShowLines();
     void ShowBand();
+    void BeginStroke(const QPoint& Pixel);
+    void MoveStroke(const QPoint& Pixel);
+    void EndStroke();
+    /// Draws the points of the stroke from a number on.
+    void ShowStroke(std::int32_t From);
     void ShowZoomTip();
     void FollowTool();
 
@@ -71,6 +77,7 @@ class WavePanelMouse final : public QObject {
     const WaveSource* Source = nullptr;
     WheelTurn Wheel;
     QLabel* ZoomTipLbl;
+    DrawStroke Stroke;
     WavePanel* Under = nullptr; // the panel that the mouse is on, or was pressed on
     QPointF At;                 // where on it, in pixels of the window system
 };

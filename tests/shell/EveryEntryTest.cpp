@@ -80,6 +80,8 @@ const std::vector<CommandRow>& CommandRows() {
         {"Edit_Lap_Mnu", "[Lap (Cut and overlap)]; length: 1899; undo: Undo [Lap - Smooth]"},
         {"Insert_Silence_Mnu", "length: 2199; undo: Undo [Insert Silence]"},
         {"Silence_Mnu", "undo: Undo [Silence]"},
+        {"Draw_Mnu_1", "tool: 7, 0"},
+        {"Draw_Mnu_2", "tool: 0, 0"},
         {"DrawSine_Mnu", "[Enter Frequency]; undo: Undo [Sine]"},
         {"DrawNoise_Mnu", "\"Noise Generated|Noise Generated with all frequencies. Use Eq\"; "
                           "undo: Undo [Noise]"},
