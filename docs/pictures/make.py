@@ -84,6 +84,20 @@ class Camera:
         self.keys("Escape")
         self.desktop.wait_for_window(editor, is_main_window)
 
+    def draw(self, window):
+        """Takes the main window in the midst of a stroke, and drops the stroke."""
+        self.desktop.run("xdotool", "mousemove", "--window", window.id, "640", "250", "keydown", "ctrl",
+                         "click", "--repeat", "12", "--delay", "20", "4", "keyup", "ctrl")
+        self.keys("alt+e")
+        self.keys("r", "d")
+        stroke = [("400", "260"), ("480", "190"), ("560", "280"), ("640", "210")]
+        self.desktop.run("xdotool", "mousemove", "--window", window.id, "320", "200", "mousedown", "1",
+                         "sleep", "0.2", *(word for place in stroke for word in
+                                           ("mousemove", "--window", window.id, *place)))
+        self.take(window, "draw")
+        self.desktop.run("xdotool", "mouseup", "1")
+        self.keys("Escape", "ctrl+z", "F5")
+
     def end(self, editor):
         self.desktop.close_all(editor)
 
@@ -139,10 +153,13 @@ def main():
                                  ("alt+m", ("m",), "convert-to-mono"),
                                  ("alt+m", ("r", "o"), "enter-rate"),
                                  ("alt+c", ("e",), "equalizer"),
-                                 ("alt+c", ("p",), "band-filter")):
+                                 ("alt+c", ("p",), "band-filter"),
+                                 ("alt+c", ("d",), "delete-silence"),
+                                 ("alt+e", ("r", "s"), "enter-frequency")):
             camera.keys(menu)
             camera.keys(*keys)
             camera.dialog(editor, name)
+        camera.draw(window)
         camera.disk_space(editor)
         camera.record(editor)
         camera.keys("ctrl+d", "ctrl+v")

@@ -1,12 +1,12 @@
 """Commands chosen by keys from the menus of the real window: menus, dialogs, what is saved, and
 undo."""
 
-from desktop_test import DesktopTest
+from desktop_test import QUIET, DesktopTest
 from virtual_desktop import DesktopError, wait_until
 
 
 class MenuSteps(DesktopTest):
-    """A test has `editor` and its main `window`, and the `file` that it saves."""
+    """A test has `editor` and its main `window`, and the `file` that it saves: see `open_sound`."""
 
     def keys(self, *keys):
         self.desktop.run("xdotool", "key", "--clearmodifiers", *keys)
@@ -56,6 +56,15 @@ class MenuSteps(DesktopTest):
         self.saved(expected)
         self.keys("ctrl+z")
         self.saved(sound)
+
+    def open_sound(self, name, sound):
+        """Opens a file of that sound with everything selected, as if there had been no last time."""
+        self.write_settings(QUIET)
+        self.file = self.folder / name
+        self.file.write_bytes(sound.wav_bytes())
+        self.editor, self.window = self.start_editor(self.file)
+        self.desktop.run("xdotool", "windowactivate", "--sync", self.window.id)
+        self.keys("ctrl+a")
 
     def end(self):
         self.desktop.close(self.window)

@@ -5,7 +5,6 @@ import random
 import struct
 import unittest
 
-from desktop_test import QUIET
 from menu_steps import MenuSteps
 
 FRAMES = 3001
@@ -101,13 +100,8 @@ class Sound:
 
 class Effects(MenuSteps):
     def open(self, bits):
-        self.write_settings(QUIET) # as if there had been no last time
         sound = Sound.noise(bits)
-        self.file = self.folder / f"noise{bits}.wav"
-        self.file.write_bytes(sound.wav_bytes())
-        self.editor, self.window = self.start_editor(self.file)
-        self.desktop.run("xdotool", "windowactivate", "--sync", self.window.id)
-        self.keys("ctrl+a")
+        self.open_sound(f"noise{bits}.wav", sound)
         return sound
 
     def test_fade_undo_mix_and_save(self):
