@@ -1,6 +1,7 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -46,6 +47,15 @@ std::size_t NumberAtStart(std::string_view Text, double& Value) noexcept {
     return static_cast<std::size_t>(Parsed.ptr - Begin);
 }
 
+template <class Number>
+std::string ShortestText(Number Value) {
+    std::array<char, 400>
+        Letters; // the smallest double has 1 and 324 decimals, the largest 309 digits
+    const auto Written = std::to_chars(Letters.data(), Letters.data() + Letters.size(), Value,
+                                       std::chars_format::fixed);
+    return {Letters.data(), Written.ptr};
+}
+
 } // namespace
 
 std::string LowerCase(std::string_view Text) {
@@ -83,6 +93,14 @@ std::optional<double> NumberAlone(std::string_view Text) noexcept {
     if (Length == 0 || Text.find_first_not_of(Blanks, Length) != std::string_view::npos)
         return std::nullopt;
     return Value;
+}
+
+std::string NumberText(float Value) {
+    return ShortestText(Value);
+}
+
+std::string NumberText(double Value) {
+    return ShortestText(Value);
 }
 
 std::vector<std::string> TextParts(std::string_view Text, char Mark, std::size_t Most) {

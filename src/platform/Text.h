@@ -21,6 +21,10 @@ namespace quoril {
 /// The decimal number that the whole text is, blanks at both ends aside; nothing for anything else,
 /// and for a number beyond the range of double. The decimal mark is always the point.
 [[nodiscard]] std::optional<double> NumberAlone(std::string_view Text) noexcept;
+/// The shortest text that is read as the same number: digits, with a point where there are
+/// decimals.
+[[nodiscard]] std::string NumberText(float Value);
+[[nodiscard]] std::string NumberText(double Value);
 /// The parts of a text between the marks: one more than there are marks, or `Most` and one that has
 /// what is left, where there are more. A text of any length then costs no more than these.
 [[nodiscard]] std::vector<std::string> TextParts(std::string_view Text, char Mark,

@@ -3,6 +3,7 @@
 #include <clocale>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <locale>
 #include <string>
 
@@ -43,6 +44,18 @@ TEST(Text, TakesTheLeadingNumber) {
     EXPECT_EQ(LeadingNumber("1e"), 1.0);
     EXPECT_EQ(LeadingNumber("1,5"), 1.0);
     EXPECT_EQ(LeadingNumber("0.1"), 0.1);
+}
+
+TEST(Text, WritesTheShortestTextThatIsReadAsTheSameNumber) {
+    EXPECT_EQ(NumberText(0.08F), "0.08");
+    EXPECT_EQ(NumberText(100.0F), "100");
+    EXPECT_EQ(NumberText(0.0000012F), "0.0000012");
+    EXPECT_EQ(NumberText(50.0), "50");
+    EXPECT_EQ(NumberText(-2.5), "-2.5");
+    EXPECT_EQ(NumberText(10000.0 / 120), "83.33333333333333");
+    for (const double Extreme : {std::numeric_limits<double>::denorm_min(),
+                                 std::numeric_limits<double>::max(), 0.1, 1.0 / 3})
+        EXPECT_EQ(LeadingNumber(NumberText(Extreme)), Extreme);
 }
 
 TEST(Text, GivesZeroForAnythingElse) {
