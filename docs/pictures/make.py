@@ -155,7 +155,9 @@ def main():
                                  ("alt+c", ("e",), "equalizer"),
                                  ("alt+c", ("p",), "band-filter"),
                                  ("alt+c", ("d",), "delete-silence"),
-                                 ("alt+e", ("r", "s"), "enter-frequency")):
+                                 ("alt+e", ("r", "s"), "enter-frequency"),
+                                 ("alt+c", ("s",), "stretch"),
+                                 ("alt+c", ("c",), "speed")):
             camera.keys(menu)
             camera.keys(*keys)
             camera.dialog(editor, name)

@@ -3,6 +3,7 @@
 #include "effects/EqualizerCommands.h"
 #include "effects/GeneratorCommands.h"
 #include "effects/NoiseCommands.h"
+#include "effects/StretchCommands.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
 #include "shell/CommandWiring.h"
@@ -43,6 +44,7 @@ void WireEffectCommands(WaveEditor_Frm& Window) {
         Commands.Set("Equalize_Mnu_" + std::to_string(Index), [Index] { Equalize(Index); });
         Commands.Set("EffectNoisReduMnu_" + std::to_string(Index),
                      [Index] { EffectNoisRedu(Index); });
+        Commands.Set("Stretch_Mnu_" + std::to_string(Index), [Index] { Stretch(Index); });
     }
     Commands.Set("EqBandSplit_Mnu", &BandSplitter);
     Commands.Set("DeleteSilence_Mnu", &DeleteSilence);

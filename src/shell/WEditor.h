@@ -13,6 +13,7 @@
 #include "shell/DelSilenFrm.h"
 #include "shell/DesktopClipboard.h"
 #include "shell/EntFrqFrm.h"
+#include "shell/EntStrchFrm.h"
 #include "shell/EqlizFrm.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/LapFrm.h"
@@ -140,6 +141,7 @@ class WEditorClass {
     EqlizAsker EqlizQuestions;
     EntFrqAsker FrequencyQuestions;
     DelSilenAsker SilenceQuestions;
+    StretchAsker StretchQuestions;
     BokMrkChosAsker BookmarkChoices;
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;

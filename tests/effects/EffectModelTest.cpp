@@ -6,10 +6,12 @@
 // QUORIL_MODEL_STEPS sets the number of commands, QUORIL_MODEL_SEED the first seed.
 #include "effects/BandFilter.h"
 #include "effects/FormatModel.h"
+#include "effects/LiteralStretch.h"
 #include "effects/NoiseCommands.h"
 #include "effects/NoiseFrames.h"
 #include "effects/NoiseProfile.h"
 #include "effects/ScriptedEqliz.h"
+#include "effects/ScriptedStretch.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
 #include "support/FromEnvironment.h"
@@ -223,6 +225,43 @@ class EffectModel : public FormatModel {
                 });
             });
     }
+    /// Puts `New` in the place of the samples from `From` on, as far as there are some.
+    static void Overwrite(Samples& Mine, std::size_t From, const Samples& New) {
+        Mine.resize(std::max(Mine.size(), From + New.size()), 0);
+        std::copy(New.begin(), New.end(), Mine.begin() + static_cast<std::ptrdiff_t>(From));
+    }
+    void Lengthen() {
+        const std::int32_t Index = Number(0, 1);
+        // A document that has become long is shrunk.
+        const bool Long = Total() > 6000;
+        const double Start =
+            Index == 0 ? Number(10, Long ? 90 : 400) : Number(Long ? 110 : 25, 1000);
+        const double End = Number(0, 1) == 0 ? Start : Start + 1;
+        const bool Moves = Number(0, 1) == 0;
+        Strch.Accept({std::to_string(Start), std::to_string(End), true, Moves});
+        Run(
+            Index == 0 ? "Stretch/Shrink" : "Change Speed", [Index] { Stretch(Index); },
+            [&] {
+                const auto From = static_cast<std::size_t>(SelStart) - 1;
+                for (std::size_t c = 0; c < 2; ++c) {
+                    if (!InWork(c))
+                        continue;
+                    Samples& Mine = Now.Channels[c];
+                    const Samples Part(Mine.begin() + SelStart - 1, Mine.begin() + SelEnd);
+                    Samples New = Index == 0
+                                      ? LiteralStretch(Part, Now.Bits, Start, End)
+                                      : LiteralStretch(Part, Now.Bits, 10000 / Start, 10000 / End);
+                    if (!Moves) {
+                        New.resize(std::max(New.size(), Part.size()), 0);
+                        Overwrite(Mine, From, New);
+                        continue;
+                    }
+                    Mine.erase(Mine.begin() + SelStart - 1, Mine.begin() + SelEnd);
+                    Mine.insert(Mine.begin() + SelStart - 1, New.begin(), New.end());
+                }
+                Pad();
+            });
+    }
     void Insert() {
         if (Total() > 6000)
             return Delete();
@@ -286,7 +325,7 @@ class EffectModel : public FormatModel {
             std::int32_t Weight;
             void (EffectModel::*Run)();
         };
-        static constexpr std::array<Choice, 16> Choices = {{{12, &EffectModel::Volume},
+        static constexpr std::array<Choice, 17> Choices = {{{12, &EffectModel::Volume},
                                                             {10, &EffectModel::ChangeTheFormat},
                                                             {6, &EffectModel::Turn},
                                                             {6, &EffectModel::Flip},
@@ -296,6 +335,7 @@ class EffectModel : public FormatModel {
                                                             {8, &EffectModel::MixChannels},
                                                             {6, &EffectModel::FilterBands},
                                                             {5, &EffectModel::FilterNoise},
+                                                            {6, &EffectModel::Lengthen},
                                                             {6, &EffectModel::Insert},
                                                             {5, &EffectModel::Delete},
                                                             {5, &EffectModel::Paste},
@@ -321,6 +361,7 @@ class EffectModel : public FormatModel {
     }
 
     ScriptedEqliz Eqliz;
+    ScriptedStretch Strch;
 };
 
 class EffectModelOf : public EffectModel, public ::testing::WithParamInterface<int> {};

@@ -2,6 +2,7 @@
 #include "effects/ChannelMix.h"
 #include "effects/EffectFixture.h"
 #include "effects/ScriptedMix.h"
+#include "effects/ScriptedStretch.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
 #include "storage/UndoListener.h"
@@ -33,6 +34,12 @@ class FullDiskTest : public EffectTest {
         Document(Noise(9000, 1), Noise(9000, 2), 16, 1000);
         Select(1501, 6500);
     }
+    std::function<void()> Stretching(std::int32_t Index, const char* Percent, bool Move) {
+        return [=, this] {
+            Strch.Accept({Percent, Percent, false, Move});
+            Stretch(Index);
+        };
+    }
     std::vector<DiskRow> Rows() {
         const auto Move = [this](const char* Distance) {
             return [this, Distance] {
@@ -61,10 +68,14 @@ class FullDiskTest : public EffectTest {
             {"beyond the end", Move("7000"), "Move Forward Error|", 0},
             {"interchange", InterchangeChannels, "Interchange Left-Right Error|", 0},
             {"mix", ChannelMix, "Interchange Left-Right Error|", 15},
+            {"stretch", Stretching(0, "130", false), "Stretch / Shrink Error|", 15},
+            {"shrink", Stretching(0, "60", false), "Stretch / Shrink Error|", 7},
+            {"speed that moves", Stretching(1, "70", true), "Change speed Error|", 15},
         };
     }
 
     ScriptedMix Mix{{true, {MixSum, MixLeftLessRight}}}; // the most work
+    ScriptedStretch Strch;
 };
 
 TEST_F(FullDiskTest, WhereverItFillsUpTheDocumentStaysAsItWas) {

@@ -14,6 +14,7 @@
 #include "shell/CopiedFrm.h"
 #include "shell/DelSilenFrm.h"
 #include "shell/EntFrqFrm.h"
+#include "shell/EntStrchFrm.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/HelpViewerFrm.h"
 #include "shell/LapFrm.h"
@@ -173,6 +174,13 @@ TEST_F(DialogSizeTest, TheWindowsOfMakingAndCleaningFitWithAllTheirErrors) {
         for (QLineEdit* Field : Silence.findChildren<QLineEdit*>())
             Field->setText(QStringLiteral("-1"));
         Expect(Silence);
+    }
+}
+
+TEST_F(DialogSizeTest, TheWindowsOfEffectsFit) {
+    for (const std::int32_t Index : {0, 1}) {
+        EntStrchFrm Stretch(Index, {"83.33333333333333", "1000", true, false});
+        Expect(Stretch);
     }
 }
 

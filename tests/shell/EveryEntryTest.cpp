@@ -179,6 +179,8 @@ const std::vector<CommandRow>& CommandRows() {
         {"Equalize_Mnu_0", "[ Equalizer]"},
         {"Equalize_Mnu_1", "[ Band Pass Filter]"},
         {"EqBandSplit_Mnu", "[Quoril Wave Editor - Guide]"},
+        {"Stretch_Mnu_0", "[Enter Percentage to Stretch/Shrink]; undo: Undo [Stretch/Shrink]"},
+        {"Stretch_Mnu_1", "[Enter Percentage Tempo]; undo: Undo [Change Speed]"},
         {"EffectNoisReduMnu_0", "\"Selected length is not sufficient for the sample size 1024\""},
         {"EffectNoisReduMnu_1", "\"Please define the noise first. That is : Select a small port\""},
         {"DeleteSilence_Mnu", "[Delete Silence / Low volume]; undo: Undo [Delete Silence]"},
