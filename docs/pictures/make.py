@@ -156,6 +156,7 @@ def main():
                                  ("alt+c", ("p",), "band-filter"),
                                  ("alt+c", ("d",), "delete-silence"),
                                  ("alt+e", ("r", "s"), "enter-frequency"),
+                                 ("alt+c", ("h",), "echo"),
                                  ("alt+c", ("s",), "stretch"),
                                  ("alt+c", ("c",), "speed")):
             camera.keys(menu)

@@ -7,9 +7,9 @@
 
 namespace quoril {
 
-void AddOkCancelRow(QDialog& Dialog, QVBoxLayout& Column, bool& OkClicked) {
+void AddOkCancelRow(QDialog& Dialog, QVBoxLayout& Column, bool& OkClicked, const char* OkCaption) {
     auto* Buttons = new QDialogButtonBox(&Dialog);
-    QPushButton* OkBtn = Buttons->addButton(QStringLiteral("&OK"), QDialogButtonBox::AcceptRole);
+    QPushButton* OkBtn = Buttons->addButton(QLatin1String(OkCaption), QDialogButtonBox::AcceptRole);
     OkBtn->setObjectName(QStringLiteral("OkBtn"));
     OkBtn->setDefault(true);
     QPushButton* CancelBtn =

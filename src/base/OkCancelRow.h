@@ -8,6 +8,7 @@ namespace quoril {
 
 /// Adds `OkBtn`, the default button, which sets `OkClicked` and accepts, and `CancelBtn`, which
 /// rejects, at the end of a column. `OkClicked` must live as long as the dialog.
-void AddOkCancelRow(QDialog& Dialog, QVBoxLayout& Column, bool& OkClicked);
+void AddOkCancelRow(QDialog& Dialog, QVBoxLayout& Column, bool& OkClicked,
+                    const char* OkCaption = "&OK");
 
 } // namespace quoril

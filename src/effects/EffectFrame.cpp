@@ -37,7 +37,7 @@ bool Prepare(EffectClass& Effect, EffectWork& Work) {
     if (!Effect.AskBeforeCollecting(Work))
         return false;
     if (Effect.Collects) {
-        WaveStore->WaveCollectData(Work.From, Work.To, Work.WorkChn, Work.CarrierL, Work.CarrierR);
+        Effect.Collect(Work);
     } else {
         Work.CarrierL = SilentCarrier(0);
         Work.CarrierR = SilentCarrier(0);
@@ -72,6 +72,10 @@ std::int32_t EffectWork::Length() const {
 
 std::int64_t EffectWork::Bytes(std::int32_t BytesPerSample) const {
     return std::int64_t{BytesPerSample} * Length() * (WorkChn == 0 ? 2 : 1);
+}
+
+void EffectClass::Collect(EffectWork& Work) {
+    WaveStore->WaveCollectData(Work.From, Work.To, Work.WorkChn, Work.CarrierL, Work.CarrierR);
 }
 
 void EffectClass::Compute(EffectWork& Work, PassProgress& Progress) {

@@ -90,6 +90,8 @@ class EffectClass {
     virtual std::optional<std::int64_t> DiskNeed(const EffectWork& Work) { return Work.Bytes(2); }
     /// With the disk space granted, before the samples are collected; false ends the command.
     virtual bool AskBeforeCollecting(const EffectWork&) { return true; }
+    /// Fills the carriers; by itself with the range.
+    virtual void Collect(EffectWork& Work);
     /// With the carriers filled; false ends the command with nothing changed.
     virtual bool AskParameters(const EffectWork&) { return true; }
     /// The part of the bar that one pass over the channels in work takes.

@@ -1,5 +1,6 @@
 #include "effects/ChannelMix.h"
 #include "effects/DeleteSilenceCommand.h"
+#include "effects/EchoCommands.h"
 #include "effects/EqualizerCommands.h"
 #include "effects/GeneratorCommands.h"
 #include "effects/NoiseCommands.h"
@@ -46,6 +47,7 @@ void WireEffectCommands(WaveEditor_Frm& Window) {
                      [Index] { EffectNoisRedu(Index); });
         Commands.Set("Stretch_Mnu_" + std::to_string(Index), [Index] { Stretch(Index); });
     }
+    Commands.Set("Echo_Mnu", &Echo);
     Commands.Set("EqBandSplit_Mnu", &BandSplitter);
     Commands.Set("DeleteSilence_Mnu", &DeleteSilence);
     Commands.Set("DrawSine_Mnu", &DrawSine);

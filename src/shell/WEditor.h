@@ -12,6 +12,7 @@
 #include "shell/CopyPasteWiring.h"
 #include "shell/DelSilenFrm.h"
 #include "shell/DesktopClipboard.h"
+#include "shell/EchoFrm.h"
 #include "shell/EntFrqFrm.h"
 #include "shell/EntStrchFrm.h"
 #include "shell/EqlizFrm.h"
@@ -142,6 +143,7 @@ class WEditorClass {
     EntFrqAsker FrequencyQuestions;
     DelSilenAsker SilenceQuestions;
     StretchAsker StretchQuestions;
+    EchoAsker EchoQuestions;
     BokMrkChosAsker BookmarkChoices;
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;

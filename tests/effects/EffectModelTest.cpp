@@ -4,12 +4,15 @@
 // and a disk that is full whenever a step is taken back.
 //
 // QUORIL_MODEL_STEPS sets the number of commands, QUORIL_MODEL_SEED the first seed.
+#include "base/Random.h"
 #include "effects/BandFilter.h"
 #include "effects/FormatModel.h"
+#include "effects/LiteralEcho.h"
 #include "effects/LiteralStretch.h"
 #include "effects/NoiseCommands.h"
 #include "effects/NoiseFrames.h"
 #include "effects/NoiseProfile.h"
+#include "effects/ScriptedEcho.h"
 #include "effects/ScriptedEqliz.h"
 #include "effects/ScriptedStretch.h"
 #include "effects/TransformCommands.h"
@@ -262,6 +265,40 @@ class EffectModel : public FormatModel {
                 Pad();
             });
     }
+    void Repeat() {
+        if (Total() > 6000)
+            return Delete();
+        const EchoParamsRec Set{static_cast<float>(Number(1, 30)) / 1000,
+                                static_cast<float>(Number(1, 20)) / 1000,
+                                Number(1, 5),
+                                Number(1, 200),
+                                Number(0, 100),
+                                Number(0, 2) > 0 ? 100 : Number(1, 200)};
+        Repeats.Left = Set;
+        Run("Echo", Echo, [&] {
+            RandomSeed(static_cast<double>(Set.NextDelays) + Set.DelayVariation);
+            const auto From = static_cast<std::size_t>(SelStart) - 1;
+            std::array<Samples, 2> Wet;
+            for (std::size_t c = 0; c < 2; ++c)
+                if (InWork(c))
+                    Wet[c] = LiteralEcho(
+                        {Now.Channels[c].begin() + SelStart - 1, Now.Channels[c].begin() + SelEnd},
+                        WaveStore->WavFmtFreq, Now.Bits,
+                        {Set.FirstDelay, Set.NextDelays, Set.Repeats, Set.VolReduceAll,
+                         Set.DelayVariation, Set.VolReduceHiFi},
+                        RandomDraw);
+            const std::size_t Reach = std::max(Wet[0].size(), Wet[1].size());
+            for (std::size_t c = 0; c < 2; ++c) {
+                if (!InWork(c))
+                    continue;
+                Samples& Mine = Now.Channels[c];
+                const auto End = static_cast<std::ptrdiff_t>(std::min(From + Reach, Mine.size()));
+                const Samples Dry(Mine.begin() + SelStart - 1, Mine.begin() + End);
+                Overwrite(Mine, From, LiteralDryMix(Wet[c], Dry, Now.Bits));
+            }
+            Pad();
+        });
+    }
     void Insert() {
         if (Total() > 6000)
             return Delete();
@@ -325,7 +362,7 @@ class EffectModel : public FormatModel {
             std::int32_t Weight;
             void (EffectModel::*Run)();
         };
-        static constexpr std::array<Choice, 17> Choices = {{{12, &EffectModel::Volume},
+        static constexpr std::array<Choice, 18> Choices = {{{12, &EffectModel::Volume},
                                                             {10, &EffectModel::ChangeTheFormat},
                                                             {6, &EffectModel::Turn},
                                                             {6, &EffectModel::Flip},
@@ -336,6 +373,7 @@ class EffectModel : public FormatModel {
                                                             {6, &EffectModel::FilterBands},
                                                             {5, &EffectModel::FilterNoise},
                                                             {6, &EffectModel::Lengthen},
+                                                            {4, &EffectModel::Repeat},
                                                             {6, &EffectModel::Insert},
                                                             {5, &EffectModel::Delete},
                                                             {5, &EffectModel::Paste},
@@ -362,6 +400,7 @@ class EffectModel : public FormatModel {
 
     ScriptedEqliz Eqliz;
     ScriptedStretch Strch;
+    ScriptedEcho Repeats;
 };
 
 class EffectModelOf : public EffectModel, public ::testing::WithParamInterface<int> {};

@@ -1,6 +1,7 @@
 // Every command that computes samples, on a disk that fills up at any place of its work.
 #include "effects/ChannelMix.h"
 #include "effects/EffectFixture.h"
+#include "effects/ScriptedEcho.h"
 #include "effects/ScriptedMix.h"
 #include "effects/ScriptedStretch.h"
 #include "effects/TransformCommands.h"
@@ -40,6 +41,12 @@ class FullDiskTest : public EffectTest {
             Stretch(Index);
         };
     }
+    std::function<void()> Echoing(std::int32_t HiFi) {
+        return [=, this] {
+            Repeats.Left = EchoParamsRec{0.08F, 0.06F, 5, 80, 10, HiFi};
+            Echo();
+        };
+    }
     std::vector<DiskRow> Rows() {
         const auto Move = [this](const char* Distance) {
             return [this, Distance] {
@@ -71,11 +78,14 @@ class FullDiskTest : public EffectTest {
             {"stretch", Stretching(0, "130", false), "Stretch / Shrink Error|", 15},
             {"shrink", Stretching(0, "60", false), "Stretch / Shrink Error|", 7},
             {"speed that moves", Stretching(1, "70", true), "Change speed Error|", 15},
+            {"echo", Echoing(100), "Echo Error|", 15},
+            {"filtered echo", Echoing(50), "Echo Error|", 15},
         };
     }
 
     ScriptedMix Mix{{true, {MixSum, MixLeftLessRight}}}; // the most work
     ScriptedStretch Strch;
+    ScriptedEcho Repeats;
 };
 
 TEST_F(FullDiskTest, WhereverItFillsUpTheDocumentStaysAsItWas) {

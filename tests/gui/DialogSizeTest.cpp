@@ -13,6 +13,7 @@
 #include "shell/CompMonoFrm.h"
 #include "shell/CopiedFrm.h"
 #include "shell/DelSilenFrm.h"
+#include "shell/EchoFrm.h"
 #include "shell/EntFrqFrm.h"
 #include "shell/EntStrchFrm.h"
 #include "shell/FileDialogWindows.h"
@@ -178,6 +179,9 @@ TEST_F(DialogSizeTest, TheWindowsOfMakingAndCleaningFitWithAllTheirErrors) {
 }
 
 TEST_F(DialogSizeTest, TheWindowsOfEffectsFit) {
+    EchoParamsRec Params;
+    EchoFrm Echo(Params);
+    Expect(Echo);
     for (const std::int32_t Index : {0, 1}) {
         EntStrchFrm Stretch(Index, {"83.33333333333333", "1000", true, false});
         Expect(Stretch);

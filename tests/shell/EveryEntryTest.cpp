@@ -179,6 +179,7 @@ const std::vector<CommandRow>& CommandRows() {
         {"Equalize_Mnu_0", "[ Equalizer]"},
         {"Equalize_Mnu_1", "[ Band Pass Filter]"},
         {"EqBandSplit_Mnu", "[Quoril Wave Editor - Guide]"},
+        {"Echo_Mnu", "[Enter Echo Parameters:]; ..."},
         {"Stretch_Mnu_0", "[Enter Percentage to Stretch/Shrink]; undo: Undo [Stretch/Shrink]"},
         {"Stretch_Mnu_1", "[Enter Percentage Tempo]; undo: Undo [Change Speed]"},
         {"EffectNoisReduMnu_0", "\"Selected length is not sufficient for the sample size 1024\""},

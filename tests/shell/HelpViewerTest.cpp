@@ -124,7 +124,7 @@ TEST_F(HelpViewerTest, F1InAnOpenMenuOpensTheTopicOfTheHighlightedEntry) {
 }
 
 TEST_F(HelpViewerTest, F1OnAnEntryWithoutACommandOpensTheOverview) {
-    EXPECT_EQ(HelpContextAt(Window->Entry("Echo_Mnu")), HelpOverview);
+    EXPECT_EQ(HelpContextAt(Window->Entry("MnuRevSpchTech")), HelpOverview);
     EXPECT_EQ(HelpContextAt(nullptr), HelpOverview);
 }
 
