@@ -97,6 +97,53 @@ class Sound:
             return result
         return self.each(change)
 
+    def stretched(self, start, end):
+        """A step through the sound that changes evenly, and a curve between neighbours."""
+        def change(channel):
+            count = len(channel)
+            first, last = 1 / (start / 100), 1 / (end / 100)
+            slope = (last - first) / count
+            a = b = c = channel[0]
+            d = channel[1]
+            result, place, k = [], 1.0, 1
+            while place < count:
+                step = slope * k + first
+                a, b, c, d = b, c, d, channel[min(k + 2, count) - 1]
+                points = (b, b + (c - a) / 5, c + (b - d) / 5, c)
+                while True:
+                    t = (100 - round((place - k) * 100)) / 100
+                    u = 1 - t
+                    weights = (t * t * t, 3 * (t * t) * u, 3 * t * (u * u), u * u * u)
+                    result.append(self.limited(round(sum(map(float.__mul__, map(float, points),
+                                                             weights)))))
+                    place += step
+                    if place > k + 1:
+                        break
+                k = int(place) if place > k + 2 else k + 1
+            return result + [0]
+        return self.each(change)
+
+    def padded(self, count):
+        """With silence up to that length."""
+        return self.each(lambda channel: channel + [0] * (count - len(channel)))
+
+    def echoed(self, first, following, repeats, percent, bands=None):
+        """With delays that do not vary; with bands each repeat is equalized once more."""
+        delays = [single(single(first) + single(following) * i) for i in range(repeats)]
+        offsets = [round(delay * RATE) for delay in delays]
+        mixes = [[0] * (FRAMES + max(offsets)) for _ in range(2)]
+        repeat, gain = self, 1.0
+        for offset in offsets:
+            repeat = repeat.equalized(bands) if bands else repeat
+            gain = single(gain * (percent / 100))
+            for mix, channel in zip(mixes, (repeat.left, repeat.right)):
+                for at, sample in enumerate(channel, offset):
+                    mix[at] = self.limited(round(gain * sample + mix[at]))
+        for mix, channel in zip(mixes, (self.left, self.right)):
+            for at, sample in enumerate(channel):
+                mix[at] = self.limited(mix[at] + sample)
+        return Sound(self.bits, *mixes)
+
 
 class Effects(MenuSteps):
     def open(self, bits):
@@ -157,6 +204,51 @@ class Effects(MenuSteps):
                 stops = sound.equalized([7, 7, 7, -50, -50, -50, 7, -50])
                 self.step(sound, stops, stop)
                 self.end()
+
+    def test_stretch_and_speed(self):
+        for bits in (16, 8):
+            with self.subTest(bits=bits):
+                sound = self.open(bits)
+                def stretch():
+                    self.menu("alt+c", "s")
+                    self.answer("Enter Percentage to Stretch/Shrink", *"130", "period", "5")
+                self.step(sound, sound.stretched(130.5, 130.5), stretch)
+                # Two values and what follows are boxes below; the second value is then ready.
+                def shrink():
+                    self.menu("alt+c", "s")
+                    self.answer("Enter Percentage to Stretch/Shrink", *"90", "Tab", "space",
+                                "shift+Tab", *"20")
+                self.step(sound, sound.stretched(90, 20).padded(FRAMES), shrink)
+                def speed():
+                    self.menu("alt+c", "c")
+                    self.answer("Enter Percentage Tempo", *"200", "Tab", "Tab", "space", "Tab",
+                                "space")
+                self.step(sound, sound.stretched(50, 50), speed)
+                # The next time it offers what the speed has made of the length.
+                def the_same_again():
+                    self.menu("alt+c", "c")
+                    self.answer("Enter Percentage Tempo")
+                self.step(sound, sound.stretched(200, 200), the_same_again)
+                self.end()
+
+    def test_the_echo(self):
+        for bits in (16, 8):
+            with self.subTest(bits=bits):
+                sound = self.open(bits)
+                def echo():
+                    self.menu("alt+c", "h")
+                    self.answer("Enter Echo Parameters:", "0", "period", *"05", "Tab", "0",
+                                "period", *"03", "Tab", "3", "Tab", *"90", "Tab", "0")
+                self.step(sound, sound.echoed(0.05, 0.03, 3, 90), echo)
+                # All that was accepted is there again.
+                def with_less_treble():
+                    self.menu("alt+c", "h")
+                    self.answer("Enter Echo Parameters:", "alt+h", *"60")
+                self.step(sound, sound.echoed(0.05, 0.03, 3, 90, [0, -5, -10, -20]),
+                          with_less_treble)
+                self.end()
+                settings = (self.program_folder / "quoril-wave-editor.ini").read_text()
+                self.assertRegex(settings, "(?i)echo *= *0.05,0.03,3,90,0,60")
 
 
 if __name__ == "__main__":
