@@ -219,14 +219,6 @@ void Recd_Frm::WaitForSound() {
         NoSoundTimer->start();
 }
 
-void Recd_Frm::NoSoundTimer_Timer() {
-    // A window that was busy may find sound that waits.
-    if (Session.Deliver())
-        NoSoundTimer->start();
-    ShowState();
-    TellTrouble();
-}
-
 void Recd_Frm::TellTrouble() {
     if (const std::string Trouble = Session.Machine.TakeTrouble(); !Trouble.empty())
         MsgBox(Trouble);

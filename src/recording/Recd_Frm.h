@@ -100,7 +100,6 @@ class Recd_Frm final : public QDialog {
     // Timers
     void BlocksHaveCome();
     void RecTimer_Timer();
-    void NoSoundTimer_Timer();
     void WaitForSound();
     void DeviceChangeTimer_Timer();
     void BeginChange();

@@ -340,7 +340,8 @@ void Recd_Frm::MakeTimers() {
     RecDx7Timer = OneShot("RecDx7Timer", 10, &Recd_Frm::RecTimer_Timer);
     RecApiTimer = OneShot("RecApiTimer", 10, &Recd_Frm::RecTimer_Timer);
     DeviceChangeTimer = OneShot("DeviceChangeTimer", 500, &Recd_Frm::DeviceChangeTimer_Timer);
-    NoSoundTimer = OneShot("NoSoundTimer", 1000, &Recd_Frm::NoSoundTimer_Timer);
+    // A window that was busy may find sound that waits.
+    NoSoundTimer = OneShot("NoSoundTimer", 1000, &Recd_Frm::RecTimer_Timer);
     Blocks = new QSocketNotifier(Session.Driver.NoticeHandle(), QSocketNotifier::Read, this);
     connect(Blocks, &QSocketNotifier::activated, this, &Recd_Frm::BlocksHaveCome);
 }

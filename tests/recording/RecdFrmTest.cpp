@@ -23,6 +23,7 @@
 #include <QThread>
 #include <cmath>
 #include <gmock/gmock.h>
+#include <utility>
 
 namespace quoril::test {
 namespace {
@@ -39,14 +40,15 @@ class RecdFrmTest : public ::testing::Test {
         WaveStore.reset();
     }
 
-    /// Opens the window at sample 1001 of a document of 2000 silent samples.
-    void Open(std::int32_t Channels = 1, std::int32_t Bits = 16, std::int32_t Freq = 44100) {
+    /// Opens the window at sample 1001 of a document of silent samples.
+    void Open(std::int32_t Channels = 1, std::int32_t Bits = 16, std::int32_t Freq = 44100,
+              std::int32_t Length = 2000) {
         WaveStore->WavFmtChannel = Channels;
         WaveStore->WavFmtBits = Bits;
         WaveStore->WavFmtFreq = Freq;
         const UndoOffScope Off(*WaveStore);
         BlockCarrBuffClass Silence;
-        Silence.ReDimSize(2000);
+        Silence.ReDimSize(Length);
         WaveStore->WaveDataInsert(1, Channels == 2 ? 0 : 1, &Silence, &Silence, {}, true);
         SelStart = SelEnd = 1001;
         Session = std::make_unique<RecordSession>(
@@ -284,6 +286,45 @@ TEST_F(RecdFrmTest, ATimeThatWasTypedCountsWithoutLeavingTheField) {
     EXPECT_EQ(IniGet("Record", "RecordTime", ""), "90");
 }
 
+TEST_F(RecdFrmTest, EachControlHasItsOwnChoice) {
+    Open();
+    const RecordChoices& Choices = Session->Machine.Choices;
+    const std::vector<std::pair<const char*, const bool*>> Checks = {
+        {"StopAftRecChk", &Choices.StopAftRec},
+        {"StopIfSilenChk", &Choices.StopIfSilen},
+        {"PauseIfSilenChk", &Choices.PauseIfSilen},
+        {"ContnIfNoSilenChk", &Choices.ContnIfNoSilen}};
+    for (const auto& [Name, Place] : Checks) {
+        auto* Box = Part<QCheckBox>(Window.get(), Name);
+        EXPECT_FALSE(Box->isChecked()) << Name;
+        Box->click();
+        EXPECT_TRUE(*Place) << Name;
+        Box->click();
+        EXPECT_FALSE(*Place) << Name;
+        Box->click();
+    }
+    const std::vector<std::pair<const char*, const float*>> Fields = {
+        {"StopAftRecTxt", &Choices.RecordTime},
+        {"StopIfSilenTxt", &Choices.StopTime},
+        {"PauseIfSilenTxt", &Choices.PauseTime}};
+    float Seconds = 40;
+    for (const auto& [Name, Place] : Fields) {
+        auto* Field = Part<QLineEdit>(Window.get(), Name);
+        Field->setText(QString::number(++Seconds));
+        QTest::keyClick(Field, Qt::Key_Return);
+        EXPECT_EQ(*Place, Seconds) << Name;
+    }
+    const RecordChoices Chosen = Choices;
+    Window->close();
+    Open();
+    EXPECT_EQ(Session->Machine.Choices, Chosen);
+    for (const auto& [Name, Place] : Checks)
+        EXPECT_TRUE(Part<QCheckBox>(Window.get(), Name)->isChecked()) << Name;
+    for (const auto& [Name, Shown] :
+         {std::pair{"StopAftRecTxt", "41"}, {"StopIfSilenTxt", "42"}, {"PauseIfSilenTxt", "43"}})
+        EXPECT_EQ(Part<QLineEdit>(Window.get(), Name)->text(), Shown) << Name;
+}
+
 TEST_F(RecdFrmTest, AFieldWithTheFocusIsHighlighted) {
     Open();
     auto* Field = Part<QLineEdit>(Window.get(), "StopAftRecTxt");
@@ -333,6 +374,26 @@ TEST_F(RecdFrmTest, EveryControlHasANameForAScreenReader) {
     }
 }
 
+TEST_F(RecdFrmTest, EachMeterShowsItsChannelByTheFullScaleOfTheDepth) {
+    Dx7IsThere = false; // the sound server takes no 8 bits
+    Open(2, 8);
+    // Half of full scale on the left, three quarters on the right.
+    std::vector<std::byte> Half;
+    for (int Frame = 0; Frame < 4410; ++Frame) {
+        Half.push_back(std::byte{128 + 64});
+        Half.push_back(std::byte{128 - 96});
+    }
+    EXPECT_TRUE(Api.Queue->Fill(Half.data(), Half.size()));
+    Api.Notice->Raise();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Api.Queue->Oldest() == nullptr; }));
+    for (const auto& [Name, Percent] : {std::pair{"RecShowLPic", 50}, {"RecShowRPic", 75}}) {
+        const QImage Picture = Part<QWidget>(Window.get(), Name)->grab().toImage();
+        const int Edge = Picture.height() - Picture.height() * Percent / 100;
+        EXPECT_EQ(Picture.pixelColor(10, Edge - 3), QColor(Qt::white)) << Name;
+        EXPECT_EQ(Picture.pixelColor(10, Edge + 3), QColor(Qt::blue)) << Name;
+    }
+}
+
 TEST_F(RecdFrmTest, MetersAreBlueAndRedAndTheMarkerFollowsTheSlider) {
     Open();
     const auto Colour = [this] {
@@ -352,6 +413,7 @@ TEST_F(RecdFrmTest, MetersAreBlueAndRedAndTheMarkerFollowsTheSlider) {
     const auto* Meter = Part<QWidget>(Window.get(), "RecShowLPic");
     for (const int Value : {100, 50, 1}) {
         Slider->setValue(Value);
+        EXPECT_EQ(Label("SilenthresLbl"), QString("Silence: %1 %").arg(Value));
         EXPECT_EQ(Arrow->y(), SilenArrowTop(static_cast<float>(Value) / 100, Meter->y(),
                                             Meter->height(), Arrow->height()));
     }
@@ -381,6 +443,18 @@ TEST_F(RecdFrmTest, ADeviceIsChangedAfterHalfASecondWithTheButtonsDisabled) {
     Window->close();
     EXPECT_EQ(IniGet("Record", "Dx7Div", ""), "2");
     EXPECT_EQ(IniGet("Record", "ApiDiv", ""), "0");
+}
+
+TEST_F(RecdFrmTest, AWishForAMissingSoundServerIsTold) {
+    Dx7IsThere = false;
+    Open();
+    EXPECT_TRUE(Part<QRadioButton>(Window.get(), "Dx7OrApiOpn_1")->isChecked());
+    Dx7IsThere = true; // that is looked at once, when the window opens
+    Part<QRadioButton>(Window.get(), "Dx7OrApiOpn_0")->click();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return Label("Rec_Stat_Lbl") == "Need DirectX7 to use this drive"; }));
+    EXPECT_FALSE(Enabled("Start_Btn_0"));
+    EXPECT_TRUE(Enabled("Cancel_Btn"));
 }
 
 TEST_F(RecdFrmTest, ClosingWhileItWaitsGivesThePointerBack) {
@@ -448,6 +522,90 @@ TEST_F(RecdFrmTest, AFullDiskIsToldAndTheTakeCanBeKept) {
     EXPECT_EQ(WaveStore->WavWaveINos, 2000 + 4 * 4410);
 }
 
+TEST_F(RecdFrmTest, AFullDiskIsToldAtStartAndAtStop) {
+    Open();
+    const FullDisk Disk;
+    Disk.Fill();
+    Click("Start_Btn_0");
+    EXPECT_EQ(Messages.TakeTexts().size(), 1U);
+    EXPECT_TRUE(Enabled("Start_Btn_0"));
+    Disk.Empty();
+    Click("Start_Btn_0");
+    Dx7.Deliver(3);
+    Disk.Fill();
+    Click("Start_Btn_2");
+    Disk.Empty();
+    EXPECT_EQ(Messages.TakeTexts().size(), 1U);
+    EXPECT_TRUE(Enabled("Start_Btn_0"));
+}
+
+TEST_F(RecdFrmTest, ATakeThatDoesNotGoInStaysInTheWindow) {
+    Open();
+    Click("Start_Btn_0");
+    Deliver(4);
+    Click("Start_Btn_2");
+    const std::int32_t Place = std::exchange(Session->InsertPos, 2147483647);
+    Click("Done_Btn");
+    EXPECT_EQ(Messages.TakeTexts().size(), 1U);
+    EXPECT_TRUE(Window->isVisible());
+    EXPECT_FALSE(Window->DoneClicked);
+    EXPECT_EQ(Dx7.OpenNow, 1);
+    Session->InsertPos = Place;
+    Click("Done_Btn");
+    EXPECT_EQ(WaveStore->WavWaveINos, 2000 + 4 * 4410);
+}
+
+TEST_F(RecdFrmTest, ATakeStopsWhereTheDocumentHasNoPlaceLeft) {
+    Open(1, 16, 44100, 2147483647 - 10000);
+    Click("Start_Btn_0");
+    Deliver(2);
+    EXPECT_EQ(Session->Machine.RecState(), RecRecording);
+    Deliver(1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !Messages.Texts().empty(); }));
+    EXPECT_THAT(Messages.Texts(),
+                ElementsAre("The recording has become as long as a waveform can be."));
+    Click("Done_Btn");
+    EXPECT_EQ(WaveStore->WavWaveINos, 2147483647 - 10000 + 2 * 4410);
+}
+
+TEST_F(RecdFrmTest, TheDevicesOfTheLastTimeAreOpened) {
+    IniPut("Record", "Dx7Div", "2");
+    IniPut("Record", "ApiDiv", "2");
+    for (const bool WithServer : {true, false}) {
+        Dx7IsThere = WithServer;
+        WaveStore = std::make_unique<FileMemoClass>();
+        Open();
+        EXPECT_EQ(Part<QComboBox>(Window.get(), "DxDivLstCmb")->currentText(), "second");
+        EXPECT_EQ((WithServer ? Dx7 : Api).Log.back(), "open 1");
+        Window->close();
+    }
+}
+
+TEST_F(RecdFrmTest, EachEngineHasItsTimer) {
+    for (const bool WithServer : {true, false}) {
+        Dx7IsThere = WithServer;
+        WaveStore = std::make_unique<FileMemoClass>();
+        Open();
+        QSignalSpy OfServer(Part<QTimer>(Window.get(), "RecDx7Timer"), &QTimer::timeout);
+        QSignalSpy OfPlain(Part<QTimer>(Window.get(), "RecApiTimer"), &QTimer::timeout);
+        Deliver(1);
+        EXPECT_EQ(OfServer.isEmpty(), !WithServer);
+        EXPECT_EQ(OfPlain.isEmpty(), WithServer);
+        Window->close();
+    }
+}
+
+TEST_F(RecdFrmTest, APauseIsLookedAtAfterTheBlocksThatCameBeforeIt) {
+    Open();
+    Click("Start_Btn_0");
+    Dx7.Deliver(20, 0x21);
+    Click("Start_Btn_1");
+    EXPECT_EQ(Session->Machine.RecordedFrames(), 20 * 4410);
+    Dx7.Deliver(10, 0x22);
+    Click("Start_Btn_1");
+    EXPECT_EQ(Session->Machine.RecordedFrames(), 20 * 4410) << "what came in the pause is not kept";
+}
+
 TEST_F(RecdFrmTest, AStopIsLookedAtAfterTheBlocksThatCameBeforeIt) {
     Open();
     Click("Start_Btn_0");
@@ -462,10 +620,16 @@ TEST_F(RecdFrmTest, AStopIsLookedAtAfterTheBlocksThatCameBeforeIt) {
 
 TEST_F(RecdFrmTest, ADeviceThatGivesNothingIsTold) {
     Open();
+    const QString Nothing = "No sound comes from the device";
+    EXPECT_EQ(Label("LossLbl"), "") << "it has just been opened";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Label("LossLbl") == Nothing; }));
+    Part<QRadioButton>(Window.get(), "Dx7OrApiOpn_0")->click();
+    EXPECT_EQ(Label("LossLbl"), "");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Enabled("Start_Btn_0"); }));
+    EXPECT_EQ(Label("LossLbl"), "") << "and again";
     Click("Start_Btn_0");
     Deliver(1);
     EXPECT_EQ(Label("LossLbl"), "");
-    const QString Nothing = "No sound comes from the device";
     EXPECT_TRUE(QTest::qWaitFor([&] { return Label("LossLbl") == Nothing; }));
     Deliver(1);
     EXPECT_EQ(Label("LossLbl"), "");

@@ -80,6 +80,7 @@ TEST_F(RecordDriverTest, EightThousandHertzAreRefusedByOneEngineAndTriedByTheOth
     EXPECT_FALSE(Driver.InitilizeDriver(false));
     EXPECT_THAT(Messages.TakeTexts(), ElementsAre(NotSupported));
     EXPECT_EQ(Driver.FmtSup_Lbl, "Format not supported");
+    EXPECT_EQ(Stat(), "Format not supported");
     EXPECT_FALSE(Driver.FormatSupported);
     EXPECT_FALSE(StartEnabled());
     EXPECT_THAT(Dx7.Log, IsEmpty());
@@ -171,6 +172,33 @@ TEST_F(RecordDriverTest, ADeviceIsChosenFromTheList) {
     EXPECT_EQ(Driver.Dx7Div, 2);
     EXPECT_EQ(Driver.ApiDiv, 0) << "each engine has its own";
     EXPECT_EQ(Driver.DeviceIndex, 1);
+}
+
+TEST_F(RecordDriverTest, TheStatusTellsWhatTheWindowIsAt) {
+    std::vector<std::string> Seen;
+    Dx7.Watch = Api.Watch = [&] { Seen.push_back(Stat()); };
+    ASSERT_TRUE(Driver.InitilizeDriver(false));
+    Seen.clear();
+    Driver.ChangeEngine(OptionApi);
+    EXPECT_THAT(Seen, ElementsAre("Please wait"));
+    EXPECT_EQ(Stat(), "Please wait..");
+    Seen.clear();
+    ASSERT_TRUE(Driver.InitilizeDriver(true));
+    EXPECT_THAT(Seen, ElementsAre("Recording")) << "while its buffers are prepared";
+    EXPECT_EQ(Stat(), "Ready to record");
+    Driver.Close(); // while there is somebody who watches
+}
+
+TEST_F(RecordDriverTest, NothingIsLeftOfADeviceThatWasOpenBefore) {
+    ASSERT_TRUE(Driver.InitilizeDriver(false));
+    Api.Names.clear();
+    Driver.ChangeEngine(OptionApi);
+    EXPECT_FALSE(Driver.InitilizeDriver(true));
+    EXPECT_EQ(Driver.FmtSup_Lbl, "");
+    EXPECT_EQ(Driver.DeviceIndex, -1);
+    EXPECT_THAT(Driver.DevicesShown, IsEmpty());
+    EXPECT_EQ(Driver.SupportedFormatsText(), "Supported formats:\n[Failed to show]");
+    EXPECT_EQ(Stat(), "Audio Device not found");
 }
 
 TEST_F(RecordDriverTest, ADeviceThatIsNoMoreGivesWayToTheFirst) {

@@ -291,6 +291,26 @@ TEST_F(RecordMachineTest, SilenceStopsAtItsTime) {
     EXPECT_LE(Machine.RecordedFrames(), 40 * Frames);
 }
 
+TEST_F(RecordMachineTest, SilenceOfExactlyItsTimeStops) {
+    Machine.Choices.StopIfSilen = true;
+    Machine.Choices.StopTime = 2;
+    Begin();
+    const std::vector<std::int16_t> Second = BlockOf(Soft, Freq);
+    Machine.ProcessRecordedBlock(Second, {}, Freq);
+    EXPECT_EQ(State(), RecRecording);
+    Machine.ProcessRecordedBlock(Second, {}, Freq);
+    EXPECT_EQ(State(), RecReady);
+    EXPECT_EQ(Machine.RecordedFrames(), Freq) << "the block that brings the stop is not kept";
+}
+
+TEST_F(RecordMachineTest, AnotherTakeBeginsWithoutTheSilenceOfTheOneBefore) {
+    Begin();
+    Block(Soft, 5);
+    Machine.Stop();
+    Machine.Start();
+    EXPECT_EQ(Machine.SilenceSeconds(), 0);
+}
+
 TEST_F(RecordMachineTest, SilenceBeforeAPauseIsKept) {
     Machine.Choices.PauseIfSilen = true;
     Machine.Choices.PauseTime = 1;
@@ -402,6 +422,14 @@ TEST_F(RecordMachineTest, ATakeEndsWhereADocumentMustEnd) {
     EXPECT_EQ(State(), RecReady);
     EXPECT_EQ(Machine.RecordedFrames(), 10 * Frames);
     EXPECT_EQ(Machine.TakeTrouble(), "The recording has become as long as a waveform can be.");
+}
+
+TEST_F(RecordMachineTest, ATakeMayFillTheDocumentToItsLastPlace) {
+    Machine.SetUp({1, 16, Freq}, 10 * Frames);
+    Begin();
+    Block(Loud, 10);
+    EXPECT_EQ(State(), RecRecording);
+    EXPECT_EQ(Machine.RecordedFrames(), 10 * Frames);
 }
 
 TEST_F(RecordMachineTest, LostSoundIsToldWithItsPlace) {

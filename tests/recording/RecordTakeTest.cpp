@@ -10,6 +10,7 @@
 #include "storage/WoroFileBlockMod.h"
 #include "support/FullDisk.h"
 #include "support/ScriptedMessages.h"
+#include "support/SmallDisk.h"
 #include "support/TestSession.h"
 
 #include <filesystem>
@@ -261,6 +262,34 @@ TEST_F(RecordTakeTest, WhereOneChannelFindsNoRoomTheOtherIsCutBack) {
     }
 }
 
+TEST_F(RecordTakeTest, WhereverTheDiskIsFullBothChannelsAreKeptEquallyLong) {
+    constexpr std::int32_t Frames = 8000; // four pages
+    int Failed = 0;
+    for (std::size_t Pages = 9; Pages < 24; ++Pages) {
+        WaveStore = std::make_unique<FileMemoClass>();
+        const SmallDisk Disk(SessionDir, Pages);
+        if (!Disk.Is())
+            GTEST_SKIP() << "the system lets no disk be made";
+        Document(2, 100);
+        Take.Empty();
+        std::int32_t Kept = 0;
+        try {
+            for (; Kept < 3 * Frames; Kept += Frames)
+                Take.Put(Counting(Kept, Frames), Counting(-Kept, Frames));
+        } catch (const Failure&) {
+            ++Failed;
+        }
+        if (Kept > 0) // Done works although the disk is still full
+            Take.InsertInto(101, 0);
+        EXPECT_EQ(WaveStore->WaveNosL(), 100 + Kept) << Pages;
+        EXPECT_EQ(WaveStore->WaveNosR(), 100 + Kept) << Pages;
+        EXPECT_EQ(Left(101, Kept), Plain(0, Kept));
+        Take.Drop();
+        WaveStore.reset();
+    }
+    EXPECT_GT(Failed, 12) << "at each of the steps of a block";
+}
+
 TEST_F(RecordTakeTest, AfterRoomWasMadeATakeGoesOnWithoutAHole) {
     Document(1, 10);
     Take.Empty();
@@ -281,6 +310,8 @@ TEST_F(RecordTakeTest, ATakeLongerThanAWorkFileGoesOnInAnother) {
     Short.Empty();
     for (int No = 0; No < 12; ++No)
         Short.Put(Counting(No * 300, 300), Counting(-No * 300, 300));
+    for (const std::string& Name : TestSession::SessionFiles())
+        EXPECT_LE(std::filesystem::file_size(std::filesystem::path(SessionDir) / Name), 2000U);
     Short.InsertInto(51, 0);
     Short.Drop();
     EXPECT_EQ(WaveStore->WavWaveINos, 3700);

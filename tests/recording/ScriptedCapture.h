@@ -4,6 +4,7 @@
 #include "recording/CaptureSystem.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace quoril::test {
 
@@ -13,6 +14,9 @@ class ScriptedCapture final : public CaptureSystem {
     std::uint32_t Bits = AllFormatBits;
     std::int32_t FailCode = 0; ///< 0: devices can be opened
     bool FailPreparing = false;
+
+    /// Called when a device is about to be opened or closed.
+    std::function<void()> Watch = [] {};
 
     // What came to pass.
     std::vector<std::string> Log;
@@ -26,6 +30,7 @@ class ScriptedCapture final : public CaptureSystem {
     std::uint32_t FormatBits(std::size_t) override { return Bits; }
     std::unique_ptr<CaptureStream> Open(std::size_t Device, const CaptureFormat& Format,
                                         const CaptureLine& To) override {
+        Watch();
         if (FailCode != 0)
             throw CaptureFailure(FailCode, FailPreparing);
         Log.push_back("open " + std::to_string(Device));
@@ -51,6 +56,7 @@ class ScriptedCapture final : public CaptureSystem {
       public:
         explicit Stream(ScriptedCapture& From) : System(From) { ++System.OpenNow; }
         ~Stream() override {
+            System.Watch();
             --System.OpenNow;
             System.Log.emplace_back("close");
         }

@@ -1,12 +1,14 @@
 #include "shell/RecordWiring.h"
 
 #include "gui/WindowFixture.h"
+#include "playback/PlaybackDoubles.h"
 #include "recording/ScriptedCapture.h"
 #include "settings/STD1.h"
 #include "shell/WithDialog.h"
 #include "view/SelConfFrm.h"
 
 #include <QAction>
+#include <QCheckBox>
 
 namespace quoril::test {
 namespace {
@@ -39,6 +41,7 @@ TEST_F(RecordWiringTest, TheMenuOpensTheWindowInPlaceOfTheMainWindow) {
         Dx7.Deliver(5, 0x10);
         Press(Dialog, "Start_Btn_2");
         EXPECT_TRUE(Commands->HoldsTake());
+        ViewFrom = 1000000;
         Press(Dialog, "Done_Btn");
         EXPECT_FALSE(Dialog->isVisible());
     });
@@ -47,6 +50,49 @@ TEST_F(RecordWiringTest, TheMenuOpensTheWindowInPlaceOfTheMainWindow) {
     EXPECT_TRUE(Window->isVisible());
     EXPECT_FALSE(Commands->HoldsTake());
     EXPECT_EQ(WaveStore->WavWaveINos, 1000 + 5 * 2205);
+    EXPECT_LE(ViewFrom, WaveStore->WavWaveINos) << "the view was drawn anew";
+}
+
+TEST_F(RecordWiringTest, WhatPlaysIsStoppedBeforeTheWindowComes) {
+    SelStart = SelEnd = 1;
+    PlayerDouble::Answers Player;
+    DsPlayer =
+        std::make_unique<DsPlayClass>([&Player] { return std::make_unique<PlayerDouble>(Player); });
+    SoundDriverState = 1; // the sound server
+    Player.Status = 1;
+    const WithDialog Act([&](QWidget* Dialog) {
+        EXPECT_EQ(Player.Status, 0);
+        Press(Dialog, "Cancel_Btn");
+    });
+    Window->Entry("Record_Mnu")->trigger();
+    EXPECT_THAT(Player.Calls, ::testing::Contains("Stop"));
+    Player.Calls.clear();
+    {
+        const WithDialog Again([](QWidget* Dialog) { Press(Dialog, "Cancel_Btn"); });
+        Window->Entry("Record_Mnu")->trigger();
+    }
+    EXPECT_THAT(Player.Calls, ::testing::IsEmpty()) << "nothing plays";
+    DsPlayer.reset();
+}
+
+TEST_F(RecordWiringTest, TheChoicesOfTheLastTimeAreThere) {
+    SelStart = SelEnd = 1;
+    IniPut("Record", "StopIfSilentfor", "1");
+    const WithDialog Act([](QWidget* Dialog) {
+        EXPECT_TRUE(Part<QCheckBox>(Dialog, "StopIfSilenChk")->isChecked());
+        Press(Dialog, "Cancel_Btn");
+    });
+    Window->Entry("Record_Mnu")->trigger();
+}
+
+TEST_F(RecordWiringTest, ASecondCommandOpensNoSecondWindow) {
+    SelStart = SelEnd = 1;
+    const WithDialog Act([this](QWidget* Dialog) {
+        Commands->Record();
+        EXPECT_EQ(Dx7.Log, std::vector<std::string>{"open 0"});
+        Press(Dialog, "Cancel_Btn");
+    });
+    Window->Entry("Record_Mnu")->trigger();
 }
 
 TEST_F(RecordWiringTest, TheEndOfTheProgramTakesTheWindowDown) {
