@@ -9,17 +9,16 @@ namespace quoril {
 
 namespace {
 
-const std::array Types = {
-    AudioFileType{"wav",
-                  [](OpenSaveClass& Files, FileMemoClass& Store, const std::string& Name,
-                     bool& Result) { Files.FileLoadWave(Store, Name, Result); },
-                  [](OpenSaveClass& Files, FileMemoClass& Store, const std::string& Name,
-                     const WriteChoice&) { return Files.FileWriteWave(Store, Name); },
-                  [](OpenSaveClass& Files, FileMemoClass& Store, std::int32_t FromPos,
-                     std::int32_t ToPos, std::int32_t WorkChn, const std::string& Name) {
-                      return Files.FileWriteWavePart(Store, FromPos, ToPos, WorkChn, Name);
-                  },
-                  true},
+using O = OpenSaveClass;
+
+/// A writer that has nothing to choose.
+template <bool (O::*Writer)(FileMemoClass&, const std::string&)>
+bool Plain(O& Files, FileMemoClass& Store, const std::string& FileName, const WriteChoice&) {
+    return (Files.*Writer)(Store, FileName);
+}
+
+constexpr std::array Types = {
+    AudioFileType{"wav", &O::FileLoadWave, &Plain<&O::FileWriteWave>, &O::FileWriteWavePart, true},
 };
 
 } // namespace

@@ -17,11 +17,11 @@ struct WriteChoice {
 /// One type of file, found by the last three characters of a name.
 struct AudioFileType {
     const char* LastThree;
-    void (*Load)(OpenSaveClass&, FileMemoClass&, const std::string& FileName, bool& Result);
+    void (OpenSaveClass::*Load)(FileMemoClass&, const std::string& FileName, bool& Result);
     bool (*Write)(OpenSaveClass&, FileMemoClass&, const std::string& FileName,
                   const WriteChoice& Choice);
-    bool (*WritePart)(OpenSaveClass&, FileMemoClass&, std::int32_t FromPos, std::int32_t ToPos,
-                      std::int32_t WorkChn, const std::string& FileName);
+    bool (OpenSaveClass::*WritePart)(FileMemoClass&, std::int32_t FromPos, std::int32_t ToPos,
+                                     std::int32_t WorkChn, const std::string& FileName);
     bool HasBookmarkFile; ///< a save writes the bookmarks beside the audio
 };
 

@@ -136,7 +136,7 @@ void FileCommandsClass::Open_File(const std::string& FilePath, const std::string
     if (const AudioFileType* Type = AudioFileTypeOf(Path)) {
         const BusyPointer Busy;
         OpenSaveClass Files;
-        Type->Load(Files, *WaveStore, Path, Loaded);
+        (Files.*Type->Load)(*WaveStore, Path, Loaded);
     }
     if (Loaded) {
         WaveFileName = FileName;
@@ -244,7 +244,7 @@ void FileCommandsClass::SaveSelected() {
         const BusyPointer Busy;
         View.ReleasePlayingFiles(true);
         OpenSaveClass Files;
-        Type->WritePart(Files, *WaveStore, FromPos, ToPos, WorkChn, *Path);
+        (Files.*Type->WritePart)(*WaveStore, FromPos, ToPos, WorkChn, *Path);
     });
 }
 

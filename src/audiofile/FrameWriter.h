@@ -1,12 +1,12 @@
 // How a document goes into a file, whatever the format: chunk by chunk, never as a whole.
 #pragma once
 
+#include "audiofile/SampleCoders.h"
 #include "platform/FileReplacement.h"
 #include "storage/FileMemoClass.h"
 
 #include <cstdint>
 #include <functional>
-#include <span>
 #include <string>
 
 namespace quoril {
@@ -28,11 +28,6 @@ struct WriteRange {
 /// left one.
 [[nodiscard]] WriteRange PartRange(const FileMemoClass& Store, std::int32_t FromPos,
                                    std::int32_t ToPos, std::int32_t WorkChn) noexcept;
-
-/// Turns frames into the file's bytes. `Right` is empty for a file of one channel. `Out` has room
-/// for exactly the bytes of `Left.size()` frames. May throw.
-using FrameCoder = std::function<void(std::span<const std::int16_t> Left,
-                                      std::span<const std::int16_t> Right, std::uint8_t* Out)>;
 
 /// Writes an audio file anew by `Write`, and puts it in place when it is complete; until then the
 /// document may go on reading from the file that was there. False, with nothing done, when that one

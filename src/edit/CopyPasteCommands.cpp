@@ -151,7 +151,7 @@ void CopyPasteClass::CopyNamedFile(const std::string& FileName) {
         const BusyPointer Busy;
         bool Loaded = false;
         OpenSaveClass Files;
-        AudioFileTypeOf(FileName)->Load(Files, Other, FileName, Loaded);
+        (Files.*AudioFileTypeOf(FileName)->Load)(Other, FileName, Loaded);
         Copied = Loaded && Other.WavWaveINos > 0 &&
                  PutRange(Other, 1, Other.WavWaveINos, Other.WavFmtChannel == 2 ? 0 : 1);
     });

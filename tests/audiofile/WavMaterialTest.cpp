@@ -1,13 +1,11 @@
 // Files that sox and ffmpeg make, compared sample by sample with what these programs read in them.
 #include "audiofile/OpenSaveClass.h"
-#include "platform/ChildProcess.h"
 #include "storage/WoroFileBlockMod.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
 
-#include "WavMaker.h"
+#include "SoundTools.h"
 
-#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include <filesystem>
@@ -25,67 +23,20 @@ using ::testing::IsEmpty;
 
 constexpr std::int32_t Rates[] = {1000, 8000, 11025, 22050, 44100, 48000, 96000, 200000};
 
-/// Runs a tool; a missing or failing tool fails the test.
-void RunTool(const std::vector<std::string>& Arguments) {
-    const ChildResult How = RunAndWait(Arguments);
-    ASSERT_TRUE(How.Started) << Arguments[0]
-                             << " is needed by this test and cannot be started: " << How.StartError;
-    ASSERT_EQ(How.ExitCode, 0) << Arguments[0]
-                               << " failed: " << ::testing::PrintToString(Arguments);
-}
-
-/// 16-bit words, or bytes with 128 taken off.
-Samples SamplesOf(const Bytes& Raw, std::int32_t Bits) {
-    Samples All;
-    if (Bits == 8)
-        for (const std::uint8_t Byte : Raw)
-            All.push_back(static_cast<std::int16_t>(Byte - 128));
-    else
-        for (std::size_t i = 0; i + 1 < Raw.size(); i += 2)
-            All.push_back(static_cast<std::int16_t>(Raw[i] | (Raw[i + 1] << 8)));
-    return All;
-}
-
 class WavMaterial : public ::testing::Test {
   protected:
-    /// The interleaved samples that a tool reads in a file.
     Samples ReadBySox(const std::string& Path, std::int32_t Bits) {
-        RunTool({"sox", "-D", Path, "-t", "raw", "-L", "-e",
-                 Bits == 8 ? "unsigned-integer" : "signed-integer", "-b", std::to_string(Bits),
-                 Raw()});
-        return SamplesOf(TestSession::ReadFile(Raw()), Bits);
+        return test::ReadBySox(Path, Bits, Raw());
     }
     Samples ReadByFfmpeg(const std::string& Path, std::int32_t Bits) {
-        RunTool(
-            {"ffmpeg", "-v", "error", "-y", "-i", Path, "-f", Bits == 8 ? "u8" : "s16le", Raw()});
-        return SamplesOf(TestSession::ReadFile(Raw()), Bits);
+        return test::ReadByFfmpeg(Path, Bits, Raw());
     }
     void MakeBySox(std::int32_t Channels, std::int32_t Rate, const std::vector<std::string>& Form) {
-        std::vector<std::string> Line = {"sox",
-                                         "-V1",
-                                         "-R",
-                                         "-D",
-                                         "-n",
-                                         "-r",
-                                         std::to_string(Rate),
-                                         "-c",
-                                         std::to_string(Channels)};
-        Line.insert(Line.end(), Form.begin(), Form.end());
-        Line.insert(Line.end(), {Path(), "synth", "0.311", "whitenoise"});
-        if (Channels == 2)
-            Line.insert(Line.end(), {"sine", "137"});
-        RunTool(Line);
+        test::MakeBySox(Path(), Channels, Rate, Form);
     }
     void MakeByFfmpeg(std::int32_t Channels, std::int32_t Rate, const std::string& Codec,
                       const std::vector<std::string>& More = {}) {
-        const std::string Source = fmt::format(
-            "aevalsrc={}:s={}:d=0.311",
-            Channels == 2 ? "1.6*random(0)-0.8|0.9*sin(137*2*PI*t)" : "1.6*random(0)-0.8", Rate);
-        std::vector<std::string> Line = {"ffmpeg", "-v", "error", "-y",   "-f",
-                                         "lavfi",  "-i", Source,  "-c:a", Codec};
-        Line.insert(Line.end(), More.begin(), More.end());
-        Line.push_back(Path());
-        RunTool(Line);
+        test::MakeByFfmpeg(Path(), Channels, Rate, Codec, More);
     }
     bool Load() {
         bool Result = false;
