@@ -19,6 +19,8 @@ bool Plain(O& Files, FileMemoClass& Store, const std::string& FileName, const Wr
 
 constexpr std::array Types = {
     AudioFileType{"wav", &O::FileLoadWave, &Plain<&O::FileWriteWave>, &O::FileWriteWavePart, true},
+    AudioFileType{".au", &O::FileLoadAuSnd, &Plain<&O::FileWriteAuSnd>, &O::FileWriteAuSndPart,
+                  true},
 };
 
 } // namespace

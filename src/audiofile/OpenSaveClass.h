@@ -25,11 +25,20 @@ class OpenSaveClass {
     bool FileWriteWavePart(FileMemoClass& Store, std::int32_t FromPos, std::int32_t ToPos,
                            std::int32_t WorkChn, const std::string& FileName);
 
+    /// Opens a Sun/NeXT file: its samples are decoded into memory. The old document stays until all
+    /// checks are passed.
+    void FileLoadAuSnd(FileMemoClass& Store, const std::string& FileName, bool& Result);
+    /// Writes the document, or a part of it, as a Sun/NeXT file. The first time it asks for the
+    /// mode of 16-bit samples. False when the user was told that it could not be written.
+    bool FileWriteAuSnd(FileMemoClass& Store, const std::string& FileName);
+    bool FileWriteAuSndPart(FileMemoClass& Store, std::int32_t FromPos, std::int32_t ToPos,
+                            std::int32_t WorkChn, const std::string& FileName);
+
     std::int32_t FileBlockLength; ///< samples; the unit in which files are cut and written
 };
 
 /// The write mode of Sun/NeXT files that was chosen last: 0 not asked yet, 1 u-law, 2 8-bit,
-/// 3 16-bit. Forgotten at every load and at every WAV write.
+/// 3 16-bit, as the header has them. Forgotten at every load and at every WAV write.
 extern std::int32_t AuWriteMode;
 
 } // namespace quoril

@@ -57,6 +57,10 @@ TEST(AudioFileTypes, AreChosenByTheLastThreeCharactersInAnyCase) {
         ASSERT_NE(Type, nullptr) << Name;
         EXPECT_STREQ(Type->LastThree, "wav");
     }
+    for (const char* Name : {"a.au", "a.AU", "x.Au"}) {
+        ASSERT_NE(AudioFileTypeOf(Name), nullptr) << Name;
+        EXPECT_STREQ(AudioFileTypeOf(Name)->LastThree, ".au");
+    }
     for (const char* Name : {"", "a", "av", "a.txt", "a.wav "})
         EXPECT_EQ(AudioFileTypeOf(Name), nullptr) << Name;
 }

@@ -1,6 +1,6 @@
 #include "audiofile/SampleForms.h"
 
-#include "WavMaker.h"
+#include "AuMaker.h"
 
 #include <gtest/gtest.h>
 
@@ -65,6 +65,38 @@ TEST(SampleForms, EverySampleOutsideEightBitsIsSeenWhereverItStands) {
         ASSERT_EQ(InterleaveBytes(Other.data(), Run.data(), Run.size(), Out.data()), Fits) << Value;
         Run[Where] = 0;
     }
+}
+
+TEST(SampleForms, SwappedSamplesHaveTheHighByteFirst) {
+    for (const std::int32_t Count : Lengths) {
+        const Samples All = test::Noise(2 * Count, 16, 4);
+        const Bytes Expected = test::SwappedBytes(All);
+        Bytes Out(Expected.size() + 2, 0xA5);
+        SwapSamples(All.data(), All.size(), Out.data() + 1);
+        EXPECT_EQ(Bytes(Out.begin() + 1, Out.end() - 1), Expected) << Count;
+        EXPECT_EQ(Out.back(), 0xA5) << "nothing is written past the end";
+        Samples Back(All.size());
+        SamplesFromSwapped(Out.data() + 1, All.size(), Back.data());
+        EXPECT_EQ(Back, All) << Count;
+
+        const Samples Left = test::EveryOther(All, 0);
+        const Samples Right = test::EveryOther(All, 1);
+        Bytes Frames(Expected.size() + 2, 0xA5);
+        InterleaveSwapped(Left.data(), Right.data(), Left.size(), Frames.data() + 1);
+        EXPECT_EQ(Frames, Out) << Count;
+        Samples BackL(Left.size());
+        Samples BackR(Right.size());
+        DealSwapped(Frames.data() + 1, Left.size(), BackL.data(), BackR.data());
+        EXPECT_EQ(BackL, Left) << Count;
+        EXPECT_EQ(BackR, Right) << Count;
+    }
+}
+
+TEST(SampleForms, NumbersTurnTheirBytes) {
+    EXPECT_EQ(SwapInteger(0x1234), 0x3412);
+    EXPECT_EQ(SwapInteger(0xFF00), 0x00FF);
+    EXPECT_EQ(SwapLong(0x12345678U), 0x78563412U);
+    EXPECT_EQ(SwapLong(0xFFFFFF00U), 0x00FFFFFFU);
 }
 
 TEST(SampleForms, SamplesMayLieAtOddPlaces) {
