@@ -6,7 +6,6 @@ import random
 import struct
 import unittest
 
-from desktop_test import QUIET
 from menu_steps import MenuSteps
 from test_play import Listener, tone_file
 from virtual_desktop import is_main_window, wait_until
@@ -89,14 +88,11 @@ class Sound:
 
 class Format(MenuSteps):
     def open(self, bits, rate=44100):
-        self.write_settings(QUIET)
         choice = random.Random(bits)
         top = 127 if bits == 8 else 32767
         sound = Sound(bits, rate, *([choice.randint(-top - 1, top) for _ in range(FRAMES)]
                                     for _ in range(2)))
-        self.file = self.folder / f"noise{bits}.wav"
-        self.file.write_bytes(sound.wav_bytes())
-        self.editor, self.window = self.start_editor(self.file)
+        self.open_sound(f"noise{bits}.wav", sound)
         return sound
 
     def bits(self, key):
