@@ -57,13 +57,9 @@ void PassProgress::Reached(std::int32_t Position, std::int32_t Count) {
     ProgressFrm->SetCurrentProgress(Single(Base + Span * Part));
 }
 
-void PassProgress::NextPass() noexcept {
+void PassProgress::PassEnd() {
     Base += Span;
     Reports = 0;
-}
-
-void PassProgress::PassEnd() {
-    NextPass();
     ProgressFrm->SetCurrentProgress(Single(Base));
 }
 

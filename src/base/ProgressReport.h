@@ -61,8 +61,6 @@ class PassProgress {
     void Reached(std::int32_t Position, std::int32_t Count);
     /// The pass is over; the next one goes on from its end, where the bar now stands.
     void PassEnd();
-    /// The same, and the bar is left where it is.
-    void NextPass() noexcept;
 
   private:
     double Span;
