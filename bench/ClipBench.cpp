@@ -11,9 +11,11 @@
 #include "platform/SampleMemory.h"
 #include "selection/SelectionMod.h"
 #include "settings/STD1.h"
+#include "storage/CarrierWalk.h"
 #include "storage/FileMemoClass.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -199,20 +201,20 @@ constexpr std::int32_t Walked = 32 << 20;
 
 void FillCarrier(BlockCarrBuffClass& Carrier, std::int32_t Seed) {
     Carrier.ReDimSize(Walked);
-    Carrier.WaveRunsChange(
-        1, Walked, 65536,
+    ChangeSideBySide(std::array{ChannelChange{
+        &Carrier,
         [Seed](std::int32_t First, std::span<const std::int16_t>, std::span<std::int16_t> Out) {
             for (std::size_t i = 0; i < Out.size(); ++i)
                 Out[i] = static_cast<std::int16_t>((static_cast<std::size_t>(First) + i) * 7919 +
                                                    static_cast<std::size_t>(Seed));
-        });
+        }}});
 }
 
 double GainSeconds(BlockCarrBuffClass& Carrier) {
     return SecondsOf([&] {
-        Carrier.WaveRunsChange(1, Walked, 65536,
-                               [](std::int32_t, std::span<const std::int16_t> In,
-                                  std::span<std::int16_t> Out) { GainRun(In, Out, 0.999, 16); });
+        ChangeSideBySide(std::array{ChannelChange{
+            &Carrier, [](std::int32_t, std::span<const std::int16_t> In,
+                         std::span<std::int16_t> Out) { GainRun(In, Out, 0.999, 16); }}});
     });
 }
 

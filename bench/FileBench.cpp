@@ -2,9 +2,11 @@
 #include "BenchSupport.h"
 #include "audiofile/OpenSaveClass.h"
 #include "effects/GainKernel.h"
+#include "storage/CarrierWalk.h"
 #include "storage/FileMemoClass.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -127,12 +129,9 @@ void Saving(const BenchFolder& Folder) {
     std::unique_ptr<BlockCarrBuffClass> L;
     std::unique_ptr<BlockCarrBuffClass> R;
     Store.WaveCollectData(1, static_cast<std::int32_t>(Frames), 0, L, R);
-    for (BlockCarrBuffClass* const Carrier : {L.get(), R.get()})
-        Carrier->WaveRunsChange(
-            1, Carrier->WaveINos, 65536,
-            [](std::int32_t, std::span<const std::int16_t> InRun, std::span<std::int16_t> OutRun) {
-                GainRun(InRun, OutRun, 0.5, 16);
-            });
+    const auto Half = [](std::int32_t, std::span<const std::int16_t> InRun,
+                         std::span<std::int16_t> OutRun) { GainRun(InRun, OutRun, 0.5, 16); };
+    ChangeSideBySide(std::array{ChannelChange{L.get(), Half}, ChannelChange{R.get(), Half}});
     Store.WaveDataReplace(1, 0, L.get(), R.get(), "Volume", true);
     L.reset();
     R.reset();

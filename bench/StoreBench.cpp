@@ -1,8 +1,9 @@
 // Samples in memory: walks over a carrier beside a plain copy of the same bytes.
 #include "effects/GainKernel.h"
 #include "settings/STD1.h"
-#include "storage/BlockCarrBuffClass.h"
+#include "storage/CarrierWalk.h"
 
+#include <array>
 #include <benchmark/benchmark.h>
 #include <cstring>
 #include <vector>
@@ -12,7 +13,6 @@ namespace {
 using namespace quoril;
 
 constexpr std::int32_t Count = 32 << 20; // 64 MiB of samples, more than any cache
-constexpr std::int32_t RunLength = 65536;
 
 /// A carrier of private memory blocks, with a budget that keeps all of it in memory.
 class Material {
@@ -20,12 +20,12 @@ class Material {
     Material() {
         MemoryBudget = 536870912;
         Carrier.ReDimSize(Count);
-        Carrier.WaveRunsChange(
-            1, Count, RunLength,
+        ChangeSideBySide(std::array{ChannelChange{
+            &Carrier,
             [](std::int32_t First, std::span<const std::int16_t>, std::span<std::int16_t> Out) {
                 for (std::size_t i = 0; i < Out.size(); ++i)
                     Out[i] = static_cast<std::int16_t>(static_cast<std::size_t>(First) + i * 7919);
-            });
+            }}});
     }
     BlockCarrBuffClass Carrier;
 };
@@ -67,11 +67,9 @@ void WaveLRReadAndWrite(benchmark::State& State) {
 void GainByRuns(benchmark::State& State) {
     Material Samples;
     for (auto Round : State)
-        Samples.Carrier.WaveRunsChange(
-            1, Count, RunLength,
-            [](std::int32_t, std::span<const std::int16_t> In, std::span<std::int16_t> Out) {
-                GainRun(In, Out, 0.999, 16);
-            });
+        ChangeSideBySide(std::array{ChannelChange{
+            &Samples.Carrier, [](std::int32_t, std::span<const std::int16_t> In,
+                                 std::span<std::int16_t> Out) { GainRun(In, Out, 0.999, 16); }}});
     Bytes(State);
 }
 
@@ -83,11 +81,9 @@ void GainOfSharedSamplesByRuns(benchmark::State& State) {
         BlockSet Shared;
         Samples.Carrier.BuffBlocksGetCopy(Shared);
         State.ResumeTiming();
-        Samples.Carrier.WaveRunsChange(
-            1, Count, RunLength,
-            [](std::int32_t, std::span<const std::int16_t> In, std::span<std::int16_t> Out) {
-                GainRun(In, Out, 0.999, 16);
-            });
+        ChangeSideBySide(std::array{ChannelChange{
+            &Samples.Carrier, [](std::int32_t, std::span<const std::int16_t> In,
+                                 std::span<std::int16_t> Out) { GainRun(In, Out, 0.999, 16); }}});
         State.PauseTiming();
         BlockSetFree(Shared);
         State.ResumeTiming();

@@ -23,7 +23,7 @@ void ClipBitsChange(BlockCarrBuffClass* CarrL, BlockCarrBuffClass* CarrR, std::i
     for (BlockCarrBuffClass* const Carrier : {CarrL, CarrR})
         if (Carrier != nullptr)
             Channels.push_back({Carrier, ChangeRun});
-    ChangeSideBySide(Channels, [](std::int32_t) {});
+    ChangeSideBySide(Channels);
 }
 
 } // namespace quoril

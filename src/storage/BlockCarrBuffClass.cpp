@@ -5,7 +5,6 @@
 #include "storage/BlockTableInner.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace quoril {
@@ -168,56 +167,6 @@ void BlockCarrBuffClass::WaveRunsRead(std::int32_t FromPos, std::int32_t ToPos,
         Visit(At, {From, static_cast<std::size_t>(Run)});
         Pos += Run;
     }
-}
-
-void BlockCarrBuffClass::WaveRunsChange(std::int32_t FromPos, std::int32_t ToPos,
-                                        std::int32_t MostRun, const RunChange& Change) {
-    for (std::int64_t Pos = FromPos; Pos <= ToPos;) {
-        const auto At = static_cast<std::int32_t>(Pos);
-        if (!FindCurrent(At)) {
-            Pos = BlkSet.NextStart(At);
-            continue;
-        }
-        const std::int32_t BlockNo = Window.BlockNo;
-        const std::int64_t Last = std::min<std::int64_t>(
-            ToPos, std::int64_t{BlockAt(BlockNo).BlockStart} + BlockAt(BlockNo).BlockLen - 1);
-        BlockChange(BlockNo, At, static_cast<std::int32_t>(Last), MostRun, Change);
-        Pos = Last + 1;
-    }
-}
-
-void BlockCarrBuffClass::BlockChange(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t ToPos,
-                                     std::int32_t MostRun, const RunChange& Change) {
-    if (BlockAt(BlockNo).BlockKind != BlockMemory)
-        BlockToPrivateMemory(BlockNo);
-    const std::int32_t Start = BlockAt(BlockNo).BlockStart;
-    const std::int32_t Length = BlockAt(BlockNo).BlockLen;
-    // Shared samples are not copied first and then changed: the change itself makes the copy.
-    const bool Shared = !BlockAt(BlockNo).BlockData.Alone();
-    const SampleRun Source = BlockAt(BlockNo).BlockData;
-    SampleRun Target = Shared ? SampleRun::Unfilled(Length) : Source;
-    const auto CopyRange = [&](std::int32_t From, std::int32_t To) { // offsets, To not included
-        if (Shared && From < To)
-            std::memcpy(Target.Write() + From, Source.Read() + From,
-                        static_cast<std::size_t>(To - From) * sizeof(std::int16_t));
-    };
-    std::int32_t Done = FromPos - Start;
-    const std::int32_t End = ToPos - Start + 1;
-    CopyRange(0, Done);
-    try {
-        while (Done < End) {
-            const std::int32_t Run = std::min(MostRun, End - Done);
-            Change(Start + Done, {Source.Read() + Done, static_cast<std::size_t>(Run)},
-                   {Target.Write() + Done, static_cast<std::size_t>(Run)});
-            Done += Run;
-        }
-    } catch (...) {
-        CopyRange(Done, Length);
-        BlockTakeSamples(BlockNo, std::move(Target));
-        throw;
-    }
-    CopyRange(Done, Length);
-    BlockTakeSamples(BlockNo, std::move(Target));
 }
 
 } // namespace quoril

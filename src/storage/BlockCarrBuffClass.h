@@ -57,14 +57,9 @@ class BlockCarrBuffClass {
                                          std::span<std::int16_t> Out)>;
     using RunVisit = std::function<void(std::int32_t FirstPos, std::span<const std::int16_t> In)>;
 
-    /// Calls `Change` for the samples from `FromPos` to `ToPos`, in rising positions, in runs of at
-    /// most `MostRun` samples; every sample of `Out` must be set. Leaves the same as reading and
-    /// writing each sample with WaveLR. If `Change` throws, the runs before are changed and no
-    /// other sample is.
-    void WaveRunsChange(std::int32_t FromPos, std::int32_t ToPos, std::int32_t MostRun,
-                        const RunChange& Change);
-    /// Calls `Visit` for the samples of the range in the same way, leaving the same as reading each
-    /// sample with WaveLR. Silence and places without a block come as zeros.
+    /// Calls `Visit` for the samples from `FromPos` to `ToPos`, in rising positions, in runs of at
+    /// most `MostRun` samples, leaving the same as reading each one with WaveLR. Silence and places
+    /// without a block come as zeros.
     void WaveRunsRead(std::int32_t FromPos, std::int32_t ToPos, std::int32_t MostRun,
                       const RunVisit& Visit);
 
@@ -78,9 +73,6 @@ class BlockCarrBuffClass {
     /// Makes the block that holds the position current; false without one.
     bool FindCurrent(std::int32_t WavPos);
     void FirstBlockCurrent();
-    /// Changes a stretch of one block of this carrier.
-    void BlockChange(std::int32_t BlockNo, std::int32_t FromPos, std::int32_t ToPos,
-                     std::int32_t MostRun, const RunChange& Change);
 
     BlockListClass BlkSet;
     std::int32_t NewBlockLen;

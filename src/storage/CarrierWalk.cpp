@@ -103,8 +103,7 @@ void BringNear(std::span<const ChannelVisit> Channels, std::int32_t Pos) {
     }
     if (MemoryUsed + Fresh > MemoryBudget && Fresh > 0)
         return;
-    if (OrgPairMake(Nos[0], Nos[1]))
-        BlockAt(Nos[1]).BlockStamp = NextBlockStamp(); // it is not to leave before its turn
+    (void)OrgPairMake(Nos[0], Nos[1]);
     for (const std::int32_t No : Nos)
         if (No != 0 && BlockAt(No).BlockKind != BlockSilence)
             BlockToMemory(No);

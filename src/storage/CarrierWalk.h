@@ -39,7 +39,8 @@ using WalkReached = std::function<void(std::int32_t Position)>;
 
 /// Changes every sample of one or two carriers, which is private memory then as far as the budget
 /// allows. What lies in files or is shared is read in place, run by run.
-void ChangeSideBySide(std::span<const ChannelChange> Channels, const WalkReached& Reached);
+void ChangeSideBySide(
+    std::span<const ChannelChange> Channels, const WalkReached& Reached = [](std::int32_t) {});
 /// The same with what stands in other carriers, `Ahead` samples further on; these are read in place
 /// and stay as they are. Of each channel it changes what stands before the end of both carriers.
 void MergeSideBySide(std::span<const ChannelMerge> Channels, std::int32_t Ahead,

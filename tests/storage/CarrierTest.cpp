@@ -1,9 +1,11 @@
 #include "StorageChecks.h"
 #include "base/Failure.h"
 #include "settings/STD1.h"
+#include "storage/CarrierWalk.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestSession.h"
 
+#include <array>
 #include <filesystem>
 #include <gmock/gmock.h>
 
@@ -218,21 +220,17 @@ TEST_F(CarrierTest, ChangingByRunsLeavesTheSameAsChangingBySamples) {
     };
     BlockCarrBuffClass BySamples;
     Material(BySamples);
-    for (std::int32_t p = 501; p <= 3000; ++p)
+    for (std::int32_t p = 1; p <= BySamples.WaveINos; ++p)
         BySamples.WaveLR(p, static_cast<std::int16_t>(BySamples.WaveLR(p) / 2));
     BlockCarrBuffClass ByRuns;
     Material(ByRuns);
     BlockSet Shared; // makes the change work beside shared samples
     ByRuns.BuffBlocksGetCopy(Shared);
-    std::vector<std::int32_t> Firsts;
-    ByRuns.WaveRunsChange(
-        501, 3000, 400,
-        [&](std::int32_t First, std::span<const std::int16_t> In, std::span<std::int16_t> Out) {
-            Firsts.push_back(First);
+    ChangeSideBySide(std::array{ChannelChange{
+        &ByRuns, [](std::int32_t, std::span<const std::int16_t> In, std::span<std::int16_t> Out) {
             for (std::size_t i = 0; i < In.size(); ++i)
                 Out[i] = static_cast<std::int16_t>(In[i] / 2);
-        });
-    EXPECT_THAT(Firsts, ElementsAre(501, 901, 1001, 1401, 1801, 2001, 2401, 2501, 2901));
+        }}});
     EXPECT_EQ(Kinds(ByRuns), Kinds(BySamples));
     EXPECT_EQ(Samples(ByRuns), Samples(BySamples));
     EXPECT_EQ(BlockSamples(Shared[1]), TestSamples(1, 1000));
@@ -255,43 +253,29 @@ TEST_F(CarrierTest, ReadingByRunsGivesEverySampleOnceAndGapsAsZero) {
     EXPECT_EQ(Seen, Expected);
 }
 
-TEST_F(CarrierTest, AChangeThatFailsKeepsTheRunsBeforeAndNoOther) {
-    BlockCarrBuffClass Carrier;
-    CarrierFill(Carrier, 1000);
-    BlockSet Shared;
-    Carrier.BuffBlocksGetCopy(Shared);
-    EXPECT_THROW(Carrier.WaveRunsChange(1, 1000, 100,
-                                        [](std::int32_t First, std::span<const std::int16_t>,
-                                           std::span<std::int16_t> Out) {
-                                            if (First > 300)
-                                                throw Failure("stop");
-                                            std::fill(Out.begin(), Out.end(), std::int16_t{1});
-                                        }),
-                 Failure);
-    std::vector<std::int16_t> Expected = TestSamples(1, 1000);
-    std::fill_n(Expected.begin(), 300, std::int16_t{1});
-    EXPECT_EQ(Samples(Carrier), Expected);
-    EXPECT_EQ(BlockSamples(Shared[0]), TestSamples(1, 1000));
-    BlockSetFree(Shared);
-}
-
 TEST_F(CarrierTest, AChangeDuringWhichItsBlockIsPushedOutLosesNothing) {
+    constexpr std::int32_t Count = 100000; // several runs
     MemoryBudget = 3000;
     BlockCarrBuffClass Carrier;
-    CarrierFill(Carrier, 500);
-    Carrier.WaveRunsChange(
-        1, 500, 100,
-        [](std::int32_t First, std::span<const std::int16_t> In, std::span<std::int16_t> Out) {
-            for (std::size_t i = 0; i < In.size(); ++i)
-                Out[i] = static_cast<std::int16_t>(~In[i]);
-            if (First == 201)
-                for (int i = 0; i < 8; ++i)
-                    (void)MemoryBlock(300);
-        });
-    std::vector<std::int16_t> Expected = TestSamples(1, 500);
+    CarrierFill(Carrier, Count);
+    const std::int32_t Mine = Carrier.Blocks().At(0);
+    BlockSet Others;
+    ChangeSideBySide(
+        std::array{ChannelChange{&Carrier, [&](std::int32_t First, std::span<const std::int16_t> In,
+                                               std::span<std::int16_t> Out) {
+                                     for (std::size_t i = 0; i < In.size(); ++i)
+                                         Out[i] = static_cast<std::int16_t>(~In[i]);
+                                     if (First > 1)
+                                         return;
+                                     for (int i = 0; i < 8; ++i)
+                                         Others.push_back(MemoryBlock(300));
+                                     EXPECT_EQ(Block(Mine).BlockKind, 3);
+                                 }}});
+    std::vector<std::int16_t> Expected = TestSamples(1, Count);
     for (std::int16_t& One : Expected)
         One = static_cast<std::int16_t>(~One);
     EXPECT_EQ(Samples(Carrier), Expected);
+    BlockSetFree(Others);
 }
 
 } // namespace

@@ -242,11 +242,11 @@ TEST_F(CarrierWalkTest, SamplesThatNobodyElseHasAreChangedInTheirPlace) {
                                [](std::int16_t One) { return static_cast<std::int16_t>(~One); });
     };
     const std::array<ChannelChange, 1> Change = {ChannelChange{Mine.get(), Negate}};
-    ChangeSideBySide(Change, [](std::int32_t) {});
+    ChangeSideBySide(Change);
     EXPECT_EQ(Block(BlockNo).BlockData.BufferId(), Buffer);
     const std::int32_t Clone = BlockClone(BlockNo);
     const Samples Once = BlockSamples(Clone);
-    ChangeSideBySide(Change, [](std::int32_t) {});
+    ChangeSideBySide(Change);
     EXPECT_TRUE(BlockSamples(Clone) == Once) << "a clone keeps what it had";
     EXPECT_EQ(All(*Mine), TestSamples(1, 5000));
     EXPECT_EQ(MemoryUsed, 20000);
@@ -366,7 +366,7 @@ TEST_F(CarrierWalkTest, WhatIsSharedAndInAWorkFileIsNotWrittenAgainWhileItIsChan
     };
     const std::array Change = {ChannelChange{&Mine, Fill}};
     const std::int64_t Before = BytesWrittenSoFar();
-    ChangeSideBySide(Change, [](std::int32_t) {});
+    ChangeSideBySide(Change);
     EXPECT_LT(BytesWrittenSoFar() - Before, Count);
     EXPECT_TRUE(All(Mine) == Samples(Count, 5));
     EXPECT_TRUE(All(*Copy) == TestSamples(1, Count));
@@ -404,7 +404,7 @@ TEST_F(CarrierWalkTest, AKernelThatThrowsLeavesTheTablesWholeAndTheDocumentAsItW
         };
         const std::array Changes = {ChannelChange{CarrL.get(), Failing},
                                     ChannelChange{CarrR.get(), Failing}};
-        EXPECT_THROW(ChangeSideBySide(Changes, [](std::int32_t) {}), Failure);
+        EXPECT_THROW(ChangeSideBySide(Changes), Failure);
         ExpectRules();
         CarrL.reset();
         CarrR.reset();
@@ -425,8 +425,32 @@ TEST_F(CarrierWalkTest, ABlockThatEqualsItsFileLeavesItBeforeTheFirstSampleIsCha
             throw Failure("Stop");
     };
     const std::array Change = {ChannelChange{&Mine, Failing}};
-    EXPECT_THROW(ChangeSideBySide(Change, [](std::int32_t) {}), Failure);
+    EXPECT_THROW(ChangeSideBySide(Change), Failure);
     EXPECT_EQ(BrokenRule({&Mine.Blocks().Numbers()}), "");
+}
+
+TEST_F(CarrierWalkTest, AChannelThatEndsEarlyGivesNoMoreThanItHas) {
+    MemoryBudget = LowestMemoryBudget;
+    for (const bool LeftEnds : {true, false})
+        for (const WalkOrder Order : {WalkOrder::Rising, WalkOrder::Falling}) {
+            BlockCarrBuffClass L;
+            BlockCarrBuffClass R;
+            CarrierFill(L, LeftEnds ? 40000 : 70000, 1);
+            CarrierFill(R, LeftEnds ? 70000 : 40000, 2);
+            std::array<Samples, 2> Read;
+            ReadSideBySide(&L, &R, Order, [&](std::int32_t First, RunIn Left, RunIn Right) {
+                for (std::size_t c = 0; c < 2; ++c) {
+                    const RunIn Run = c == 0 ? Left : Right;
+                    if (Run.empty())
+                        continue;
+                    Read[c].resize(
+                        std::max(Read[c].size(), static_cast<std::size_t>(First) - 1 + Run.size()));
+                    std::ranges::copy(Run, Read[c].begin() + First - 1);
+                }
+            });
+            EXPECT_TRUE(Read[0] == All(L)) << LeftEnds;
+            EXPECT_TRUE(Read[1] == All(R)) << LeftEnds;
+        }
 }
 
 TEST_F(CarrierWalkTest, ReadingAfterAWalkSeesWhatTheWalkMade) {
@@ -435,11 +459,13 @@ TEST_F(CarrierWalkTest, ReadingAfterAWalkSeesWhatTheWalkMade) {
     CarrierFill(Mine, 1000);
     const auto Copy = CarrierCopy(Mine); // so that the walk makes new samples
     EXPECT_EQ(Mine.WaveLR(1), TestSample(1));
+    const std::int32_t Stamp = NextBlockStamp();
     const auto Fill = [](std::int32_t, RunIn, RunOut Out) {
         std::ranges::fill(Out, std::int16_t{5});
     };
     const std::array Change = {ChannelChange{&Mine, Fill}};
-    ChangeSideBySide(Change, [](std::int32_t) {});
+    ChangeSideBySide(Change);
+    EXPECT_GT(Block(Mine.Blocks().At(0)).BlockStamp, Stamp);
     EXPECT_EQ(Mine.WaveLR(1), 5);
     Mine.WaveLR(2, 6);
     EXPECT_EQ(Mine.WaveLR(2), 6);

@@ -6,6 +6,7 @@
 #include "StorageChecks.h"
 #include "base/DocumentState.h"
 #include "settings/STD1.h"
+#include "storage/CarrierWalk.h"
 #include "storage/UndoListener.h"
 #include "support/FromEnvironment.h"
 #include "support/ScriptedMessages.h"
@@ -238,19 +239,22 @@ class Model {
         std::unique_ptr<BlockCarrBuffClass> R;
         Store.WaveCollectData(From, To, 0, L, R);
         const std::array<BlockCarrBuffClass*, 2> Carriers{L.get(), R.get()};
-        const bool ByRuns = Number(0, 1) == 1;
         const auto Flip = [](std::int16_t Sample) { return static_cast<std::int16_t>(~Sample); };
+        const auto FlipRun = [Flip](std::int32_t, std::span<const std::int16_t> In,
+                                    std::span<std::int16_t> Out) {
+            std::transform(In.begin(), In.end(), Out.begin(), Flip);
+        };
+        const int How = Number(0, 2);
+        if (How == 0 && Stereo())
+            ChangeSideBySide(
+                std::array{ChannelChange{L.get(), FlipRun}, ChannelChange{R.get(), FlipRun}});
         for (std::size_t c = 0; c < (Stereo() ? 2U : 1U); ++c) {
             BlockCarrBuffClass& Carrier = *Carriers[c];
-            if (ByRuns)
-                Carrier.WaveRunsChange(1, Carrier.WaveINos, Number(1, 300),
-                                       [&](std::int32_t, std::span<const std::int16_t> In,
-                                           std::span<std::int16_t> Out) {
-                                           std::transform(In.begin(), In.end(), Out.begin(), Flip);
-                                       });
-            else
+            if (How == 2)
                 for (std::int32_t p = 1; p <= Carrier.WaveINos; ++p)
                     Carrier.WaveLR(p, Flip(Carrier.WaveLR(p)));
+            else if (How == 1 || !Stereo())
+                ChangeSideBySide(std::array{ChannelChange{&Carrier, FlipRun}});
             std::transform(Now.Channels[c].begin() + From - 1, Now.Channels[c].begin() + To,
                            Now.Channels[c].begin() + From - 1, Flip);
         }
