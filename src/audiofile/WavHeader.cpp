@@ -1,10 +1,12 @@
 #include "audiofile/WavHeader.h"
 
 #include "base/Arithmetic.h"
+#include "base/Failure.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <limits>
 #include <string_view>
 
 namespace quoril {
@@ -12,6 +14,11 @@ namespace quoril {
 static_assert(std::endian::native == std::endian::little);
 
 namespace {
+
+/// What the header holds behind the size of the whole.
+constexpr std::int32_t BytesAfterSize = WavHeaderBytes - 8;
+/// The size of the whole is a number of 32 bits with a sign to many programs.
+constexpr std::int64_t MostDataBytes = std::numeric_limits<std::int32_t>::max() - BytesAfterSize;
 
 constexpr std::size_t TagPlace = 20;
 constexpr std::size_t ChannelsPlace = 22;
@@ -82,7 +89,11 @@ std::uint32_t WavHead::DataSize() const {
 std::array<std::uint8_t, WavHeaderBytes> WavHeaderMake(const WaveFormat& Format,
                                                        std::int32_t Frames) {
     const std::int32_t FrameBytes = Format.Channel * Format.Bits / 8;
-    const std::int32_t DataBytes = MulLong(FrameBytes, Frames);
+    const std::int64_t Needed = std::int64_t{FrameBytes} * Frames;
+    if (Needed > MostDataBytes)
+        throw Failure("A WAV file holds 2 GB at most, and this sound needs more.\n"
+                      "\"Save Selected Part\" can write it into several files.");
+    const auto DataBytes = static_cast<std::int32_t>(Needed);
 
     std::array<std::uint8_t, WavHeaderBytes> Header{};
     std::size_t End = 0;
@@ -96,7 +107,7 @@ std::array<std::uint8_t, WavHeaderBytes> WavHeaderMake(const WaveFormat& Format,
             Header[End++] = static_cast<std::uint8_t>(static_cast<std::uint32_t>(Value) >> (8 * i));
     };
     PutText("RIFF");
-    PutNumber(AddLong(DataBytes, WavHeaderBytes - 8), 4);
+    PutNumber(DataBytes + BytesAfterSize, 4);
     PutText("WAVEfmt ");
     PutNumber(16, 4);
     PutNumber(WavTagPcm, 2);

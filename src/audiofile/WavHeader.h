@@ -52,8 +52,8 @@ class WavHead {
     std::int32_t DataName = 0;
 };
 
-/// The header of a file with this many frames. Throws "Overflow" when the file would be longer than
-/// the signed 32-bit sizes of the header can tell.
+/// The header of a file with this many frames. Throws Failure when the file would be longer than a
+/// size of 32 bits with a sign can tell.
 [[nodiscard]] std::array<std::uint8_t, WavHeaderBytes> WavHeaderMake(const WaveFormat& Format,
                                                                      std::int32_t Frames);
 

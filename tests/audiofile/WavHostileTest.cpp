@@ -291,9 +291,12 @@ TEST_F(WavLarge, WritingADocumentThatFitsNoHeaderFailsAndKeepsTheOldFile) {
         Store.WaveDataInsert(1, 1, &Silence, nullptr, {}, true);
         const std::string Path = Session.WriteFile("old.wav", {1, 2, 3});
         EXPECT_FALSE(OpenSaveClass().FileWriteWave(Store, Path));
-        EXPECT_THAT(Messages.TakeTexts(),
-                    ElementsAre("Wave file write error|Overflow\n\n"
-                                "The file that was there before is unchanged."));
+        EXPECT_THAT(
+            Messages.TakeTexts(),
+            ElementsAre("Wave file write error|A WAV file holds 2 GB at most, and this sound "
+                        "needs more.\n\"Save Selected Part\" can write it into several "
+                        "files.\n\n"
+                        "The file that was there before is unchanged."));
         EXPECT_EQ(TestSession::ReadFile(Path), (Bytes{1, 2, 3}));
         EXPECT_EQ(Store.WavWaveINos, Length);
     }
