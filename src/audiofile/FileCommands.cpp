@@ -21,6 +21,7 @@ namespace quoril {
 namespace {
 
 constexpr std::int32_t FewestNewSamples = 10000;
+constexpr const char* SaveErrorTitle = "Save Error";
 constexpr const char* OpenQuestion = "Open another file with out saving it?";
 
 std::string WithAudioEnding(const std::string& FileName) {
@@ -156,7 +157,7 @@ void FileCommandsClass::Open_File(const std::string& FilePath, const std::string
 
 bool FileCommandsClass::Save(bool SaveAs) {
     bool Saved = false;
-    RunCommand("Save Error", [this, SaveAs, &Saved] { Saved = SaveDocument(SaveAs); });
+    RunCommand(SaveErrorTitle, [this, SaveAs, &Saved] { Saved = SaveDocument(SaveAs); });
     return Saved;
 }
 
@@ -185,10 +186,12 @@ bool FileCommandsClass::SaveDocument(bool SaveAs) {
     WaveFilePath = Path;
     HasFile = true;
     View.SetDocumentTitle(WaveFileName);
-    // Until they are in their file: the writing may fail.
+    // Until they are in their file: the writing may fail, and the sound is saved all the same.
     BookmarkChanged = true;
-    BookmarkChanged =
-        !View.SaveBookmarks(Type->HasBookmarkFile ? BookmarkFileOf(Path) : std::string());
+    RunCommand(SaveErrorTitle, [&] {
+        BookmarkChanged =
+            !View.SaveBookmarks(Type->HasBookmarkFile ? BookmarkFileOf(Path) : std::string());
+    });
     View.SetMenu_To_DefaultFormat();
     AddLastFile(Path);
     return !BookmarkChanged;
@@ -217,7 +220,7 @@ std::optional<std::string> FileCommandsClass::AskSaveName(const std::string& Tit
 
 bool FileCommandsClass::SaveBookmarksBesideFile() {
     bool Saved = false;
-    RunCommand("Save Error", [this, &Saved] {
+    RunCommand(SaveErrorTitle, [this, &Saved] {
         Saved = View.SaveBookmarks(BookmarkFileOf(WaveFilePath));
         if (Saved)
             BookmarkChanged = false;
@@ -226,7 +229,7 @@ bool FileCommandsClass::SaveBookmarksBesideFile() {
 }
 
 void FileCommandsClass::SaveSelected() {
-    RunCommand("Save Error", [this] {
+    RunCommand(SaveErrorTitle, [this] {
         std::int32_t FromPos = 0;
         std::int32_t ToPos = 0;
         std::int32_t WorkChn = 0;

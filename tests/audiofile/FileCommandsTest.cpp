@@ -522,6 +522,13 @@ TEST_F(FileCommands, BookmarksThatCouldNotBeWrittenAreToldAndStillCountAsChanged
     EXPECT_FALSE(Commands.Save(false));
     EXPECT_THAT(Messages.TakeTexts(), ElementsAre(Told));
     EXPECT_TRUE(BookmarkChanged);
+    // The sound is saved: its new name counts everywhere.
+    const std::string Other = Session.Path("music/b.wav");
+    Around.Choices.push_back(Other);
+    EXPECT_FALSE(Commands.Save(true));
+    EXPECT_EQ(Messages.TakeTexts().size(), 1U);
+    EXPECT_EQ(WaveFilePath, Other);
+    EXPECT_EQ(RecentFilesRead()[1], Other);
     Around.BookmarksFail = false;
     EXPECT_TRUE(Commands.Save(false));
     EXPECT_FALSE(BookmarkChanged);
