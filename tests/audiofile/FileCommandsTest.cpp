@@ -525,8 +525,10 @@ TEST_F(FileCommands, BookmarksThatCouldNotBeWrittenAreToldAndStillCountAsChanged
     // The sound is saved: its new name counts everywhere.
     const std::string Other = Session.Path("music/b.wav");
     Around.Choices.push_back(Other);
+    BookmarkChanged = false;
     EXPECT_FALSE(Commands.Save(true));
     EXPECT_EQ(Messages.TakeTexts().size(), 1U);
+    EXPECT_TRUE(BookmarkChanged) << "beside the new name there are none";
     EXPECT_EQ(WaveFilePath, Other);
     EXPECT_EQ(RecentFilesRead()[1], Other);
     Around.BookmarksFail = false;

@@ -1,6 +1,7 @@
 // A save that fails costs nothing: neither the file that was there nor the word that there is
 // unsaved work.
 #include "audiofile/DocumentFile.h"
+#include "audiofile/FrameWriter.h"
 #include "audiofile/OpenSaveClass.h"
 #include "audiofile/RecentFiles.h"
 #include "audiofile/SaveSafetyFixture.h"
@@ -359,6 +360,15 @@ TEST_F(SaveSafetyTest, TheOldFileStandsUntilTheNewOneIsComplete) {
     WaveStore->Undo();
     EXPECT_TRUE(Commands.Save(false));
     EXPECT_TRUE(TestSession::ReadFile(Path) == Before);
+}
+
+TEST_F(SaveSafetyTest, AWriterOfAnyKindTakesTheSamplesOutOfTheOldFileFirst) {
+    const std::string Path = WriteWav("a.wav");
+    OpenByDialog(Path);
+    const Samples Before = LeftOf(*WaveStore);
+    EXPECT_TRUE(WriteAudioFile(Path, [](FileReplacement& File) { File.Write(0, "other", 5); }));
+    EXPECT_EQ(fs::file_size(Path), 5U);
+    EXPECT_EQ(LeftOf(*WaveStore), Before);
 }
 
 TEST_F(SaveSafetyTest, AProcessThatMustEndCompletesTheFileAndPutsItInPlace) {
