@@ -134,6 +134,18 @@ TEST_F(BookmarkListTest, DeletingInTheSelectionTestsBothEndsOnBothSides) {
                                      "turned around it", "below the first sample"));
 }
 
+TEST_F(BookmarkListTest, APointIsWhereItBeginsWhateverElseItHolds) {
+    Bookmarks.push_back({"point", "", BokPoint, 150, 9000, false});
+    Choice = 1;
+    BookmarkSelect();
+    EXPECT_EQ(SelStart, 150);
+    EXPECT_EQ(SelEnd, 150);
+    SelStart = 100;
+    SelEnd = 200;
+    BookmarkDelete(0);
+    EXPECT_THAT(Names(), IsEmpty());
+}
+
 TEST_F(BookmarkListTest, DeletingOneFromTheListClosesTheGap) {
     Add("a", 1, 1);
     Add("b", 2, 2);
