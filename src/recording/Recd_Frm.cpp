@@ -178,8 +178,10 @@ void Recd_Frm::DeviceChosen(int Index) {
 }
 
 void Recd_Frm::BeginChange() {
-    if (!std::exchange(Waiting, true))
+    if (!std::exchange(Waiting, true)) {
         QApplication::setOverrideCursor(Qt::WaitCursor);
+        FocusBefore = focusWidget();
+    }
     ShowDevices();
     ShowState();
     DeviceChangeTimer->start();
@@ -196,6 +198,8 @@ void Recd_Frm::DeviceChangeTimer_Timer() {
     EndWaiting();
     ShowDevices();
     ShowState();
+    if (FocusBefore != nullptr)
+        FocusBefore->setFocus();
 }
 
 // ---- Blocks

@@ -4,6 +4,7 @@
 #include "recording/RecordSession.h"
 
 #include <QDialog>
+#include <QPointer>
 
 #include <array>
 #include <functional>
@@ -108,14 +109,15 @@ class Recd_Frm final : public QDialog {
     void ShowChoices();
     void ShowState();
     void ShowLoss();
-    void ShowButtons(const RecordShown& Shown);
+    void ShowEnabled(const RecordShown& Shown);
     void ShowDevices();
     void MoveSilenArrow();
     void TellTrouble();
 
     RecordSession& Session;
     bool Unloaded = false;
-    bool Waiting = false; ///< for DeviceChangeTimer
+    bool Waiting = false;          ///< for DeviceChangeTimer
+    QPointer<QWidget> FocusBefore; ///< what had the focus when that began
 
     QGroupBox* CaptureFrame = nullptr;
     QGroupBox* SrcFrame = nullptr;

@@ -88,10 +88,7 @@ void Recd_Frm::ShowState() {
     Dur_Lbl[1]->setText(ShownText(Shown.Dur_Lbl1));
     SetTextIfOther(Start_Btn[0], WithKey(Shown.StartCaption));
     SetTextIfOther(Start_Btn[1], WithKey(Shown.PauseCaption));
-    ShowButtons(Shown);
-    CaptureFrame->setEnabled(Shown.DeviceEnabled && !Waiting);
-    SrcFrame->setEnabled(!Waiting);
-    DoneBtnFrame->setEnabled(!Waiting);
+    ShowEnabled(Shown);
 }
 
 /// What is missing now comes before what was lost.
@@ -103,28 +100,32 @@ void Recd_Frm::ShowLoss() {
     Colour(LossLbl, Qt::red);
 }
 
-void Recd_Frm::ShowButtons(const RecordShown& Shown) {
-    struct ButtonState {
-        QPushButton* Button;
+void Recd_Frm::ShowEnabled(const RecordShown& Shown) {
+    struct ControlState {
+        QWidget* Control;
         bool Enabled;
     };
-    const std::array<ButtonState, 5> States = {{{Start_Btn[0], Shown.StartEnabled},
-                                                {Start_Btn[1], Shown.PauseEnabled},
-                                                {Start_Btn[2], Shown.StopEnabled},
-                                                {Done_Btn, Shown.DoneEnabled},
-                                                {Cancel_Btn, Shown.CancelEnabled}}};
+    const std::array<ControlState, 8> States = {{{Start_Btn[0], Shown.StartEnabled},
+                                                 {Start_Btn[1], Shown.PauseEnabled},
+                                                 {Start_Btn[2], Shown.StopEnabled},
+                                                 {Done_Btn, Shown.DoneEnabled},
+                                                 {Cancel_Btn, Shown.CancelEnabled},
+                                                 {CaptureFrame, Shown.DeviceEnabled && !Waiting},
+                                                 {SrcFrame, !Waiting},
+                                                 {DoneBtnFrame, !Waiting}}};
     QPushButton* Next = Shown.DoneEnabled ? Done_Btn : Cancel_Btn;
     if (Shown.StopEnabled)
         Next = Start_Btn[2];
     // Enabled before others are disabled, so that the focus has somewhere to go.
-    for (const ButtonState& Each : States)
+    for (const ControlState& Each : States)
         if (Each.Enabled)
-            Each.Button->setEnabled(true);
-    for (const ButtonState& Each : States)
-        if (!Each.Enabled && Each.Button->hasFocus())
+            Each.Control->setEnabled(true);
+    const QWidget* const Focus = focusWidget();
+    for (const ControlState& Each : States)
+        if (!Each.Enabled && (Each.Control == Focus || Each.Control->isAncestorOf(Focus)))
             Next->setFocus();
-    for (const ButtonState& Each : States)
-        Each.Button->setEnabled(Each.Enabled);
+    for (const ControlState& Each : States)
+        Each.Control->setEnabled(Each.Enabled);
 }
 
 } // namespace quoril

@@ -88,6 +88,8 @@ void RecordMachine::Stop() {
 
 void RecordMachine::StopFor(const std::string& Reason) {
     Trouble = Reason;
+    if (Recorded > 0)
+        Trouble += "\nThe recording has stopped. Done keeps what was recorded until then.";
     Stop();
 }
 

@@ -445,6 +445,19 @@ TEST_F(RecdFrmTest, ADeviceIsChangedAfterHalfASecondWithTheButtonsDisabled) {
     EXPECT_EQ(IniGet("Record", "ApiDiv", ""), "0");
 }
 
+TEST_F(RecdFrmTest, TheFocusComesBackAfterADeviceWasChanged) {
+    Open();
+    auto* Devices = Part<QComboBox>(Window.get(), "DxDivLstCmb");
+    Devices->setFocus();
+    QTest::keyClick(Devices, Qt::Key_Down);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Label("Rec_Stat_Lbl") == "Ready to record"; }));
+    EXPECT_TRUE(Devices->hasFocus());
+    EXPECT_EQ(Devices->currentText(), "second");
+    Key(Qt::Key_S, RecRecording);
+    EXPECT_TRUE(Part<QWidget>(Window.get(), "Start_Btn_2")->hasFocus())
+        << "the list cannot be used now";
+}
+
 TEST_F(RecdFrmTest, AWishForAMissingSoundServerIsTold) {
     Dx7IsThere = false;
     Open();
@@ -563,7 +576,8 @@ TEST_F(RecdFrmTest, ATakeStopsWhereTheDocumentHasNoPlaceLeft) {
     Deliver(1);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !Messages.Texts().empty(); }));
     EXPECT_THAT(Messages.Texts(),
-                ElementsAre("The recording has become as long as a waveform can be."));
+                ElementsAre("The recording has become as long as a waveform can be.\nThe recording "
+                            "has stopped. Done keeps what was recorded until then."));
     Click("Done_Btn");
     EXPECT_EQ(WaveStore->WavWaveINos, 2147483647 - 10000 + 2 * 4410);
 }

@@ -12,6 +12,10 @@ constexpr std::int32_t Frames = 800; // a tenth of a second
 constexpr std::int16_t Loud = 20000;
 constexpr std::int16_t Soft = 100;
 
+/// What follows the reason of a stop that the user has not wished for.
+constexpr const char* DoneKeeps =
+    "\nThe recording has stopped. Done keeps what was recorded until then.";
+
 class RecordMachineTest : public ::testing::Test {
   protected:
     RecordMachineTest() { Machine.SetUp({1, 16, Freq}, 1000000000); }
@@ -402,8 +406,10 @@ TEST_F(RecordMachineTest, AFullDiskStopsAndKeepsWhatWasTaken) {
     EXPECT_EQ(State(), RecReady);
     EXPECT_EQ(Machine.RecordedFrames(), 10 * Frames);
     EXPECT_TRUE(Machine.Show().DoneEnabled);
-    EXPECT_EQ(Machine.TakeTrouble(), "No space left on device");
+    EXPECT_EQ(Machine.TakeTrouble(), std::string("No space left on device") + DoneKeeps);
     EXPECT_EQ(Machine.TakeTrouble(), "") << "told once";
+    Machine.Start();
+    EXPECT_EQ(Machine.TakeTrouble(), "No space left on device") << "there is nothing to keep";
 }
 
 TEST_F(RecordMachineTest, ATakeThatCannotBeginIsTold) {
@@ -421,7 +427,8 @@ TEST_F(RecordMachineTest, ATakeEndsWhereADocumentMustEnd) {
     Block(Loud, 15);
     EXPECT_EQ(State(), RecReady);
     EXPECT_EQ(Machine.RecordedFrames(), 10 * Frames);
-    EXPECT_EQ(Machine.TakeTrouble(), "The recording has become as long as a waveform can be.");
+    EXPECT_EQ(Machine.TakeTrouble(),
+              std::string("The recording has become as long as a waveform can be.") + DoneKeeps);
 }
 
 TEST_F(RecordMachineTest, ATakeMayFillTheDocumentToItsLastPlace) {
