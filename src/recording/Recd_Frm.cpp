@@ -6,6 +6,7 @@
 #include "selection/DurationText.h"
 
 #include <QApplication>
+#include <QButtonGroup>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -27,8 +28,9 @@ void Recd_Frm::OpenEngine() {
     WaitForSound();
     ShowDevices();
     ShowState();
-    if (Start_Btn[0]->isEnabled())
-        Start_Btn[0]->setFocus();
+    QAbstractButton* const First =
+        Start_Btn[0]->isEnabled() ? Start_Btn[0] : Dx7OrApiOpn->checkedButton();
+    First->setFocus();
 }
 
 void Recd_Frm::showEvent(QShowEvent* Event) {

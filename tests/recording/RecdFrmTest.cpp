@@ -501,6 +501,14 @@ TEST_F(RecdFrmTest, ARefusedFormatLeavesTheWindowUp) {
     EXPECT_FALSE(Enabled("Start_Btn_0"));
     EXPECT_TRUE(Enabled("Cancel_Btn"));
     EXPECT_TRUE(Enabled("CaptureFrame"));
+    EXPECT_TRUE(Part<QWidget>(Window.get(), "Dx7OrApiOpn_0")->hasFocus());
+}
+
+TEST_F(RecdFrmTest, WithoutADeviceTheFocusIsAtTheEngineThatWasTried) {
+    Dx7IsThere = false;
+    Api.Names.clear();
+    Open();
+    EXPECT_TRUE(Part<QWidget>(Window.get(), "Dx7OrApiOpn_1")->hasFocus());
 }
 
 TEST_F(RecdFrmTest, ALostDeviceIsToldAndTheTakeCanBeKept) {
