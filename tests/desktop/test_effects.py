@@ -1,11 +1,15 @@
 """Commands that compute samples, chosen by keys from the menus of the real window. What each must
 make of a file is worked out here, and compared with the bytes that the editor saves."""
 
+import math
 import random
 import struct
+import subprocess
 import unittest
 
 from menu_steps import MenuSteps
+from test_play import Listener, players_of
+from virtual_desktop import wait_until
 
 FRAMES = 3001
 RATE = 8000
@@ -249,6 +253,49 @@ class Effects(MenuSteps):
                 self.end()
                 settings = (self.program_folder / "quoril-wave-editor.ini").read_text()
                 self.assertRegex(settings, "(?i)echo *= *0.05,0.03,3,90,0,60")
+
+    def window_titled(self, title):
+        """The window of that title, once it is there."""
+        return wait_until(lambda: [window for window in self.desktop.windows(self.editor)
+                                   if window.title == title], f'the window "{title}"')[0]
+
+    def test_a_band_is_heard_alone_whatever_becomes_of_player_and_dialog(self):
+        # A tone of 1000 Hz under a louder one of 50 Hz: only the band around 1032 Hz sounds like it.
+        rate = 44100
+        tones = [round(16000 * math.sin(2 * math.pi * 1000 * i / rate) +
+                       16000 * math.sin(2 * math.pi * 50 * i / rate)) for i in range(3 * rate)]
+        data = struct.pack(f"<{len(tones)}h", *tones)
+        self.file = self.folder / "tones.wav"
+        self.file.write_bytes(b"RIFF" + struct.pack("<I", 36 + len(data)) + b"WAVEfmt " +
+                              struct.pack("<IHHIIHH", 16, 1, 1, rate, 2 * rate, 2, 16) + b"data" +
+                              struct.pack("<I", len(data)) + data)
+        listener = Listener(self.desktop)
+        self.addCleanup(listener.stop)
+        self.editor, self.window = self.start_editor(self.file)
+        self.desktop.run("xdotool", "windowactivate", "--sync", self.window.id)
+        self.keys("ctrl+a")
+        self.menu("alt+c", "e")
+        dialog = self.window_titled("Equalizer")
+        self.desktop.run("xdotool", "windowactivate", "--sync", dialog.id)
+        self.keys("Tab", "Right", "Right", "Right", "Right", "space")
+        wait_until(listener.hears_tone, "the tone of the band")
+        wait_until(listener.hears_nothing, "the end of two seconds")
+        # The player goes while it sounds.
+        self.keys("space")
+        wait_until(listener.hears_tone, "the tone of the band once more")
+        player, = players_of(self.editor)
+        subprocess.run(["kill", "-9", str(player)], check=True)
+        self.answer("Play failed")
+        wait_until(listener.hears_nothing, "silence")
+        # The dialog goes while another one sounds.
+        self.desktop.run("xdotool", "windowactivate", "--sync", dialog.id)
+        self.keys("space")
+        wait_until(listener.hears_tone, "the tone from another player")
+        self.assertNotEqual(players_of(self.editor), [player])
+        self.desktop.close(dialog)
+        wait_until(lambda: len(self.desktop.windows(self.editor)) == 1, "the end of the dialog")
+        wait_until(listener.hears_nothing, "silence", 1)
+        self.end()
 
 
 if __name__ == "__main__":
