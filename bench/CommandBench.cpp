@@ -2,12 +2,14 @@
 // steps' times it tells what its process took: memory, bytes read, and how the bar moved.
 #include "BenchSupport.h"
 #include "audiofile/OpenSaveClass.h"
+#include "base/DocumentState.h"
 #include "base/MsgBoxMod.h"
 #include "base/ProgressReport.h"
 #include "base/ViewState.h"
 #include "effects/BandSet.h"
 #include "effects/ChannelMix.h"
 #include "effects/EqualizerCommands.h"
+#include "effects/FormatCommands.h"
 #include "effects/NoiseCommands.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
@@ -70,6 +72,24 @@ void ReduceNoise() {
     EffectNoisRedu(1);
 }
 
+/// The answer to the question what becomes of two channels.
+class ChosenMono final : public CompMonoDialog {
+  public:
+    explicit ChosenMono(std::int32_t Chosen) : Way(Chosen) { SetCompMonoDialog(this); }
+    ~ChosenMono() override { SetCompMonoDialog(nullptr); }
+    ChosenMono(const ChosenMono&) = delete;
+    ChosenMono& operator=(const ChosenMono&) = delete;
+    CompMonoAnswer ShowCompMono() override { return {true, Way}; }
+
+  private:
+    std::int32_t Way;
+};
+
+void ToMono(std::int32_t Way) {
+    const ChosenMono Answer(Way);
+    FormatChannelMono();
+}
+
 struct NamedCommand {
     const char* Name;
     void (*Run)();
@@ -85,6 +105,12 @@ constexpr std::array Commands = {
     NamedCommand{"mix-sums", [] { Mix(MixSum, MixLeftLessRight); }},
     NamedCommand{"equalize", [] { EqualizeEightBands(); }},
     NamedCommand{"reduce-noise", [] { ReduceNoise(); }},
+    NamedCommand{"8-bits", [] { FormatBit(0); }},
+    NamedCommand{"stereo", [] { FormatChannelStereo(); }},
+    NamedCommand{"mono-merge", [] { ToMono(MergeBoth); }},
+    NamedCommand{"mono-left", [] { ToMono(TrenchRight); }},
+    NamedCommand{"mono-right", [] { ToMono(TrenchLeft); }},
+    NamedCommand{"rate-22050", [] { FormatFrQ(1); }},
     NamedCommand{"nothing", [] {}},
 };
 
@@ -149,6 +175,7 @@ int RunOne(const NamedCommand& Command, const std::string& In, const std::string
     const BenchFolder Folder;
     WatchedProgress Progress;
     Step("open", Progress, [&] { Open(Folder, In); });
+    CurrentFormat = {WaveStore->WavFmtChannel, WaveStore->WavFmtFreq, WaveStore->WavFmtBits};
     SelBoth = true;
     SelStart = 1;
     SelEnd = WaveStore->WavWaveINos;

@@ -1,46 +1,87 @@
 #!/usr/bin/env python3
-"""Runs commands over a whole file beside sox, in turns, and prints the ratios as Markdown.
+"""Runs commands over a whole file beside sox or ffmpeg, in turns, and prints the ratios as Markdown.
 
 usage: bench/beside_sox.py [--build build/release] [--work FOLDER] [--minutes 30] [--rounds 5]
+                            [--memory] [--only COMMAND...]
 
-Needs sox, and ffmpeg for the noise reduction. The file is stereo, 16 bits, 44100 Hz, made by sox of
-pink noise and kept in the system's cache; files are read from and written to the work folder
-(default: the current one), which needs 5 GB. Ours opens the file, runs the command over everything
-and saves to another file; the other tool does the same by its own effect, without dither. Of every
-time the shortest of all rounds counts, so that what else the machine does matters little.
+Needs sox and ffmpeg. The file is stereo, 16 bits, 44100 Hz, made by sox of pink noise and kept in
+the system's cache; files are read from and written to the work folder (default: the current one),
+which needs 5 GB. Ours opens the file, runs the command over everything and saves to another file; the
+other does the same by its own effect, without dither, or only writes what is made out of nothing. Of
+every time the shortest of all rounds counts, so that what else the machine does matters little.
 "--memory" measures only the memory of long documents.
 """
 import argparse
+import array
 import os
+import random
 import shutil
 import statistics
+import struct
 import subprocess
 import sys
 import tempfile
 import time
 from pathlib import Path
 
-# What it is called, our command, what sox is told for the same, and the most of sox's time.
-CASES = [
-    ("volume 50 %", "volume-50", ["vol", "0.5"], 0.55),
-    ("Fade In", "fade-in", ["fade", "t", "{seconds}"], 0.45),
-    ("Fade Out", "fade-out", ["fade", "t", "0", "{seconds}", "{seconds}"], 0.45),
-    ("Reverse", "reverse", ["reverse"], 0.45),
-    ("Maximize", "maximize", ["gain", "-n"], 0.45),
-    ("Invert", "invert", ["vol", "-1"], 0.45),
-    ("Channel Mix, averages", "mix-average", ["remix", "1,2", "1,2"], 0.45),
-    ("Channel Mix, sum and difference", "mix-sums", ["remix", "-m", "1,2", "1,2i"], 0.45),
-]
-# The same for the filters, each with the whole line of the other tool.
+LONGEST_COMMAND = 0.6  # seconds
+
+
+class Case:
+    """What it is called, our command, the other program's line for the same, and the most of its
+    time. Of a line that begins with no program the rest is an effect of sox."""
+
+    def __init__(self, name, command, line, limit, source="stereo", longest=LONGEST_COMMAND):
+        self.name = name
+        self.command = command
+        self.line = line if "{out}" in line else ["sox", "-D", "{in}", "{out}"] + line
+        self.limit = limit
+        self.source = source    # which of the files it works on
+        self.longest = longest  # seconds of the command itself, where there is a limit
+
+    def other(self):
+        return self.line[0]
+
+    def on_long_files(self):
+        """Whether a longer file and one in work files, of two equal channels, are of its kind."""
+        return self.source == "stereo"
+
+
+def ffmpeg(effect):
+    return ["ffmpeg", "-v", "error", "-y", "-i", "{in}", "-af", effect, "{out}"]
+
+
+def made_by_sox(*sound):
+    return ["sox", "-D", "-n", "-r", "44100", "-c", "2", "-b", "16", "{out}", "synth", "{seconds}",
+            *sound]
+
+
 BANDS = "60 150 400 1000 2400 5000 9000 15000".split()
 GAINS = "-3 0 2 0 -6 3 -2 5".split()
-FILTERS = [
-    ("equalizer of 8 bands", "equalize", ["sox", "-D", "{source}", "{out}"] +
-     [word for band, gain in zip(BANDS, GAINS) for word in ("equalizer", band, "1q", gain)], 0.5),
-    ("noise reduction", "reduce-noise", ["ffmpeg", "-v", "error", "-y", "-i", "{source}",
-                                         "-af", "afftdn", "{out}"], 0.3),
+EQUALIZER = [word for band, gain in zip(BANDS, GAINS) for word in ("equalizer", band, "1q", gain)]
+
+CASES = [
+    Case("volume 50 %", "volume-50", ["vol", "0.5"], 0.55),
+    Case("Fade In", "fade-in", ["fade", "t", "{seconds}"], 0.45),
+    Case("Fade Out", "fade-out", ["fade", "t", "0", "{seconds}", "{seconds}"], 0.45),
+    Case("Reverse", "reverse", ["reverse"], 0.45),
+    Case("Maximize", "maximize", ["gain", "-n"], 0.45),
+    Case("Invert", "invert", ["vol", "-1"], 0.45),
+    Case("Channel Mix, averages", "mix-average", ["remix", "1,2", "1,2"], 0.45),
+    Case("Channel Mix, sum and difference", "mix-sums", ["remix", "-m", "1,2", "1,2i"], 0.45),
+    Case("16 to 8 bits", "8-bits", ["sox", "-D", "{in}", "-b", "8", "{out}"], 0.6),
+    Case("stereo to mono by merge", "mono-merge", ["remix", "1,2"], 0.6),
+    Case("mono to stereo", "stereo", ["remix", "1", "1"], 0.6, source="mono"),
+    Case("44100 to 22050 Hz", "rate-22050", ffmpeg("aresample=22050"), 1.0),
+    Case("equalizer of 8 bands", "equalize", EQUALIZER, 0.5, longest=None),
+    Case("noise reduction", "reduce-noise", ffmpeg("afftdn"), 0.3, longest=None),
+    Case("Sine Wave", "sine", made_by_sox("sine", "200-1000"), 1.0, longest=None),
+    Case("Noise", "noise", made_by_sox("noise"), 1.0, longest=None),
+    Case("Modulate", "modulate", made_by_sox("sine", "200-1000"), 1.0, longest=None),
+    # Half a second of each silence is left.
+    Case("Delete Silence", "delete-silence",
+         ["silence", "-l", "1", "0.1", "1%", "-1", "0.5", "1%"], 0.5, source="speech"),
 ]
-LONGEST_COMMAND = 0.6  # seconds
 MOST_READ = 1.02  # of the file
 MOST_BESIDE_CP = 2.8
 LONGEST_UNDO = 5.0  # milliseconds
@@ -54,6 +95,24 @@ def run(command):
     if done.returncode != 0:
         sys.exit(f"{' '.join(str(part) for part in command)} failed:\n{done.stdout}{done.stderr}")
     return done.stdout
+
+
+def write_speech(path, seconds):
+    """A file whose frames are loud and quiet in turns of 0.2 to 3 s."""
+    choice = random.Random(1)
+    most = 3 * 44100 * 2
+    loud, quiet = (array.array("h", (choice.randint(-top, top) for _ in range(most))).tobytes()
+                   for top in (20000, 200))
+    size = seconds * 44100 * 4
+    with open(path, "wb") as file:
+        file.write(b"RIFF" + struct.pack("<I", 36 + size) + b"WAVEfmt " +
+                   struct.pack("<IHHIIHH", 16, 1, 2, 44100, 176400, 4, 16) +
+                   b"data" + struct.pack("<I", size))
+        while size > 0:
+            for sound in (loud, quiet):
+                run_length = min(4 * choice.randint(8820, 132300), size)
+                file.write(sound[:run_length])
+                size -= run_length
 
 
 def seconds_of(command, out):
@@ -93,62 +152,43 @@ class Table:
         print(f"| {name} | {value:.3g} {unit} | {bound} | {verdict} |", flush=True)
 
 
-def beside_sox(table, program, source, out, seconds, rounds):
+def beside_others(table, program, sources, out, seconds, cases, rounds):
     best = {}
     ratios = {}
     for turn in range(rounds):
-        for name, command, effect, _ in CASES:
-            words = [word.format(seconds=seconds) for word in effect]
-            contest = [("sox", ["sox", "-D", source, out] + words),
-                       ("ours", [program, command, source, out])]
+        for case in cases:
+            source = sources[case.source]
+            words = [word.format(**{"in": source, "out": out, "seconds": seconds})
+                     for word in case.line]
+            contest = [("other", words), ("ours", [program, case.command, source, out])]
             times = {}
             for who, line in contest if turn % 2 else reversed(contest):
                 times[who], _ = seconds_of(line, out)
-                best[name, who] = min(best.get((name, who), 1e9), times[who])
-            ratios.setdefault(name, []).append(times["ours"] / times["sox"])
-    for name, _, _, limit in CASES:
-        ours, sox = best[name, "ours"], best[name, "sox"]
-        table.row(f"open, {name}, save: ours / sox", ours / sox, "times", limit)
-        table.row(f"the same, middle of {rounds} rounds", statistics.median(ratios[name]), "times")
+                best[case.name, who] = min(best.get((case.name, who), 1e9), times[who])
+            ratios.setdefault(case.name, []).append(times["ours"] / times["other"])
+    for case in cases:
+        ours, other = best[case.name, "ours"], best[case.name, "other"]
+        table.row(f"open, {case.name}, save: ours / {case.other()}", ours / other, "times",
+                  case.limit)
+        table.row(f"the same, middle of {rounds} rounds", statistics.median(ratios[case.name]),
+                  "times")
         table.row("the same, ours", ours, "s")
-        table.row("the same, sox", sox, "s")
-    copy = min(seconds_of(["cp", source, out], out)[0] for _ in range(rounds))
-    table.row("cp of the file", copy, "s")
-    name = CASES[0][0]
-    table.row(f"open, {name}, save: ours / cp", best[name, "ours"] / copy, "times", MOST_BESIDE_CP)
+        table.row(f"the same, {case.other()}", other, "s")
+    if CASES[0] in cases:
+        copy = min(seconds_of(["cp", sources["stereo"], out], out)[0] for _ in range(rounds))
+        table.row("cp of the file", copy, "s")
+        name = CASES[0].name
+        table.row(f"open, {name}, save: ours / cp", best[name, "ours"] / copy, "times",
+                  MOST_BESIDE_CP)
 
 
-def filters(table, program, source, out, rounds):
-    """Ours beside sox and ffmpeg, in turns; how the bar moves, what is read, and the memory."""
-    for name, command, words, limit in FILTERS:
-        other = [word.format(source=source, out=out) for word in words]
-        ours, theirs, ratios, runs = [], [], [], []
-        for _ in range(rounds):
-            theirs.append(seconds_of(other, out)[0])
-            seconds, output = seconds_of([program, command, source, out], out)
-            ours.append(seconds)
-            runs.append(OneRun(output))
-            ratios.append(ours[-1] / theirs[-1])
-        table.row(f"open, {name}, save: ours / {words[0]}", min(ours) / min(theirs), "times", limit)
-        table.row(f"the same, middle of {rounds} rounds", statistics.median(ratios), "times")
-        table.row("the same, ours", min(ours), "s")
-        table.row(f"the same, {words[0]}", min(theirs), "s")
-        table.row(f"{name}: bytes read / the file's",
-                  runs[0].steps["command"][1] / source.stat().st_size, "times")
-        table.row(f"{name}: longest time without a move of the bar",
-                  min(one.steps["command"][3] for one in runs), "s", LONGEST_STILL)
-        for what, files in (("", [source, out]), (", 2 GB in work files", ["--work-files", out])):
-            one = OneRun(run([program, command] + files))
-            out.unlink(missing_ok=True)
-            table.row(f"{name}{what}: peak memory above the budget", one.above_budget(), "MB",
-                      MOST_ABOVE_BUDGET)
-
-
-def steps(table, program, source, rounds):
-    for name, command, _, _ in CASES:
-        runs = [OneRun(run([program, command, source])) for _ in range(rounds)]
+def steps(table, program, sources, cases, rounds):
+    for case in cases:
+        source = sources[case.source]
+        name = case.name
+        runs = [OneRun(run([program, case.command, source])) for _ in range(rounds)]
         table.row(f"{name}: the command", min(one.steps["command"][0] for one in runs), "s",
-                  LONGEST_COMMAND)
+                  case.longest)
         table.row(f"{name}: its undo", min(one.steps["undo"][0] for one in runs) * 1000, "ms",
                   LONGEST_UNDO)
         table.row(f"{name}: bytes read / the file's",
@@ -157,24 +197,26 @@ def steps(table, program, source, rounds):
                   min(one.steps["command"][3] for one in runs), "s", LONGEST_STILL)
 
 
-def memory(table, program, work, source, out):
+def memory(table, program, work, sources, out, cases):
     def peak(name, words):
         one = OneRun(run([program] + words))
         out.unlink(missing_ok=True)
         table.row(f"{name}: peak memory above the budget", one.above_budget(), "MB",
                   MOST_ABOVE_BUDGET)
 
-    for name, command, _, _ in CASES:
-        peak(name, [command, source, out])
+    for case in cases:
+        peak(case.name, [case.command, sources[case.source], out])
     large = work / "large.wav"
     run(["sox", "-n", "-r", 44100, "-c", 2, "-b", 16, large, "synth", f"{LARGEST_FILE_FRAMES}s",
          "sine", 300, "gain", -6])
-    for name, command, _, _ in CASES:
-        peak(f"{name}, file of 1.07 GB", [command, large, out])
+    for case in cases:
+        if case.on_long_files():
+            peak(f"{case.name}, file of 1.07 GB", [case.command, large, out])
     large.unlink()
-    for name, command, _, _ in CASES:
-        if not command.startswith("mix"):  # the sound in work files is mono
-            peak(f"{name}, 2 GB in work files", [command, "--work-files", out])
+    for case in cases:
+        # The sound in work files has two equal channels.
+        if case.on_long_files() and not case.command.startswith("mix"):
+            peak(f"{case.name}, 2 GB in work files", [case.command, "--work-files", out])
 
 
 def main():
@@ -185,13 +227,17 @@ def main():
     parser.add_argument("--minutes", type=int, default=30)
     parser.add_argument("--rounds", type=int, default=5)
     parser.add_argument("--memory", action="store_true")
+    parser.add_argument("--only", nargs="+", metavar="COMMAND", help="some of the commands")
     given = parser.parse_args()
-    for tool in ("sox", "ffmpeg"):
-        if shutil.which(tool) is None:
-            sys.exit(f"{tool} is not installed")
+    for needed in ("sox", "ffmpeg"):
+        if shutil.which(needed) is None:
+            sys.exit(f"{needed} is not installed")
+    cases = [case for case in CASES if given.only is None or case.command in given.only]
     program = Path(given.build, "bench", "quoril_command_bench").resolve()
     work = Path(tempfile.mkdtemp(prefix="quoril-beside-", dir=given.work)).resolve()
-    source, out = work / "in.wav", work / "out.wav"
+    out = work / "out.wav"
+    sources = {kind: work / f"{kind}.wav" for kind in ("stereo", "mono", "speech")}
+    source = sources["stereo"]
     seconds = 60 * given.minutes
     here = os.getcwd()
     os.chdir(work)
@@ -199,13 +245,14 @@ def main():
     try:
         run(["sox", "-R", "-n", "-r", 44100, "-c", 2, "-b", 16, source, "synth", seconds,
              "pinknoise", "gain", -6])
+        run(["sox", "-D", source, sources["mono"], "remix", 1])
+        write_speech(sources["speech"], seconds)
         os.sync()
         table = Table()
         if not given.memory:
-            beside_sox(table, program, source, out, seconds, given.rounds)
-            steps(table, program, source, given.rounds)
-            filters(table, program, source, out, given.rounds)
-        memory(table, program, work, source, out)
+            beside_others(table, program, sources, out, seconds, cases, given.rounds)
+            steps(table, program, sources, cases, given.rounds)
+        memory(table, program, work, sources, out, cases)
     finally:
         os.chdir(here)
         shutil.rmtree(work)
