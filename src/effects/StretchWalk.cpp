@@ -115,63 +115,66 @@ void StretchWalk::Push(std::span<const std::int16_t> In, const Sink& Give) {
     // The walk begins with the first sample twice and the second one.
     if (Before == 0)
         Reads[0] = Reads[1] = In[0];
-    if (Before < 2 && Taken >= 2) {
+    if (Before < 2 && Taken >= 2)
         Reads[2] = In[static_cast<std::size_t>(1 - Before)];
-        ReadCount = 3;
-    }
-    while (!Walk(In))
-        Finish(Give);
-    Finish(Give);
+    do {
+        if (Slope == 0)
+            Walk(In, [Step = StepStart](std::int64_t) { return Step; });
+        else
+            Walk(In, [Rise = Slope, First = StepStart](std::int64_t k) {
+                return Rise * static_cast<double>(k) + First;
+            });
+    } while (Finish(Give));
 }
 
-bool StretchWalk::Walk(std::span<const std::int16_t> In) {
-    const double Reach = Taken;
-    const std::int16_t* const End = In.data() + In.size();
-    while (P < Length) {
-        if (!InSegment) {
-            const double Needed = std::min(k + 2, Length);
-            if (Needed > Reach)
-                return true;
-            if (Places == MostPlaces)
-                return false;
-            Reads[ReadCount++] = End[static_cast<std::ptrdiff_t>(Needed - Reach) - 1];
-            InSegment = true;
-        }
-        // Not a product with 0: the next position would wait for it.
-        const double Step = Slope == 0 ? StepStart : Slope * k + StepStart;
-        do {
-            if (Places == MostPlaces)
-                return false;
-            Fractions[Places] = P - k;
-            Segments[Places++] = static_cast<std::int32_t>(ReadCount) - 4;
-            P += Step;
-        } while (P <= k + 1);
-        InSegment = false;
-        if (!(P > k + 2))
-            k += 1;
-        else if (P < Length)
-            k = static_cast<double>(static_cast<std::int64_t>(P));
+template <class StepOf>
+void StretchWalk::Walk(std::span<const std::int16_t> In, const StepOf& Step) {
+    // Each position waits for the one before, so none of them may lie in memory, where the compiler
+    // cannot tell them from what the batch is written to.
+    double P = Position;
+    std::int64_t k = Segment;
+    std::size_t Count = 0;
+    std::size_t Read = 0;
+    const std::int64_t End = Length;
+    const std::int64_t Newest = Taken;
+    const std::int64_t First = Newest - std::ssize(In) + 1;
+    // The sample after the segment's end must be there; the last segment does without.
+    const std::int64_t Reach = Newest == End ? End - 1 : Newest - 2;
+    const double Far = static_cast<double>(End) + 1;
+    while (Count < MostPlaces && k <= Reach) {
+        Reads[Read + 3] = In[static_cast<std::size_t>(std::min(k + 2, Newest) - First)];
+        Fractions[Count] = P - static_cast<double>(k);
+        Segments[Count++] = static_cast<std::int32_t>(Read);
+        P += Step(k);
+        auto Next = static_cast<std::int64_t>(std::min(P, Far));
+        // A place on the border belongs to the segment before it, as long as none is passed over;
+        // but no segment begins at the very last sample.
+        if (static_cast<double>(Next) == P && Next <= (k == End - 2 ? k + 1 : k + 2)) [[unlikely]]
+            --Next;
+        Read += static_cast<std::size_t>(Next != k);
+        k = Next;
     }
-    return true;
+    Position = P;
+    Segment = k;
+    Places = Count;
+    NextRead = Read;
 }
 
-void StretchWalk::Finish(const Sink& Give) {
+bool StretchWalk::Finish(const Sink& Give) {
     if (Places == 0)
-        return;
+        return false;
     std::array<Points, MostPlaces> Curves;
     std::array<std::int32_t, MostPlaces> Hundredth;
     std::array<double, MostPlaces> Values;
-    PointsLoop(Reads.data(), Curves.data(), ReadCount - 3);
+    PointsLoop(Reads.data(), Curves.data(), static_cast<std::size_t>(Segments[Places - 1]) + 1);
     HundredthsLoop(Fractions.data(), Hundredth.data(), Places);
     CurveLoop(Curves.data(), Segments.data(), Hundredth.data(), Values.data(), Places);
     Give(Places, [&](std::size_t At, std::span<std::int16_t> Out) {
         SampleLoop(&Values[At], Out.data(), Out.size(), Low, High);
     });
-    Places = 0;
-    // The samples of a segment that goes on, or those that the next one begins with.
-    const std::size_t Kept = InSegment ? 4 : 3;
-    std::copy_n(&Reads[ReadCount - Kept], Kept, Reads.begin());
-    ReadCount = Kept;
+    // What the segment of the next place begins with.
+    std::copy_n(&Reads[NextRead], 3, Reads.begin());
+    return Places == MostPlaces;
 }
 
 } // namespace quoril

@@ -29,27 +29,28 @@ class StretchWalk {
     /// Places that are computed at once: what they need stays in the processor's cache.
     static constexpr std::size_t MostPlaces = 1024;
 
-    /// Puts the places that follow into the batch, as far as there is room and the samples of `In`,
-    /// the last of which is `Taken`, reach. False when the batch is full.
-    bool Walk(std::span<const std::int16_t> In);
-    /// Gives what stands at the places of the batch, and begins another one.
-    void Finish(const Sink& Give);
+    /// Fills the batch with the places that follow, as far as there is room and the samples of
+    /// `In`, the last of which is `Taken`, reach. `Step` tells by how much the position moves on in
+    /// a segment.
+    template <class StepOf>
+    void Walk(std::span<const std::int16_t> In, const StepOf& Step);
+    /// Gives what stands at the places of the batch. False when it was not full.
+    bool Finish(const Sink& Give);
 
-    double Length;
+    std::int32_t Length;
     double Low;
     double High;
     double StepStart;
     double Slope;
 
     std::int32_t Taken = 0;
-    double P = 1;           ///< the read position
-    double k = 1;           ///< the sample at which the segment of the position begins
-    bool InSegment = false; ///< the newest sample of this segment is read
+    double Position = 1;      ///< where the next place lies
+    std::int64_t Segment = 1; ///< the sample at which the segment of the next place begins
 
-    // The batch. Segment m has the samples Reads[m] to Reads[m + 3]: one more is read for each,
+    // The batch. Its segment m has the samples Reads[m] to Reads[m + 3]: one more is read for each,
     // however far the position jumped. Three of the segment before come first.
     std::array<std::int16_t, MostPlaces + 3> Reads{};
-    std::size_t ReadCount = 0;
+    std::size_t NextRead = 0;                   ///< the segment of the next place
     std::array<double, MostPlaces> Fractions{}; ///< of the places, behind their segments' begin
     std::array<std::int32_t, MostPlaces> Segments{}; ///< of the places
     std::size_t Places = 0;

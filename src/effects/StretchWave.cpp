@@ -3,6 +3,7 @@
 #include "base/Failure.h"
 #include "effects/StretchWalk.h"
 
+#include <cmath>
 #include <memory>
 
 namespace quoril {
@@ -12,9 +13,10 @@ namespace {
 constexpr std::int32_t FewestStretched = 3;
 
 double StepOf(double Percent) {
-    if (!(Percent > 0))
+    const double Step = 1 / (Percent / 100);
+    if (!(Percent > 0) || !std::isfinite(Step))
         throw Failure("The length would not be greater than 0.");
-    return 1 / (Percent / 100);
+    return Step;
 }
 
 } // namespace
