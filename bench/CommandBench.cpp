@@ -8,9 +8,12 @@
 #include "base/ViewState.h"
 #include "effects/BandSet.h"
 #include "effects/ChannelMix.h"
+#include "effects/EchoCommands.h"
+#include "effects/EchoWave.h"
 #include "effects/EqualizerCommands.h"
 #include "effects/FormatCommands.h"
 #include "effects/NoiseCommands.h"
+#include "effects/StretchCommands.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
 #include "storage/FileMemoClass.h"
@@ -90,6 +93,58 @@ void ToMono(std::int32_t Way) {
     FormatChannelMono();
 }
 
+/// The answer to the question for the percentage; what follows moves.
+class ChosenStretch final : public StretchDialog {
+  public:
+    explicit ChosenStretch(const char* Percent) : Text(Percent) { SetStretchDialog(this); }
+    ~ChosenStretch() override { SetStretchDialog(nullptr); }
+    ChosenStretch(const ChosenStretch&) = delete;
+    ChosenStretch& operator=(const ChosenStretch&) = delete;
+    StretchAnswer ShowStretch(std::int32_t, const StretchEntry&) override {
+        return {true, {Text, Text, false, true}};
+    }
+
+  private:
+    const char* Text;
+};
+
+void StretchTo(std::int32_t Index, const char* Percent) {
+    const ChosenStretch Answer(Percent);
+    Stretch(Index);
+}
+
+/// The answer to the question for the echo: all as at first but the filter.
+class ChosenEcho final : public EchoDialog {
+  public:
+    explicit ChosenEcho(std::int32_t VolReduceHiFi) : HiFi(VolReduceHiFi) { SetEchoDialog(this); }
+    ~ChosenEcho() override { SetEchoDialog(nullptr); }
+    ChosenEcho(const ChosenEcho&) = delete;
+    ChosenEcho& operator=(const ChosenEcho&) = delete;
+    bool ShowEcho(EchoParamsRec& Params) override {
+        Params = {};
+        Params.VolReduceHiFi = HiFi;
+        return true;
+    }
+
+  private:
+    std::int32_t HiFi;
+};
+
+void EchoWith(std::int32_t VolReduceHiFi) {
+    const ChosenEcho Answer(VolReduceHiFi);
+    Echo();
+}
+
+/// What one repeat of the echo is filtered with.
+void EqualizeAsTheEcho() {
+    class EchoBands final : public EqlizDialog {
+        void ShowEqliz(std::int32_t) override { EqBandSet = EchoBandSet(80); }
+    } Answer;
+    SetEqlizDialog(&Answer);
+    Equalize(0);
+    SetEqlizDialog(nullptr);
+}
+
 struct NamedCommand {
     const char* Name;
     void (*Run)();
@@ -111,6 +166,11 @@ constexpr std::array Commands = {
     NamedCommand{"mono-left", [] { ToMono(TrenchRight); }},
     NamedCommand{"mono-right", [] { ToMono(TrenchLeft); }},
     NamedCommand{"rate-22050", [] { FormatFrQ(1); }},
+    NamedCommand{"echo", [] { EchoWith(100); }},
+    NamedCommand{"echo-hi-fi", [] { EchoWith(80); }},
+    NamedCommand{"equalize-echo", [] { EqualizeAsTheEcho(); }},
+    NamedCommand{"stretch-150", [] { StretchTo(0, "150"); }},
+    NamedCommand{"speed-150", [] { StretchTo(1, "150"); }},
     NamedCommand{"nothing", [] {}},
 };
 
