@@ -74,8 +74,8 @@ TEST_F(DelayLineTest, WhatWasGivenUpTakesNoMemory) {
 TEST_F(DelayLineTest, WhatIsGivenUpBeforeItIsOldNeverComesToABlock) {
     for (int Time = 0; Time < 200; ++Time) {
         Put(30000);
-        Line.Forget(Line.End() - 20000);
         EXPECT_EQ(MemoryUsed, 0);
+        Line.Forget(Line.End() - 20000);
         EXPECT_TRUE(Right(Line.End() - 20000, 20000));
     }
 }
