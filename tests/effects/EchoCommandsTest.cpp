@@ -15,10 +15,6 @@ namespace {
 
 class EchoCommandsTest : public EffectTest {
   protected:
-    static Samples Noise(std::int32_t Count, std::uint32_t Seed, std::int32_t Bits = 16) {
-        const std::int32_t High = Bits == 8 ? 127 : 32767;
-        return NoiseWave(Count, -High / 2, High / 2, Seed);
-    }
     /// What the echo makes of the channels in work, of which one may be empty.
     [[nodiscard]] std::array<Samples, 2> Expected(const std::array<Samples, 2>& Old,
                                                   std::int32_t From, std::int32_t To,
@@ -58,7 +54,7 @@ class EchoCommandsTest : public EffectTest {
 };
 
 TEST_F(EchoCommandsTest, AddsTheEchoToWhatFollows) {
-    const std::array<Samples, 2> Old = {Noise(60000, 1), Noise(60000, 2)};
+    const std::array<Samples, 2> Old = {FullNoise(60000, 1), FullNoise(60000, 2)};
     Document(Old[0], Old[1], 16, 9001);
     WaveStore->WavFmtFreq = 44100;
     Select(10001, 30000);
@@ -70,7 +66,7 @@ TEST_F(EchoCommandsTest, AddsTheEchoToWhatFollows) {
 TEST_F(EchoCommandsTest, AtTheEndTheEchoRunsPastTheOldEnd) {
     for (const std::int32_t HiFi : {100, 70}) {
         Dialog.Left = EchoParamsRec{0.3F, 0.2F, 4, 90, 50, HiFi};
-        const std::array<Samples, 2> Old = {Noise(5000, 1), Noise(5000, 2)};
+        const std::array<Samples, 2> Old = {FullNoise(5000, 1), FullNoise(5000, 2)};
         Document(Old[0], Old[1], 16, 700);
         Select(4001, 5000);
         const auto New = Expected(Old, 4001, 5000, 0);
@@ -81,14 +77,14 @@ TEST_F(EchoCommandsTest, AtTheEndTheEchoRunsPastTheOldEnd) {
 
 TEST_F(EchoCommandsTest, EightBitsAndOneChannel) {
     Dialog.Left = EchoParamsRec{0.05F, 0.03F, 7, 120, 30, 130};
-    const std::array<Samples, 2> Old = {Noise(4000, 1, 8), {}};
+    const std::array<Samples, 2> Old = {FullNoise(4000, 1, 8), {}};
     Document(Old[0], {}, 8, 333);
     Select(501, 3000);
     ExpectStep(Echo, "Echo", Expected(Old, 501, 3000, 1, 8)[0]);
 }
 
 TEST_F(EchoCommandsTest, InOneChannelTheOtherIsLeftAndPaddedWhereNeeded) {
-    const std::array<Samples, 2> Old = {Noise(3000, 1), Noise(3000, 2)};
+    const std::array<Samples, 2> Old = {FullNoise(3000, 1), FullNoise(3000, 2)};
     for (const std::int32_t To : {1500, 3000}) {
         Document(Old[0], Old[1], 16, 700);
         Select(1001, To);
@@ -103,7 +99,7 @@ TEST_F(EchoCommandsTest, InOneChannelTheOtherIsLeftAndPaddedWhereNeeded) {
 TEST_F(EchoCommandsTest, AWholeDocumentOfManyBlocksInALittleMemory) {
     MemoryBudget = 50000;
     Dialog.Left = EchoParamsRec{2.0F, 3.0F, 3, 80, 10, 100};
-    const std::array<Samples, 2> Old = {Noise(200000, 1), Noise(200000, 2)};
+    const std::array<Samples, 2> Old = {FullNoise(200000, 1), FullNoise(200000, 2)};
     Document(Old[0], Old[1], 16, 10000);
     WaveStore->WavFmtFreq = 44100;
     const auto New = Expected(Old, 1, 200000, 0);
@@ -111,7 +107,7 @@ TEST_F(EchoCommandsTest, AWholeDocumentOfManyBlocksInALittleMemory) {
 }
 
 TEST_F(EchoCommandsTest, TheChannelsGetDifferentDelays) {
-    const Samples Same = Noise(20000, 1);
+    const Samples Same = FullNoise(20000, 1);
     Document(Same, Same);
     WaveStore->WavFmtFreq = 44100;
     Echo();
@@ -120,14 +116,14 @@ TEST_F(EchoCommandsTest, TheChannelsGetDifferentDelays) {
 
 TEST_F(EchoCommandsTest, WithoutVariationEqualChannelsStayEqual) {
     Dialog.Left = EchoParamsRec{0.08F, 0.06F, 5, 80, 0, 60};
-    const Samples Same = Noise(20000, 1);
+    const Samples Same = FullNoise(20000, 1);
     Document(Same, Same);
     Echo();
     EXPECT_EQ(Left(), Right());
 }
 
 TEST_F(EchoCommandsTest, RunTwiceItMakesTheSame) {
-    const Samples L = Noise(20000, 1);
+    const Samples L = FullNoise(20000, 1);
     Document(L);
     Echo();
     const Samples Once = Left();
@@ -140,7 +136,7 @@ TEST_F(EchoCommandsTest, RunTwiceItMakesTheSame) {
 TEST_F(EchoCommandsTest, SingleSamplesAndAFewHaveAnEcho) {
     for (std::int32_t Length = 2; Length <= 5; ++Length) {
         Dialog.Left = EchoParamsRec{0.002F, 0.001F, 3, 80, 0, Length == 4 ? 70 : 100};
-        const std::array<Samples, 2> Old = {Noise(10, 1), {}};
+        const std::array<Samples, 2> Old = {FullNoise(10, 1), {}};
         Document(Old[0]);
         Select(6, 5 + Length);
         ExpectStep(Echo, "Echo", Expected(Old, 6, 5 + Length, 1)[0]);
@@ -150,7 +146,7 @@ TEST_F(EchoCommandsTest, SingleSamplesAndAFewHaveAnEcho) {
 TEST_F(EchoCommandsTest, TheSettingIsReadTheFirstTimeAndCancelKeepsWhatWasLeftInTheFields) {
     EchoParams.reset();
     EchoSettingWrite({"0.5", "0.25", "3", "70", "0", "100"});
-    Document(Noise(1000, 1));
+    Document(FullNoise(1000, 1));
     Dialog.Ok = false;
     Dialog.Left = EchoParamsRec{1, 2, 3, 4, 5, 6};
     EXPECT_TRUE(Unchanged(Echo).empty());
@@ -162,7 +158,7 @@ TEST_F(EchoCommandsTest, TheSettingIsReadTheFirstTimeAndCancelKeepsWhatWasLeftIn
 }
 
 TEST_F(EchoCommandsTest, AsksForSpaceForTheLongestEcho) {
-    Document(Noise(1000, 1), Noise(1000, 2));
+    Document(FullNoise(1000, 1), FullNoise(1000, 2));
     WaveStore->WavFmtFreq = 44100;
     EXPECT_EQ(Refused(Echo), std::vector<std::int64_t>{(1000 + 14112 + 132) * 2 * 2});
     SelBoth = false;
@@ -170,7 +166,7 @@ TEST_F(EchoCommandsTest, AsksForSpaceForTheLongestEcho) {
 }
 
 TEST_F(EchoCommandsTest, IsAskedAfterTheSelectionAndBeforeTheDisk) {
-    Document(Noise(100, 1));
+    Document(FullNoise(100, 1));
     Dialog.Ok = false;
     EXPECT_TRUE(Refused(Echo).empty());
     EXPECT_EQ(Dialog.Found.size(), 1U);
@@ -180,7 +176,7 @@ TEST_F(EchoCommandsTest, IsAskedAfterTheSelectionAndBeforeTheDisk) {
 }
 
 TEST_F(EchoCommandsTest, AFailureInTheMiddleIsToldAndChangesNothing) {
-    Document(Noise(300000, 1), Noise(300000, 2));
+    Document(FullNoise(300000, 1), FullNoise(300000, 2));
     for (const std::int32_t HiFi : {100, 50}) {
         Dialog.Left = EchoParamsRec{0.08F, 0.06F, 5, 80, 10, HiFi};
         Progress.FailAt = 0.5F;
@@ -191,7 +187,7 @@ TEST_F(EchoCommandsTest, AFailureInTheMiddleIsToldAndChangesNothing) {
 
 TEST_F(EchoCommandsTest, AnEchoBeyondAllPositionsFailsWithWords) {
     Dialog.Left = EchoParamsRec{100, 100, 100, 80, 0, 100};
-    Document(Noise(1000, 1));
+    Document(FullNoise(1000, 1));
     WaveStore->WavFmtFreq = 215000;
     const std::vector<std::string> Told = Unchanged(Echo);
     ASSERT_EQ(Told.size(), 1U);
@@ -201,7 +197,7 @@ TEST_F(EchoCommandsTest, AnEchoBeyondAllPositionsFailsWithWords) {
 TEST_F(EchoCommandsTest, TheBarMovesAllTheWay) {
     for (const std::int32_t HiFi : {100, 50}) {
         Dialog.Left = EchoParamsRec{0.08F, 100.0F, 3, 80, 10, HiFi};
-        Document(Noise(300000, 1), Noise(300000, 2));
+        Document(FullNoise(300000, 1), FullNoise(300000, 2));
         WaveStore->WavFmtFreq = 8000;
         Progress.Values.clear();
         Echo();
@@ -213,7 +209,7 @@ TEST_F(EchoCommandsTest, TheBarMovesAllTheWay) {
 }
 
 TEST_F(EchoCommandsTest, WithoutAWindowTheQuestionCountsAsCancelled) {
-    Document(Noise(100, 1));
+    Document(FullNoise(100, 1));
     SetEchoDialog(nullptr);
     EXPECT_TRUE(Unchanged(Echo).empty());
 }

@@ -5,6 +5,7 @@
 #include "base/Random.h"
 #include "effects/EffectFixture.h"
 #include "effects/LiteralEcho.h"
+#include "effects/Streamed.h"
 #include "effects/TestWaves.h"
 
 #include <algorithm>
@@ -15,10 +16,6 @@ namespace {
 
 class EchoWaveTest : public EffectTest {
   protected:
-    static Samples Noise(std::int32_t Count, std::uint32_t Seed, std::int32_t Bits = 16) {
-        const std::int32_t High = Bits == 8 ? 127 : 32767;
-        return NoiseWave(Count, -High - 1, High, Seed);
-    }
     /// The echo of the first `Length` samples of `Dry`, which comes in runs of `Run` samples.
     static Samples Made(const Samples& Dry, std::int32_t Length, const EchoParamsRec& Params,
                         std::int32_t Freq, std::int32_t Bits, std::size_t Run) {
@@ -26,16 +23,7 @@ class EchoWaveTest : public EffectTest {
         const std::vector<EchoTap> Taps = EchoTaps(Params, Freq);
         Samples In = Dry;
         In.resize(std::max(In.size(), static_cast<std::size_t>(EchoLength(Taps, Length))), 0);
-        const RunStream Stream = EchoWave(Params, Taps, Freq, Bits, Length);
-        CarrierWriter Out(static_cast<std::int32_t>(In.size()));
-        for (std::size_t At = 0; At < In.size(); At += Run)
-            Stream(std::span(In).subspan(At, std::min(Run, In.size() - At)), Out);
-        Stream({}, Out);
-        const auto Carrier = Out.Finish();
-        Samples All(static_cast<std::size_t>(Carrier->WaveINos));
-        for (std::size_t i = 0; i < All.size(); ++i)
-            All[i] = Carrier->WaveLR(static_cast<std::int32_t>(i) + 1);
-        return All;
+        return Streamed(EchoWave(Params, Taps, Freq, Bits, Length), In, Run);
     }
     static void ExpectAsWrittenDown(const Samples& Dry, std::int32_t Length,
                                     const EchoParamsRec& Params, std::int32_t Freq,
@@ -55,7 +43,7 @@ class EchoWaveTest : public EffectTest {
 TEST_F(EchoWaveTest, TheFirstParametersAreAsWrittenDown) {
     for (const std::int32_t Bits : {8, 16})
         for (const std::size_t Run : {std::size_t{777}, std::size_t{32768}})
-            ExpectAsWrittenDown(Noise(90000, 1, Bits), 70001, {}, 44100, Bits, Run);
+            ExpectAsWrittenDown(FullNoise(90000, 1, Bits), 70001, {}, 44100, Bits, Run);
 }
 
 TEST_F(EchoWaveTest, AnyParametersAreAsWrittenDown) {
@@ -73,8 +61,9 @@ TEST_F(EchoWaveTest, AnyParametersAreAsWrittenDown) {
                                    Any(1, 200),
                                    Any(0, 100),
                                    Any(0, 1) == 0 ? 100 : Any(1, 200)};
-        ExpectAsWrittenDown(Noise(Length + Any(0, 3000), static_cast<std::uint32_t>(Time), Bits),
-                            Length, Params, Freq, Bits, static_cast<std::size_t>(Any(1, 2500)));
+        ExpectAsWrittenDown(
+            FullNoise(Length + Any(0, 3000), static_cast<std::uint32_t>(Time), Bits), Length,
+            Params, Freq, Bits, static_cast<std::size_t>(Any(1, 2500)));
     }
 }
 
@@ -82,30 +71,32 @@ TEST_F(EchoWaveTest, FiltersThatComeLaterThanTheirRepeatsAreAsWrittenDown) {
     // A hundred filters take far longer than the repeats have; some repeats change places.
     for (const std::int32_t HiFi : {1, 60, 99, 101, 200}) {
         const EchoParamsRec Params{0.001F, 0.002F, 12, 95, 100, HiFi};
-        ExpectAsWrittenDown(Noise(6000, 9), 5000, Params, 8000, 16, 640);
-        ExpectAsWrittenDown(Noise(9000, 9), 300, Params, 8000, 16, 64);
+        ExpectAsWrittenDown(FullNoise(6000, 9), 5000, Params, 8000, 16, 640);
+        ExpectAsWrittenDown(FullNoise(9000, 9), 300, Params, 8000, 16, 64);
     }
 }
 
 TEST_F(EchoWaveTest, DelaysLongerThanTheSoundAreAsWrittenDown) {
     for (const std::int32_t HiFi : {100, 80}) {
         const EchoParamsRec Params{4.0F, 3.0F, 3, 70, 0, HiFi};
-        ExpectAsWrittenDown(Noise(500, 2), 400, Params, 44100, 16, 5000);
-        ExpectAsWrittenDown(Noise(400000, 2), 390000, Params, 44100, 16, 32768);
+        ExpectAsWrittenDown(FullNoise(500, 2), 400, Params, 44100, 16, 5000);
+        ExpectAsWrittenDown(FullNoise(400000, 2), 390000, Params, 44100, 16, 32768);
     }
 }
 
 TEST_F(EchoWaveTest, WhatWaitsForLongLiesInBlocksUnderTheBudget) {
     MemoryBudget = 600000;
-    ExpectAsWrittenDown(Noise(600000, 4), 500000, {5.0F, 4.0F, 2, 70, 10, 100}, 44100, 16, 32768);
-    ExpectAsWrittenDown(Noise(600000, 4), 500000, {5.0F, 4.0F, 2, 70, 10, 50}, 44100, 16, 32768);
+    ExpectAsWrittenDown(FullNoise(600000, 4), 500000, {5.0F, 4.0F, 2, 70, 10, 100}, 44100, 16,
+                        32768);
+    ExpectAsWrittenDown(FullNoise(600000, 4), 500000, {5.0F, 4.0F, 2, 70, 10, 50}, 44100, 16,
+                        32768);
     EXPECT_LE(MemoryUsed, MemoryBudget);
 }
 
 TEST_F(EchoWaveTest, AHundredRepeatsThatGrowLouderEndAtTheLimits) {
     const EchoParamsRec Params{0.01F, 0.003F, 100, 200, 50, 100};
-    ExpectAsWrittenDown(Noise(2000, 5), 2000, Params, 8000, 16, 500);
-    const Samples Echoes = Made(Noise(2000, 5), 2000, Params, 8000, 16, 500);
+    ExpectAsWrittenDown(FullNoise(2000, 5), 2000, Params, 8000, 16, 500);
+    const Samples Echoes = Made(FullNoise(2000, 5), 2000, Params, 8000, 16, 500);
     EXPECT_EQ(*std::ranges::max_element(Echoes), 32767);
     EXPECT_EQ(*std::ranges::min_element(Echoes), -32768);
 }
@@ -192,7 +183,7 @@ TEST_F(EchoWaveTest, TheFilterHasFourBands) {
 }
 
 TEST_F(EchoWaveTest, EvenTheNeutralFilterIsNotNeutral) {
-    const Samples Source = Noise(3000, 1);
+    const Samples Source = FullNoise(3000, 1);
     const EchoParamsRec Plain{0.5F, 0.5F, 1, 100, 0, 100};
     EchoParamsRec Filtered = Plain;
     Filtered.VolReduceHiFi = 99;

@@ -23,10 +23,6 @@ class StretchCommandsTest : public EffectTest {
   protected:
     static constexpr bool Move = true;
 
-    static Samples Noise(std::int32_t Count, std::uint32_t Seed, std::int32_t Bits = 16) {
-        const std::int32_t High = Bits == 8 ? 127 : 32767;
-        return NoiseWave(Count, -High - 1, High, Seed);
-    }
     /// One percentage for both ends.
     void Enter(const std::string& Percent, bool MoveFollowing = false) {
         Dialog.Accept({Percent, "another", false, MoveFollowing});
@@ -54,8 +50,8 @@ class StretchCommandsTest : public EffectTest {
 };
 
 TEST_F(StretchCommandsTest, StretchesBothChannelsAcrossBordersOfBlocks) {
-    const Samples L = Noise(90000, 1);
-    const Samples R = Noise(90000, 2);
+    const Samples L = FullNoise(90000, 1);
+    const Samples R = FullNoise(90000, 2);
     Document(L, R, 16, 20011);
     EnterTwo("80", "250.5");
     ExpectStep(StretchShrink, "Stretch/Shrink", LiteralStretch(L, 16, 80, 250.5),
@@ -63,8 +59,8 @@ TEST_F(StretchCommandsTest, StretchesBothChannelsAcrossBordersOfBlocks) {
 }
 
 TEST_F(StretchCommandsTest, WithoutMovingAStretchedRangeRunsOverWhatFollows) {
-    const Samples L = Noise(5000, 1);
-    const Samples R = Noise(5000, 2);
+    const Samples L = FullNoise(5000, 1);
+    const Samples R = FullNoise(5000, 2);
     Document(L, R, 16, 700);
     Select(1001, 2000);
     Enter("150");
@@ -75,7 +71,7 @@ TEST_F(StretchCommandsTest, WithoutMovingAStretchedRangeRunsOverWhatFollows) {
 }
 
 TEST_F(StretchCommandsTest, WithoutMovingTheDocumentGrowsOnlyPastItsEnd) {
-    const Samples L = Noise(3000, 1, 8);
+    const Samples L = FullNoise(3000, 1, 8);
     Document(L, {}, 8, 700);
     Select(2001, 3000);
     Enter("200");
@@ -85,8 +81,8 @@ TEST_F(StretchCommandsTest, WithoutMovingTheDocumentGrowsOnlyPastItsEnd) {
 }
 
 TEST_F(StretchCommandsTest, WithoutMovingTheRestOfAShrunkRangeIsSilent) {
-    const Samples L = Noise(3000, 1);
-    const Samples R = Noise(3000, 2);
+    const Samples L = FullNoise(3000, 1);
+    const Samples R = FullNoise(3000, 2);
     Document(L, R, 16, 700);
     Select(501, 1500);
     SelBoth = false;
@@ -98,8 +94,8 @@ TEST_F(StretchCommandsTest, WithoutMovingTheRestOfAShrunkRangeIsSilent) {
 }
 
 TEST_F(StretchCommandsTest, WithMovingWhatFollowsComesBehindTheResult) {
-    const Samples L = Noise(4000, 1);
-    const Samples R = Noise(4000, 2);
+    const Samples L = FullNoise(4000, 1);
+    const Samples R = FullNoise(4000, 2);
     for (const double Percent : {40.0, 230.0}) {
         Document(L, R, 16, 900);
         Select(1001, 2000);
@@ -112,7 +108,7 @@ TEST_F(StretchCommandsTest, WithMovingWhatFollowsComesBehindTheResult) {
 }
 
 TEST_F(StretchCommandsTest, WithMovingTheWholeDocumentTakesTheNewLength) {
-    const Samples L = Noise(2000, 1);
+    const Samples L = FullNoise(2000, 1);
     for (const double Percent : {10.0, 1000.0}) {
         Document(L, {}, 16, 300);
         Enter(std::to_string(Percent), Move);
@@ -121,8 +117,8 @@ TEST_F(StretchCommandsTest, WithMovingTheWholeDocumentTakesTheNewLength) {
 }
 
 TEST_F(StretchCommandsTest, MovingInOneChannelLeavesTheOtherAndPadsTheShorter) {
-    const Samples L = Noise(3000, 1);
-    const Samples R = Noise(3000, 2);
+    const Samples L = FullNoise(3000, 1);
+    const Samples R = FullNoise(3000, 2);
     for (const double Percent : {50.0, 300.0}) {
         Document(L, R, 16, 700);
         Select(1001, 2000);
@@ -139,7 +135,7 @@ TEST_F(StretchCommandsTest, MovingInOneChannelLeavesTheOtherAndPadsTheShorter) {
 }
 
 TEST_F(StretchCommandsTest, TwiceTheSpeedIsHalfTheLength) {
-    const Samples L = Noise(3000, 1);
+    const Samples L = FullNoise(3000, 1);
     Document(L, {}, 16, 700);
     Select(1001, 2000);
     Enter("200", Move);
@@ -153,7 +149,7 @@ TEST_F(StretchCommandsTest, TwiceTheSpeedIsHalfTheLength) {
 }
 
 TEST_F(StretchCommandsTest, TwoSpeedsAreTwoStretches) {
-    const Samples L = Noise(3000, 1);
+    const Samples L = FullNoise(3000, 1);
     Document(L);
     EnterTwo("120", "300", Move);
     ExpectStep(ChangeSpeed, "Change Speed", LiteralStretch(L, 16, 10000.0 / 120, 10000.0 / 300));
@@ -162,7 +158,7 @@ TEST_F(StretchCommandsTest, TwoSpeedsAreTwoStretches) {
 }
 
 TEST_F(StretchCommandsTest, VeryShortRangesAreStretchedOrStay) {
-    const Samples L = Noise(50, 1);
+    const Samples L = FullNoise(50, 1);
     for (std::int32_t Length = 2; Length <= 5; ++Length) {
         Document(L, {}, 16, 7);
         Select(10, 9 + Length);
@@ -174,7 +170,7 @@ TEST_F(StretchCommandsTest, VeryShortRangesAreStretchedOrStay) {
 }
 
 TEST_F(StretchCommandsTest, TheFirstTimeItBeginsWithItsFirstValues) {
-    Document(Noise(100, 1));
+    Document(FullNoise(100, 1));
     EXPECT_TRUE(Unchanged(StretchShrink).empty());
     EXPECT_TRUE(Unchanged(ChangeSpeed).empty());
     ASSERT_EQ(Dialog.Asked.size(), 2U);
@@ -183,7 +179,7 @@ TEST_F(StretchCommandsTest, TheFirstTimeItBeginsWithItsFirstValues) {
 }
 
 TEST_F(StretchCommandsTest, APercentageOfNothingGivesWayToTheFirstValue) {
-    Document(Noise(100, 1));
+    Document(FullNoise(100, 1));
     StretchStart = StretchEnd = SpeedStart = SpeedEnd = 0;
     EXPECT_TRUE(Unchanged(StretchShrink).empty());
     EXPECT_TRUE(Unchanged(ChangeSpeed).empty());
@@ -194,7 +190,7 @@ TEST_F(StretchCommandsTest, APercentageOfNothingGivesWayToTheFirstValue) {
 }
 
 TEST_F(StretchCommandsTest, WhatWasAcceptedIsOfferedTheNextTime) {
-    Document(Noise(1000, 1));
+    Document(FullNoise(1000, 1));
     Select(1, 500);
     EnterTwo("75", "110.25", Move);
     StretchShrink();
@@ -212,7 +208,7 @@ TEST_F(StretchCommandsTest, WhatWasAcceptedIsOfferedTheNextTime) {
 }
 
 TEST_F(StretchCommandsTest, WhatMakesNoSenseIsToldAndAskedAgain) {
-    Document(Noise(1000, 1));
+    Document(FullNoise(1000, 1));
     const std::vector<StretchEntry> Wrong = {
         {"9.99", "", false, false}, {"1000.01", "", false, true}, {"100", "", false, false},
         {"100", "100", true, true}, {"150", "9", true, false},    {"5", "150", true, false},
@@ -232,7 +228,7 @@ TEST_F(StretchCommandsTest, WhatMakesNoSenseIsToldAndAskedAgain) {
 
 TEST_F(StretchCommandsTest, TheEndsOfTheRangeAndOneEndAloneMakeSense) {
     for (const auto& [Start, End] : {std::pair("10", "1000"), {"1000", "10"}, {"100", "101"}}) {
-        Document(Noise(100, 1));
+        Document(FullNoise(100, 1));
         EnterTwo(Start, End);
         StretchShrink();
         EXPECT_EQ(WaveStore->UndoMenu().Caption, "Undo [Stretch/Shrink]") << Start << " " << End;
@@ -241,7 +237,7 @@ TEST_F(StretchCommandsTest, TheEndsOfTheRangeAndOneEndAloneMakeSense) {
 }
 
 TEST_F(StretchCommandsTest, AsksForSpaceForTwiceTheMeanStretch) {
-    Document(Noise(1001, 1), Noise(1001, 2));
+    Document(FullNoise(1001, 1), FullNoise(1001, 2));
     Select(1, 1001);
     EnterTwo("150", "250.5");
     // 4.005 times 1001 samples, rounded, 2 bytes and two channels.
@@ -254,20 +250,20 @@ TEST_F(StretchCommandsTest, AsksForSpaceForTwiceTheMeanStretch) {
 }
 
 TEST_F(StretchCommandsTest, IsAskedBeforeTheDisk) {
-    Document(Noise(100, 1));
+    Document(FullNoise(100, 1));
     EXPECT_TRUE(Refused(StretchShrink).empty()); // cancelled
     EXPECT_EQ(Dialog.Asked.size(), 1U);
 }
 
 TEST_F(StretchCommandsTest, BackingOutOfTheSelectionEndsIt) {
-    Document(Noise(100, 1));
+    Document(FullNoise(100, 1));
     Select(0, 0);
     EXPECT_TRUE(Unchanged(StretchShrink).empty());
     EXPECT_TRUE(Dialog.Asked.empty());
 }
 
 TEST_F(StretchCommandsTest, AFailureInTheMiddleIsToldAndChangesNothing) {
-    Document(Noise(300000, 1), Noise(300000, 2));
+    Document(FullNoise(300000, 1), FullNoise(300000, 2));
     for (const auto& [Command, Title] : {std::pair(&StretchShrink, "Stretch / Shrink Error"),
                                          std::pair(&ChangeSpeed, "Change speed Error")})
         for (const bool MoveIt : {false, true}) {
@@ -280,7 +276,7 @@ TEST_F(StretchCommandsTest, AFailureInTheMiddleIsToldAndChangesNothing) {
 }
 
 TEST_F(StretchCommandsTest, TheBarMovesAllTheWay) {
-    Document(Noise(1000000, 1), Noise(1000000, 2));
+    Document(FullNoise(1000000, 1), FullNoise(1000000, 2));
     Enter("150");
     StretchShrink();
     EXPECT_GE(Progress.Values.size(), 10U);
@@ -289,7 +285,7 @@ TEST_F(StretchCommandsTest, TheBarMovesAllTheWay) {
 }
 
 TEST_F(StretchCommandsTest, WithoutAWindowTheQuestionCountsAsCancelled) {
-    Document(Noise(100, 1));
+    Document(FullNoise(100, 1));
     SetStretchDialog(nullptr);
     EXPECT_TRUE(Unchanged(StretchShrink).empty());
 }

@@ -4,6 +4,7 @@
 
 #include "effects/EffectFixture.h"
 #include "effects/LiteralStretch.h"
+#include "effects/Streamed.h"
 #include "effects/TestWaves.h"
 
 #include <algorithm>
@@ -19,20 +20,7 @@ class StretchWaveTest : public EffectTest {
     static Samples Stretched(const Samples& Source, std::int32_t Bits, double Start, double End,
                              std::size_t Run = 32768) {
         const auto Length = static_cast<std::int32_t>(Source.size());
-        const RunStream Stream = StretchWave(Length, Bits, Start, End);
-        CarrierWriter Out(Length);
-        for (std::size_t At = 0; At < Source.size(); At += Run)
-            Stream(std::span(Source).subspan(At, std::min(Run, Source.size() - At)), Out);
-        Stream({}, Out);
-        const auto Made = Out.Finish();
-        Samples All(static_cast<std::size_t>(Made->WaveINos));
-        for (std::size_t i = 0; i < All.size(); ++i)
-            All[i] = Made->WaveLR(static_cast<std::int32_t>(i) + 1);
-        return All;
-    }
-    static Samples Noise(std::int32_t Count, std::uint32_t Seed, std::int32_t Bits = 16) {
-        const std::int32_t High = Bits == 8 ? 127 : 32767;
-        return NoiseWave(Count, -High - 1, High, Seed);
+        return Streamed(StretchWave(Length, Bits, Start, End), Source, Run);
     }
     static void ExpectAsWrittenDown(const Samples& Source, std::int32_t Bits, double Start,
                                     double End, std::size_t Run = 32768) {
@@ -45,7 +33,7 @@ class StretchWaveTest : public EffectTest {
 
 TEST_F(StretchWaveTest, EveryPercentageFromTenToAThousandIsAsWrittenDown) {
     for (const std::int32_t Bits : {8, 16}) {
-        const Samples Source = Noise(1500, 3, Bits);
+        const Samples Source = FullNoise(1500, 3, Bits);
         for (int Percent = 10; Percent <= 1000; ++Percent)
             ExpectAsWrittenDown(Source, Bits, Percent, Percent);
     }
@@ -57,7 +45,7 @@ TEST_F(StretchWaveTest, RampsInBothDirectionsAreAsWrittenDown) {
     for (const std::int32_t Bits : {8, 16})
         for (const double Start : Percents)
             for (const double End : Percents)
-                ExpectAsWrittenDown(Noise(3000, 4, Bits), Bits, Start, End, 777);
+                ExpectAsWrittenDown(FullNoise(3000, 4, Bits), Bits, Start, End, 777);
 }
 
 TEST_F(StretchWaveTest, EveryShortLengthIsAsWrittenDown) {
@@ -65,7 +53,7 @@ TEST_F(StretchWaveTest, EveryShortLengthIsAsWrittenDown) {
         for (const double Start : {10.0, 49.0, 100.0, 150.0, 1000.0})
             for (const double End : {10.0, 100.0, 101.0, 700.0})
                 for (const std::size_t Run : {std::size_t{1}, std::size_t{2}, std::size_t{100}})
-                    ExpectAsWrittenDown(Noise(Length, static_cast<std::uint32_t>(Length)), 16,
+                    ExpectAsWrittenDown(FullNoise(Length, static_cast<std::uint32_t>(Length)), 16,
                                         Start, End, Run);
 }
 
@@ -79,7 +67,7 @@ TEST_F(StretchWaveTest, AnyPercentagesLengthsAndRunsAreAsWrittenDown) {
         const double Start = std::uniform_real_distribution<double>(10, 1000)(Random);
         const double End =
             Any(0, 1) == 0 ? Start : std::uniform_real_distribution<double>(10, 1000)(Random);
-        ExpectAsWrittenDown(Noise(Any(1, 9000), static_cast<std::uint32_t>(Time), Bits), Bits,
+        ExpectAsWrittenDown(FullNoise(Any(1, 9000), static_cast<std::uint32_t>(Time), Bits), Bits,
                             Start, End, static_cast<std::size_t>(Any(1, 3000)));
     }
 }
@@ -92,13 +80,13 @@ TEST_F(StretchWaveTest, EveryKindOfWaveIsAsWrittenDown) {
 }
 
 TEST_F(StretchWaveTest, ChangesOfTheRateFarBeyondThePercentagesOfTheDialogAreAsWrittenDown) {
-    const Samples Source = Noise(700, 8);
+    const Samples Source = FullNoise(700, 8);
     for (const double Percent : {0.5, 2.0, 7.3, 1814.0589569160998, 20000.0})
         ExpectAsWrittenDown(Source, 16, Percent, Percent, 100);
 }
 
 TEST_F(StretchWaveTest, LongWavesAreAsWrittenDownAcrossTheirRuns) {
-    const Samples Source = Noise(300000, 9);
+    const Samples Source = FullNoise(300000, 9);
     for (const auto& [Start, End] : std::array<std::pair<double, double>, 4>{
              {{150, 150}, {66.66666666666667, 66.66666666666667}, {20, 500}, {500, 20}}})
         ExpectAsWrittenDown(Source, 16, Start, End);
@@ -112,7 +100,7 @@ TEST_F(StretchWaveTest, TwiceAsLongIsTwiceAsManySamplesAndASilentOne) {
 }
 
 TEST_F(StretchWaveTest, HalfAsLongIsHalfAsManySamplesAndASilentOne) {
-    EXPECT_EQ(Stretched(Noise(1000, 1), 16, 50, 50).size(), 501U);
+    EXPECT_EQ(Stretched(FullNoise(1000, 1), 16, 50, 50).size(), 501U);
 }
 
 TEST_F(StretchWaveTest, TheStartKeepsItsSpeedAndTheEndIsTwiceAsLong) {
@@ -139,7 +127,7 @@ TEST_F(StretchWaveTest, StrongShrinkingTakesOneNewSampleForEachThatComesOut) {
 }
 
 TEST_F(StretchWaveTest, TenTimesAsLongIsTenPlacesASegment) {
-    const Samples Made = Stretched(Noise(1000, 1), 16, 1000, 1000);
+    const Samples Made = Stretched(FullNoise(1000, 1), 16, 1000, 1000);
     EXPECT_NEAR(static_cast<double>(Made.size()), 9991, 2);
 }
 

@@ -23,6 +23,13 @@ inline std::vector<std::int16_t> NoiseWave(std::int32_t Count, std::int32_t Low,
     return Wave;
 }
 
+/// Noise of full scale at a depth.
+inline std::vector<std::int16_t> FullNoise(std::int32_t Count, std::uint32_t Seed,
+                                           std::int32_t Bits = 16) {
+    const std::int32_t High = Bits == 8 ? 127 : 32767;
+    return NoiseWave(Count, -High - 1, High, Seed);
+}
+
 /// Noise, impulses, ramps and full scale of a depth.
 inline std::vector<NamedWave> TestWaves(std::int32_t Count, std::int32_t Bits) {
     const std::int32_t Low = Bits == 8 ? -128 : -32768;
