@@ -82,6 +82,9 @@ CASES = [
     Case("Delete Silence", "delete-silence",
          ["silence", "-l", "1", "0.1", "1%", "-1", "0.5", "1%"], 0.5, source="speech"),
 ]
+# Files of other types, opened and saved as they are: what sox is told of such a file.
+TYPES = [("au", []), ("raw", ["-t", "raw", "-r", "44100", "-c", "2", "-b", "16", "-e", "signed"])]
+MOST_OF_TYPE = 0.6  # of sox's time
 MOST_READ = 1.02  # of the file
 MOST_BESIDE_CP = 2.8
 LONGEST_UNDO = 5.0  # milliseconds
@@ -182,6 +185,29 @@ def beside_others(table, program, sources, out, seconds, cases, rounds):
                   MOST_BESIDE_CP)
 
 
+def types_beside_sox(table, program, work, source, rounds):
+    for ending, form in TYPES:
+        made, out = work / f"in.{ending}", work / f"out.{ending}"
+        run(["sox", "-D", source, *form, made])
+        best = {}
+        for turn in range(rounds):
+            contest = [("sox", ["sox", "-D", *form, made, *form, out]),
+                       ("ours", [program, "nothing", made, out])]
+            for who, line in contest if turn % 2 else reversed(contest):
+                best[who] = min(best.get(who, 1e9), seconds_of(line, out)[0])
+        table.row(f".{ending}, open and save: ours / sox", best["ours"] / best["sox"], "times",
+                  MOST_OF_TYPE)
+        table.row("the same, ours", best["ours"], "s")
+        table.row("the same, sox", best["sox"], "s")
+        table.row(f".{ending}: peak memory above the budget",
+                  OneRun(run([program, "nothing", made, out])).above_budget(), "MB",
+                  MOST_ABOVE_BUDGET)
+        if made.read_bytes() != out.read_bytes() and ending == "raw":
+            sys.exit("the raw file is not what it was")
+        made.unlink()
+        out.unlink()
+
+
 def steps(table, program, sources, cases, rounds):
     for case in cases:
         source = sources[case.source]
@@ -252,6 +278,8 @@ def main():
         if not given.memory:
             beside_others(table, program, sources, out, seconds, cases, given.rounds)
             steps(table, program, sources, cases, given.rounds)
+            if given.only is None:
+                types_beside_sox(table, program, work, source, given.rounds)
         memory(table, program, work, sources, out, cases)
     finally:
         os.chdir(here)

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quoril::fuzz {
@@ -21,7 +22,9 @@ namespace quoril::fuzz {
 /// Says OK to everything, or No, so that each load goes as far as it can.
 class SaysOk final : public UserMessages {
   public:
-    SaysOk() { SetUserMessages(this); }
+    explicit SaysOk(std::string WhatIsTyped) : Typed(std::move(WhatIsTyped)) {
+        SetUserMessages(this);
+    }
     ~SaysOk() override { SetUserMessages(nullptr); }
     SaysOk(const SaysOk&) = delete;
     SaysOk& operator=(const SaysOk&) = delete;
@@ -32,9 +35,12 @@ class SaysOk final : public UserMessages {
         return Request.Buttons == MsgBoxButtons::YesNo ? MsgBoxAnswer::No : MsgBoxAnswer::Ok;
     }
     InputBoxAnswer InputBox(const std::string&, const std::string&, const std::string&) override {
-        return {};
+        return {!Typed.empty(), Typed};
     }
     int Count = 0;
+
+  private:
+    std::string Typed;
 };
 
 /// A reader and the writer of the same format, with the ending of their files.
@@ -43,6 +49,7 @@ struct SoundFormat {
     bool (OpenSaveClass::*Write)(FileMemoClass&, const std::string& FileName);
     const char* Ending;
     bool MayRefuseQuietly = false;
+    std::string Typed = {}; ///< into each box; empty for Cancel
 };
 
 /// Tries the bytes as a file of this format.
@@ -68,7 +75,7 @@ class SoundFileTrial {
 
   private:
     void Try(const std::string& Path, std::size_t Size, const std::string& Copy) const {
-        const SaysOk Messages;
+        const SaysOk Messages(Format.Typed);
         FileMemoClass Store;
         if (!Load(Store, Path)) {
             Require(Messages.Count > 0 || Format.MayRefuseQuietly);

@@ -25,7 +25,7 @@ class Camera:
         self.desktop = desktop
         self.folder = Path(desktop.folder, "program")
         self.folder.mkdir()
-        for name in ("quoril-wave-editor", "quoril-player"):
+        for name in ("quoril-wave-editor", "quoril-player", "quoril-wma-encoder"):
             shutil.copy2(build / "src" / name, self.folder)
         for help_file in (build / "src").glob("*.qch"):
             shutil.copy2(help_file, self.folder)
@@ -68,6 +68,45 @@ class Camera:
         away.rename(folder)
         self.desktop.wait_for_window(editor, lambda window: window.title == "Quoril Wave Editor")
         self.keys("Return")  # the copy has failed
+
+    def raw_format(self):
+        """Takes the dialog that asks for the format of a raw file."""
+        raw = self.sound.with_suffix(".raw")
+        raw.write_bytes(self.sound.read_bytes())
+        editor = self.desktop.start([self.folder / "quoril-wave-editor", raw])
+        self.dialog(editor, "raw-format")
+        self.desktop.wait_for_window(editor, is_main_window)
+        self.end(editor)
+
+    def next_dialog(self, editor, title):
+        """The dialog with this title, in front."""
+        window = self.desktop.wait_for_window(editor, lambda window: window.title.strip() == title)
+        self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
+        return window
+
+    def name_file(self, editor, title, file):
+        self.next_dialog(editor, title)
+        self.keys("ctrl+a")
+        self.desktop.run("xdotool", "type", str(file))
+        self.keys("Return")
+
+    def encoders(self, editor):
+        """Takes the dialogs before a sound goes to an encoder."""
+        self.keys("alt+f")
+        self.keys("a")
+        self.name_file(editor, "Choose wave file name to save", self.sound.with_suffix(".mp3"))
+        self.take(self.next_dialog(editor, "Need a command line Mp3 encoder"), "choose-encoder")
+        self.keys("Return")
+        self.take(self.next_dialog(editor, "Select Mp3 Compressing Parameters"), "mp3-parameters")
+        self.keys("Escape")
+        self.keys("alt+f")
+        self.keys("e")
+        self.name_file(editor, "Choose a Windows media file name to export to",
+                       self.sound.with_suffix(".wma"))
+        self.next_dialog(editor, "Need a command line Wma encoder")
+        self.keys("Return")
+        self.take(self.next_dialog(editor, "Select Wma Compressing Parameters"), "wma-parameters")
+        self.keys("Escape")
 
     def record(self, editor):
         """Takes the recording window while it records the demonstration sound from its start."""
@@ -122,6 +161,7 @@ def main():
         camera.dialog(editor, "options", "alt+t", "End", close="Return")
         camera.take(window, "style-" + STYLES[5])
         camera.end(editor)
+        camera.raw_format()
         editor, window = camera.start(camera.mono)
         camera.take(window, "main-window-mono")
         camera.end(editor)
@@ -163,6 +203,7 @@ def main():
             camera.keys(*keys)
             camera.dialog(editor, name)
         camera.draw(window)
+        camera.encoders(editor)
         camera.disk_space(editor)
         camera.record(editor)
         camera.keys("ctrl+d", "ctrl+v")

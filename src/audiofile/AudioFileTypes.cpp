@@ -17,10 +17,18 @@ bool Plain(O& Files, FileMemoClass& Store, const std::string& FileName, const Wr
     return (Files.*Writer)(Store, FileName);
 }
 
+bool WriteMp3(O& Files, FileMemoClass& Store, const std::string& FileName,
+              const WriteChoice& Choice) {
+    return Files.FileWriteMp3(Store, FileName, Choice.ReuseParameters);
+}
+
 constexpr std::array Types = {
     AudioFileType{"wav", &O::FileLoadWave, &Plain<&O::FileWriteWave>, &O::FileWriteWavePart, true},
     AudioFileType{".au", &O::FileLoadAuSnd, &Plain<&O::FileWriteAuSnd>, &O::FileWriteAuSndPart,
                   true},
+    AudioFileType{"raw", &O::FileLoadRaw, &Plain<&O::FileWriteRaw>, &O::FileWriteRawPart, false},
+    AudioFileType{"snd", &O::FileLoadRaw, &Plain<&O::FileWriteRaw>, &O::FileWriteRawPart, false},
+    AudioFileType{"mp3", &O::FileLoadMp3, &WriteMp3, &O::FileWriteMp3Part, true},
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "audiofile/AudioFileNames.h"
 #include "audiofile/AudioFileTypes.h"
+#include "audiofile/EncoderParams.h"
 #include "audiofile/RecentFiles.h"
 #include "base/BusyPointer.h"
 #include "base/CommandFailure.h"
@@ -28,10 +29,15 @@ std::string WithAudioEnding(const std::string& FileName) {
     return IsFileTypeSupported(FileName) ? FileName : FileName + ".wav";
 }
 
+/// A path with its last ending replaced.
+std::string WithWmaEnding(const std::string& Path) {
+    return Path.substr(0, Path.rfind('.')) + ".wma";
+}
+
 } // namespace
 
 bool CanBeOpened(const std::string& FileName) {
-    if (IsFileTypeSupported(FileName) && AudioFileTypeOf(FileName) != nullptr)
+    if (IsFileTypeSupported(FileName))
         return true;
     MsgBox("Can not open this file type\n\n"
            "If you know that audio data exists in this file,\n"
@@ -171,10 +177,8 @@ bool FileCommandsClass::SaveDocument(bool SaveAs) {
         Path = *Chosen;
     }
     const AudioFileType* Type = AudioFileTypeOf(Path);
-    if (Type == nullptr) {
-        MsgBox("Can not save this file type");
+    if (Type == nullptr)
         return false;
-    }
     WaveDir = FolderOfPath(Path);
     const BusyPointer Busy;
     View.ReleasePlayingFiles(true);
@@ -239,15 +243,43 @@ void FileCommandsClass::SaveSelected() {
         if (!Path)
             return;
         const AudioFileType* Type = AudioFileTypeOf(*Path);
-        if (Type == nullptr) {
-            MsgBox("Can not save this file type");
+        if (Type == nullptr)
             return;
-        }
         SelectedDir = FolderOfPath(*Path);
         const BusyPointer Busy;
         View.ReleasePlayingFiles(true);
         OpenSaveClass Files;
         (Files.*Type->WritePart)(*WaveStore, FromPos, ToPos, WorkChn, *Path);
+    });
+}
+
+void FileCommandsClass::ExportWma() {
+    RunCommand("Export to Wma Error", [this] {
+        if (WmaBitRates(WaveStore->WavFmtFreq, WaveStore->WavFmtChannel).empty()) {
+            MsgBox("Only these formats are supported for exporting to Wma, using wma8 utility\n"
+                   "44100Hz, 32000Hz, 22050Hz, 16000Hz, 8000Hz,\n"
+                   "48000Hz (stereo only) and 11025Hz (mono only)\n"
+                   "Please change the format to one of these and try again.");
+            return;
+        }
+        FileDialogRequest Request;
+        Request.Title = "Choose a Windows media file name to export to";
+        const bool RealFile = FileThere(WaveFilePath);
+        Request.Folder = RealFile ? FolderOfPath(WaveFilePath) : WaveDir;
+        Request.FileName = RealFile ? NameOfPath(WithWmaEnding(WaveFilePath)) : std::string();
+        Request.Filter = "Windows media audio files (Wma)|*.Wma|All files (*.*)|*.*";
+        Request.DefaultExtension = "wma";
+        Request.PathMustExist = true;
+        Request.OverwritePrompt = true;
+        const std::optional<std::string> Chosen = Dialogs.SaveFile(Request);
+        if (!Chosen || Chosen->empty())
+            return;
+        const std::string Path = EndingOfPath(*Chosen) == "wma" ? *Chosen : *Chosen + ".wma";
+        if (Path != *Chosen && !OverwriteMayGo(Path))
+            return;
+        const BusyPointer Busy;
+        View.ReleasePlayingFiles(true);
+        (void)OpenSaveClass().FileWriteWma(*WaveStore, Path);
     });
 }
 

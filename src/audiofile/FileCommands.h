@@ -80,6 +80,8 @@ class FileCommandsClass {
     /// as before, and the document keeps its name.
     bool Save(bool SaveAs);
     void SaveSelected();
+    /// Asks for a name and writes the document there as WMA, which cannot be read again.
+    void ExportWma();
     /// Item `Number` of the recent files menu, from 1.
     void OpenRecent(int Number);
     /// A file dropped on the window; no question about unsaved work.

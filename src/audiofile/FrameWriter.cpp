@@ -9,6 +9,7 @@
 #include "storage/WoroFileBlockMod.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <exception>
 #include <vector>
 
@@ -155,12 +156,21 @@ void WriteFrames(FileMemoClass& Store, const WriteRange& Range, std::int32_t Chu
     FrameWriting(Store, Range, ChunkFrames, FrameBytes, Coder, File, FirstByte).Run();
 }
 
+bool CanBeReplaced(const std::string& FileName) {
+    return !FileThere(FileName) || !(IsWriteProtected(FileName) || IsHeldByOthers(FileName));
+}
+
+void CheckCanBeReplaced(const std::string& FileName) {
+    if (!CanBeReplaced(FileName))
+        throw SystemFailure(EACCES, FileName);
+}
+
 bool WriteAudioFile(const std::string& FileName,
                     const std::function<void(FileReplacement&)>& Write) {
+    if (!CanBeReplaced(FileName))
+        return false;
     if (!FileThere(FileName))
         BlocksLeaveFile(FileName); // a file that is gone; what is still to be had of it
-    else if (IsWriteProtected(FileName) || IsHeldByOthers(FileName))
-        return false;
     ReplaceFile(FileName, [&Write](FileReplacement& File) {
         Write(File);
         if (!File.IsInPlace())

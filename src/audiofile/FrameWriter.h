@@ -29,6 +29,11 @@ struct WriteRange {
 [[nodiscard]] WriteRange PartRange(const FileMemoClass& Store, std::int32_t FromPos,
                                    std::int32_t ToPos, std::int32_t WorkChn) noexcept;
 
+/// False for a file that is protected against writing or held by another program.
+[[nodiscard]] bool CanBeReplaced(const std::string& FileName);
+/// Throws SystemFailure for such a file, for a command that would find it only after long work.
+void CheckCanBeReplaced(const std::string& FileName);
+
 /// Writes an audio file anew by `Write`, and puts it in place when it is complete; until then the
 /// document may go on reading from the file that was there. False, with nothing done, when that one
 /// is protected against writing or held by another program: the rights of its folder alone would

@@ -34,11 +34,37 @@ class OpenSaveClass {
     bool FileWriteAuSndPart(FileMemoClass& Store, std::int32_t FromPos, std::int32_t ToPos,
                             std::int32_t WorkChn, const std::string& FileName);
 
+    /// Opens a file without a header, in the format that the user states; decoded into memory.
+    void FileLoadRaw(FileMemoClass& Store, const std::string& FileName, bool& Result);
+    /// Writes the samples and nothing else. False when the user was told that this failed.
+    bool FileWriteRaw(FileMemoClass& Store, const std::string& FileName);
+    bool FileWriteRawPart(FileMemoClass& Store, std::int32_t FromPos, std::int32_t ToPos,
+                          std::int32_t WorkChn, const std::string& FileName);
+
+    /// Opens an MP3 file by its decoder, in a WAV file of the session that goes with its last
+    /// block. False also when the user cancelled or ended the decoder.
+    void FileLoadMp3(FileMemoClass& Store, const std::string& FileName, bool& Result);
+    /// Writes the document, or a part of it, by the MP3 encoder. With `UsePrevPrm` the parameters
+    /// of the last time are taken where they fit. False when the file was not written: the user was
+    /// told, or wanted that.
+    bool FileWriteMp3(FileMemoClass& Store, const std::string& FileName, bool UsePrevPrm);
+    bool FileWriteMp3Part(FileMemoClass& Store, std::int32_t FromPos, std::int32_t ToPos,
+                          std::int32_t WorkChn, const std::string& FileName);
+    /// Encodes a WAV file that exists, and deletes it.
+    bool ConvertWaveFileToMp3File(const std::string& WavFileName1, const std::string& Mp3FileName1,
+                                  bool UsePrevPrm);
+    /// Exports the document by the WMA encoder; false as for MP3. Throws Failure when the encoder
+    /// failed; a file that was there is unchanged then.
+    bool FileWriteWma(FileMemoClass& Store, const std::string& FileName);
+
     std::int32_t FileBlockLength; ///< samples; the unit in which files are cut and written
 };
 
 /// The write mode of Sun/NeXT files that was chosen last: 0 not asked yet, 1 u-law, 2 8-bit,
 /// 3 16-bit, as the header has them. Forgotten at every load and at every WAV write.
 extern std::int32_t AuWriteMode;
+
+/// Who is told the command line of an export to WMA before it runs; null for nobody.
+void SetCommandLineRoutine(void (*Routine)(const std::string& Shown)) noexcept;
 
 } // namespace quoril

@@ -1,6 +1,6 @@
 #include "platform/ChildProcess.h"
 
-#include "platform/Descriptor.h"
+#include "base/Failure.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,10 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <linux/close_range.h>
+#include <poll.h>
 #include <string_view>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
@@ -19,8 +22,9 @@ namespace quoril {
 namespace {
 
 enum class Kind {
-    Waited,  ///< a child of ours, in our session; its words go where ours go
-    Detached ///< nobody's child, in a session of its own, with nothing of ours open
+    Waited,   ///< a child of ours, in our session; its words go where ours go
+    Detached, ///< nobody's child, in a session of its own, with nothing of ours open
+    Worker    ///< a child that leads a group of its own and ends with us; its words go into a file
 };
 
 /// A pipe whose ends are not among the three standard descriptors, even where those are closed.
@@ -78,6 +82,7 @@ void ResetSignals() noexcept {
 struct Program {
     std::vector<std::string> Files; ///< where it may lie, in the order of the search
     std::vector<char*> Arguments;   ///< ends with a null pointer
+    const char* Words = nullptr;    ///< the file for what a worker says
 };
 
 /// Takes the program's place, and comes back with the error only when no file could be run. A
@@ -94,6 +99,13 @@ int Execute(const Program& What) noexcept {
     return ErrorCode;
 }
 
+/// False with errno when that failed.
+bool BecomeWorker(const char* Words) noexcept {
+    const int File = ::open(Words, O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    return File >= 0 && ::dup2(File, STDOUT_FILENO) >= 0 && ::dup2(File, STDERR_FILENO) >= 0 &&
+           ::setpgid(0, 0) == 0 && ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0;
+}
+
 [[noreturn]] void RunProgram(const Program& What, Kind How, const Descriptor& Report) noexcept {
     ResetSignals();
     // A program that reads its input must not wait for a terminal, nor take keys from it.
@@ -102,6 +114,8 @@ int Execute(const Program& What) noexcept {
         EndWithError(Report, errno);
     if (How == Kind::Detached &&
         (::dup2(Nothing, STDOUT_FILENO) < 0 || ::dup2(Nothing, STDERR_FILENO) < 0))
+        EndWithError(Report, errno);
+    if (How == Kind::Worker && !BecomeWorker(What.Words))
         EndWithError(Report, errno);
     // The report's end stays open until the program starts; everything of ours ends there.
     (void)::close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
@@ -138,10 +152,12 @@ std::vector<std::string> FilesToTry(const std::string& Name) {
 }
 
 /// Starts the program; `Child` is the process to wait for. 0, or the error's number.
-int Start(const std::vector<std::string>& Arguments, Kind How, pid_t& Child) {
+int Start(const std::vector<std::string>& Arguments, Kind How, pid_t& Child,
+          const char* Words = nullptr) {
     if (Arguments.empty() || Arguments.front().empty())
         return ENOENT;
     Program What;
+    What.Words = Words;
     What.Files = FilesToTry(Arguments.front());
     What.Arguments.reserve(Arguments.size() + 1);
     for (const std::string& Argument : Arguments) {
@@ -171,6 +187,13 @@ int Start(const std::vector<std::string>& Arguments, Kind How, pid_t& Child) {
     return ErrorCode;
 }
 
+/// The exit code of a child that has ended; 128 and the signal's number if a signal ended it.
+int CodeOf(int Status) noexcept {
+    if (WIFEXITED(Status))
+        return WEXITSTATUS(Status);
+    return WIFSIGNALED(Status) ? 128 + WTERMSIG(Status) : -1;
+}
+
 } // namespace
 
 ChildResult RunAndWait(const std::vector<std::string>& Arguments) {
@@ -182,12 +205,8 @@ ChildResult RunAndWait(const std::vector<std::string>& Arguments) {
     }
     Result.Started = true;
     int Status = 0;
-    if (WaitFor(Child, Status)) {
-        if (WIFEXITED(Status))
-            Result.ExitCode = WEXITSTATUS(Status);
-        else if (WIFSIGNALED(Status))
-            Result.ExitCode = 128 + WTERMSIG(Status);
-    }
+    if (WaitFor(Child, Status))
+        Result.ExitCode = CodeOf(Status);
     return Result;
 }
 
@@ -202,6 +221,48 @@ ChildResult StartDetached(const std::vector<std::string>& Arguments) {
     int Status = 0;
     (void)WaitFor(Between, Status);
     return Result;
+}
+
+WorkerProcess::WorkerProcess(const std::vector<std::string>& Arguments, const std::string& Words) {
+    if (const int ErrorCode = Start(Arguments, Kind::Worker, Child, Words.c_str());
+        ErrorCode != 0) {
+        Child = -1;
+        throw SystemFailure(ErrorCode, Arguments.empty() ? std::string() : Arguments.front());
+    }
+    Watch = Descriptor(static_cast<int>(::syscall(SYS_pidfd_open, Child, 0)));
+    if (!Watch.IsOpen()) {
+        const int ErrorCode = errno;
+        End();
+        throw SystemFailure(ErrorCode, Arguments.front());
+    }
+}
+
+bool WorkerProcess::EndedWithin(int MostMs) noexcept {
+    if (Child < 0)
+        return true;
+    pollfd Waited{Watch.Get(), POLLIN, 0};
+    if (::poll(&Waited, 1, MostMs) <= 0)
+        return false;
+    int Status = 0;
+    if (WaitFor(Child, Status))
+        Code = CodeOf(Status);
+    Child = -1;
+    return true;
+}
+
+void WorkerProcess::End() noexcept {
+    constexpr int TimeToGoMs = 500;
+    if (Child < 0)
+        return;
+    ::kill(-Child, SIGTERM);
+    pollfd Waited{Watch.Get(), POLLIN, 0};
+    if (Watch.IsOpen())
+        (void)::poll(&Waited, 1, TimeToGoMs);
+    ::kill(-Child, SIGKILL);
+    int Status = 0;
+    if (WaitFor(Child, Status))
+        Code = CodeOf(Status);
+    Child = -1;
 }
 
 } // namespace quoril

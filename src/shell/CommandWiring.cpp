@@ -1,5 +1,6 @@
 #include "shell/CommandWiring.h"
 
+#include "audiofile/OpenSaveClass.h"
 #include "audiofile/RecentFiles.h"
 #include "base/CommandFailure.h"
 #include "base/DocumentState.h"
@@ -15,6 +16,7 @@
 #include "bookmarks/BookmarkRec.h"
 #include "edit/LapMod.h"
 #include "edit/LengthCommands.h"
+#include "edit/SystemClipboard.h"
 #include "effects/FormatCommands.h"
 #include "platform/ChildProcess.h"
 #include "platform/ProgramPlaces.h"
@@ -103,6 +105,12 @@ void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files) {
     Commands.Set("Save_Mnu_0", [&Files] { Files.Save(false); });
     Commands.Set("Save_Mnu_1", [&Files] { Files.Save(true); });
     Commands.Set("Save_Selected_Mnu", [&Files] { Files.SaveSelected(); });
+    Commands.Set("ExportWma_Mnu", [&Files] { Files.ExportWma(); });
+    // It takes the place of a clip that other windows were offered.
+    SetCommandLineRoutine([](const std::string& Shown) {
+        CurrentSystemClipboard().Clear();
+        CurrentSystemClipboard().SetText(Shown);
+    });
     for (int Number = 1; Number <= RecentFileCount; ++Number)
         Commands.Set("FileLastFilesMnu_" + std::to_string(Number),
                      [&Files, Number] { Files.OpenRecent(Number); });

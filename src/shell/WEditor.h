@@ -13,18 +13,23 @@
 #include "shell/DelSilenFrm.h"
 #include "shell/DesktopClipboard.h"
 #include "shell/EchoFrm.h"
+#include "shell/EncChoseAppFrm.h"
+#include "shell/EncRunFrm.h"
 #include "shell/EntFrqFrm.h"
 #include "shell/EntStrchFrm.h"
 #include "shell/EqlizFrm.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/LapFrm.h"
 #include "shell/MessageBoxes.h"
+#include "shell/Mp3ParamFrm.h"
 #include "shell/PlayControls.h"
 #include "shell/ProgressFrm.h"
+#include "shell/RawLoadFrm.h"
 #include "shell/RecordWiring.h"
 #include "shell/UndoClearFrm.h"
 #include "shell/UserGuideFrm.h"
 #include "shell/WindowPlaceKeeper.h"
+#include "shell/WmaParamFrm.h"
 #include "view/EntDurFrm.h"
 #include "view/SelConfFrm.h"
 
@@ -148,6 +153,11 @@ class WEditorClass {
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;
     BokMrkAsker BookmarkLists{Dialogs};
+    RawLoadAsker RawQuestions;
+    EncChoseAppAsker EncoderQuestions{Dialogs};
+    Mp3ParamAsker Mp3Questions;
+    WmaParamAsker WmaQuestions;
+    EncoderWaiter EncoderWaits;
     std::unique_ptr<WaveEditor_Frm> Window;
     std::unique_ptr<WindowPlaceKeeper> PlaceKeeper;
     std::unique_ptr<FileCommandsWindow> FilesView;

@@ -34,13 +34,14 @@ void OpenAddress(const QUrl& Address) {
         throw Failure("No browser could be started for the page " + CoreText(Address.toString()));
 }
 
-void OpenPage(const std::string& File) {
+} // namespace
+
+void OpenPageInBrowser(const std::string& ExecutableFolder, const std::string& Page) {
+    const std::string File = HelpPageBeside(ExecutableFolder, Page);
     if (!FileExists(File))
         throw Failure("The page " + File + " is not there.");
     OpenAddress(QUrl::fromLocalFile(ShownText(File)));
 }
-
-} // namespace
 
 void WireWebLinks(WaveEditor_Frm& Window, const std::string& Site,
                   const std::string& ExecutableFolder) {
@@ -50,7 +51,7 @@ void WireWebLinks(WaveEditor_Frm& Window, const std::string& Site,
                 MsgBox(Link.Note);
             RunCommand({}, [&] {
                 if (Site.empty())
-                    OpenPage(HelpPageBeside(ExecutableFolder, Link.Page));
+                    OpenPageInBrowser(ExecutableFolder, Link.Page);
                 else
                     OpenAddress(QUrl(ShownText(Site + Link.Site)));
             });

@@ -13,4 +13,8 @@ class WaveEditor_Frm;
 void WireWebLinks(WaveEditor_Frm& Window, const std::string& Site,
                   const std::string& ExecutableFolder);
 
+/// Opens a page of the help of a program in that folder in the system's browser. Throws Failure
+/// when the page is missing or no browser takes it.
+void OpenPageInBrowser(const std::string& ExecutableFolder, const std::string& Page);
+
 } // namespace quoril

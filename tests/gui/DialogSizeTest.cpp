@@ -14,16 +14,21 @@
 #include "shell/CopiedFrm.h"
 #include "shell/DelSilenFrm.h"
 #include "shell/EchoFrm.h"
+#include "shell/EncChoseAppFrm.h"
+#include "shell/EncRunFrm.h"
 #include "shell/EntFrqFrm.h"
 #include "shell/EntStrchFrm.h"
 #include "shell/FileDialogWindows.h"
 #include "shell/HelpViewerFrm.h"
 #include "shell/LapFrm.h"
 #include "shell/MessageBoxes.h"
+#include "shell/Mp3ParamFrm.h"
 #include "shell/OptionsFrm.h"
+#include "shell/RawLoadFrm.h"
 #include "shell/UndoClearFrm.h"
 #include "shell/UserGuideFrm.h"
 #include "shell/WithDialog.h"
+#include "shell/WmaParamFrm.h"
 #include "storage/FileMemoClass.h"
 #include "support/TestSession.h"
 #include "view/EntDurFrm.h"
@@ -138,6 +143,23 @@ TEST_F(DialogSizeTest, TheWindowsOfBookmarksFitWhateverTheNames) {
     }
     BokMrkChosFrm Choice("There are 100000 bookmarks in the file");
     Expect(Choice);
+}
+
+TEST_F(DialogSizeTest, TheWindowsOfFileTypesFit) {
+    RawLoadFrm Raw({0, 1, 3, 123456, 0});
+    Expect(Raw);
+    FileDialogWindows Files;
+    for (const std::int32_t Which : {EncoderMp3, EncoderWma}) {
+        ChooseEncoder(Which, "/" + LongWord);
+        EncChoseAppFrm Chose(Which, Files);
+        Expect(Chose);
+    }
+    Mp3ParamFrm Mp3({320, 3, 44100});
+    Expect(Mp3);
+    WmaParamFrm Wma({128000, 2, 44100});
+    Expect(Wma);
+    EncRunFrm Run("/" + LongWord, [] { return false; });
+    Expect(Run);
 }
 
 TEST_F(DialogSizeTest, TheWindowsOfEditingFit) {

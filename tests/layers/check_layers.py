@@ -23,8 +23,9 @@ FLOORS = [
     {"view"},
     {"shell"},
 ]
-# The player is a program of its own: it stands on the lower floors, and nothing stands on it.
-BESIDE = {"player": {"base", "platform", "settings", "storage"}}
+# Programs of their own: the player stands on the lower floors, the encoder on none, and nothing
+# stands on them.
+BESIDE = {"player": {"base", "platform", "settings", "storage"}, "wmaencoder": set()}
 ALL_FOLDERS = set().union(*FLOORS)
 MAIN = "main.cpp"
 

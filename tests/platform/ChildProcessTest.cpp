@@ -245,5 +245,70 @@ TEST(ChildProcess, DetachedProgramKeepsNoPipeOfOursOpen) {
     EXPECT_EQ(::read(Ends[0], &Byte, 1), 0); // its end, although the program still runs
 }
 
+// ---- Workers
+
+TEST(WorkerProcess, IsWaitedForAndItsWordsAreKept) {
+    const TempFolder Folder;
+    WorkerProcess Worker({"sh", "-c", "read Line || echo none; echo words; echo more >&2; exit 7"},
+                         Folder / "words");
+    EXPECT_TRUE(Worker.EndedWithin(20000));
+    EXPECT_TRUE(Worker.EndedWithin(0)) << "also asked once more";
+    EXPECT_EQ(Worker.ExitCode(), 7);
+    EXPECT_EQ(TempFolder::Read(Folder / "words"), "none\nwords\nmore\n");
+}
+
+TEST(WorkerProcess, ThatDoesNotStartIsAFailureInTheSystemsWords) {
+    const TempFolder Folder;
+    for (const char* Missing : {"no-such-program-anywhere", "/no/such/program"})
+        try {
+            const WorkerProcess Worker({Missing}, Folder / "words");
+            ADD_FAILURE() << Missing;
+        } catch (const std::exception& What) {
+            EXPECT_EQ(What.what(), Words(ENOENT) + "\n" + Missing);
+        }
+    EXPECT_THROW(WorkerProcess({"true"}, "/no/such/folder/words"), std::exception);
+    EXPECT_THROW(WorkerProcess({}, Folder / "words"), std::exception);
+}
+
+TEST(WorkerProcess, RunsUntilItIsEndedHoweverItStruggles) {
+    const TempFolder Folder;
+    for (const char* Program : {"echo up; exec sleep 1000", "trap '' TERM; echo up; sleep 1000"}) {
+        WorkerProcess Worker({"sh", "-c", Program}, Folder / "words");
+        EXPECT_EQ(LineOf(Folder / "words"), "up");
+        EXPECT_FALSE(Worker.EndedWithin(1));
+        EXPECT_EQ(Worker.ExitCode(), -1);
+        Worker.End();
+        EXPECT_TRUE(Worker.EndedWithin(0));
+        EXPECT_GE(Worker.ExitCode(), 128);
+    }
+}
+
+TEST(WorkerProcess, EndsWithTheProcessThatStartedIt) {
+    const TempFolder Folder;
+    const pid_t Between = ::fork();
+    ASSERT_GE(Between, 0);
+    if (Between == 0) {
+        const WorkerProcess Worker({"sh", "-c", "echo $$; exec sleep 1000"}, Folder / "words");
+        (void)LineOf(Folder / "words");
+        ::kill(::getpid(), SIGKILL);
+    }
+    int Status = 0;
+    ASSERT_EQ(::waitpid(Between, &Status, 0), Between);
+    const auto Worker = static_cast<pid_t>(std::stol(LineOf(Folder / "words")));
+    const std::string Entry = "/proc/" + std::to_string(Worker) + "/stat";
+    // It may stay in the table until the system has taken note of its end.
+    const auto Runs = [&] {
+        std::ifstream In(Entry);
+        std::string Number;
+        std::string Name;
+        std::string State;
+        return (In >> Number >> Name >> State) && State != "Z";
+    };
+    const auto Latest = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (Runs() && std::chrono::steady_clock::now() < Latest)
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    EXPECT_FALSE(Runs());
+}
+
 } // namespace
 } // namespace quoril

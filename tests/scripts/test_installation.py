@@ -36,8 +36,16 @@ class Installation(unittest.TestCase):
         self.assertEqual(argument, "%f")
         self.assertTrue(os.access(self.prefix / "bin" / program, os.X_OK))
 
-    def test_the_player_is_installed_beside_the_editor(self):
-        self.assertTrue(os.access(self.prefix / "bin" / "quoril-player", os.X_OK))
+    def test_the_player_and_the_encoder_are_installed_beside_the_editor(self):
+        for name in ("quoril-player", "quoril-wma-encoder"):
+            self.assertTrue(os.access(self.prefix / "bin" / name, os.X_OK), name)
+
+    def test_the_menu_entry_and_the_description_name_the_same_types(self):
+        description = self.share / "metainfo" / "org.quoril.WaveEditor.metainfo.xml"
+        told = [each.text for each in xml.parse(description).iter("mediatype")]
+        self.assertEqual(self.entry["Desktop Entry"]["MimeType"].rstrip(";").split(";"), told)
+        for kind in ("audio/x-wav", "audio/basic", "audio/mpeg"):
+            self.assertIn(kind, told)
 
     def test_the_icon_of_the_menu_entry_is_installed_and_square(self):
         name = self.entry["Desktop Entry"]["Icon"] + ".svg"

@@ -52,6 +52,7 @@ const std::vector<CommandRow>& CommandRows() {
         {"Save_Mnu_0", "file: 8040"},
         {"Save_Mnu_1", "[Choose wave file name to save]; [Choose wave file name to save]"},
         {"Save_Selected_Mnu", "[Select file name to to save selected]"},
+        {"ExportWma_Mnu", "\"Only these formats are supported for exporting to Wma, using\""},
         {"Close_Mnu", "exit: 1"},
         {"Undo_Mnu_1",
          "length: 2000; selection: 0 to 0; tool: 0, 0; undo: Undo [Nothing]; view: 1 to 2000"},
