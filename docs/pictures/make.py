@@ -108,6 +108,16 @@ class Camera:
         self.take(self.next_dialog(editor, "Select Wma Compressing Parameters"), "wma-parameters")
         self.keys("Escape")
 
+    def bookmarked_parts(self, editor):
+        for _ in range(2):
+            self.keys("ctrl+a", "b")
+            self.next_dialog(editor, "Add New Bookmark")
+            self.keys("Return")
+            self.desktop.wait_for_window(editor, is_main_window)
+        self.keys("alt+f")
+        self.keys("b")
+        self.dialog(editor, "save-bookmarked")
+
     def record(self, editor):
         """Takes the recording window while it records the demonstration sound from its start."""
         self.keys("ctrl+r")
@@ -204,6 +214,7 @@ def main():
             camera.dialog(editor, name)
         camera.draw(window)
         camera.encoders(editor)
+        camera.bookmarked_parts(editor)
         camera.disk_space(editor)
         camera.record(editor)
         camera.keys("ctrl+d", "ctrl+v")

@@ -26,6 +26,7 @@
 #include "playback/SoundDriver.h"
 #include "selection/SelectionMod.h"
 #include "settings/STD1.h"
+#include "shell/BookmarkPartsMod.h"
 #include "shell/OptionsFrm.h"
 #include "shell/StartUpMod.h"
 #include "storage/UndoClearMod.h"
@@ -96,7 +97,7 @@ bool FileCommandsWindow::SaveBookmarks(const std::string& FileName) {
     return quoril::SaveBookmarks(FileName);
 }
 
-void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files) {
+void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files, FileCommandsView& View) {
     CommandTable& Commands = Window.Commands;
     Commands.Set("New_Mnu", [&Files] { Files.New(); });
     Commands.Set("Open_Mnu_0", [&Files] { Files.Open(false); });
@@ -105,6 +106,8 @@ void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files) {
     Commands.Set("Save_Mnu_0", [&Files] { Files.Save(false); });
     Commands.Set("Save_Mnu_1", [&Files] { Files.Save(true); });
     Commands.Set("Save_Selected_Mnu", [&Files] { Files.SaveSelected(); });
+    Commands.Set("Save_Bookmark_Mnu",
+                 [&View] { RunCommand({}, [&View] { SaveBookmarkedParts(View); }); });
     Commands.Set("ExportWma_Mnu", [&Files] { Files.ExportWma(); });
     // It takes the place of a clip that other windows were offered.
     SetCommandLineRoutine([](const std::string& Shown) {

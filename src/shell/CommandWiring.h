@@ -29,7 +29,7 @@ class FileCommandsWindow final : public FileCommandsView {
 };
 
 /// Registers the commands on files, and the drop of a file.
-void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files);
+void WireFileCommands(WaveEditor_Frm& Window, FileCommandsClass& Files, FileCommandsView& View);
 /// Registers the entries of `Undo_Mnu`.
 void WireUndoCommands(WaveEditor_Frm& Window);
 /// Registers the commands on bookmarks.

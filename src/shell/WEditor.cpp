@@ -216,7 +216,7 @@ void WEditorClass::MakeMainWindow() {
     Progress.SetMainWindow(Window.get());
     FilesView = std::make_unique<FileCommandsWindow>(*Window);
     Files = std::make_unique<FileCommandsClass>(Dialogs, *FilesView);
-    WireFileCommands(*Window, *Files);
+    WireFileCommands(*Window, *Files, *FilesView);
     Pasting = std::make_unique<CopyPasteClass>(Dialogs, CopiedBox);
     WireCopyPasteCommands(*Window, *Pasting);
     WireUndoCommands(*Window);

@@ -5,6 +5,7 @@
 #include "shell/BokMrkChosFrm.h"
 #include "shell/BokMrkEdtFrm.h"
 #include "shell/BokMrkFrm.h"
+#include "shell/BokMrkSavFrm.h"
 #include "shell/ChkDskSpcFrm.h"
 #include "shell/ChnMixFrm.h"
 #include "shell/CommandWiring.h"
@@ -153,6 +154,7 @@ class WEditorClass {
     UndoClearWindow UndoClearQuestions;
     FileDialogWindows Dialogs;
     BokMrkAsker BookmarkLists{Dialogs};
+    BokMrkSavAsker BookmarkParts{Dialogs};
     RawLoadAsker RawQuestions;
     EncChoseAppAsker EncoderQuestions{Dialogs};
     Mp3ParamAsker Mp3Questions;

@@ -7,6 +7,7 @@
 #include "shell/BokMrkChosFrm.h"
 #include "shell/BokMrkEdtFrm.h"
 #include "shell/BokMrkFrm.h"
+#include "shell/BokMrkSavFrm.h"
 #include "shell/CheckDx7Frm.h"
 #include "shell/ChkDskSpcFrm.h"
 #include "shell/ChnMixFrm.h"
@@ -160,6 +161,12 @@ TEST_F(DialogSizeTest, TheWindowsOfFileTypesFit) {
     Expect(Wma);
     EncRunFrm Run("/" + LongWord, [] { return false; });
     Expect(Run);
+    BokMrkSaving Saving;
+    Saving.Names.assign(500, LongWord);
+    Saving.Checked.assign(500, true);
+    Saving.Prefix = "/" + LongWord;
+    BokMrkSavFrm Save(Saving, Files);
+    Expect(Save);
 }
 
 TEST_F(DialogSizeTest, TheWindowsOfEditingFit) {

@@ -52,6 +52,7 @@ const std::vector<CommandRow>& CommandRows() {
         {"Save_Mnu_0", "file: 8040"},
         {"Save_Mnu_1", "[Choose wave file name to save]; [Choose wave file name to save]"},
         {"Save_Selected_Mnu", "[Select file name to to save selected]"},
+        {"Save_Bookmark_Mnu", "[Save bookmarked parts]; \"2 part files are saved\""},
         {"ExportWma_Mnu", "\"Only these formats are supported for exporting to Wma, using\""},
         {"Close_Mnu", "exit: 1"},
         {"Undo_Mnu_1",

@@ -75,7 +75,7 @@ TEST(HelpTopicsTest, AButtonHasTheTopicOfItsCommand) {
 }
 
 TEST(HelpTopicsTest, AnEntryWithoutARowHasTheTopicOfItsMenu) {
-    EXPECT_EQ(HelpPageOf(HelpContextOf("Save_Bookmark_Mnu")), "files.html");
+    EXPECT_EQ(HelpPageOf(HelpContextOf("Save_Bookmark_Mnu")), "files.html#save-bookmarked");
     EXPECT_EQ(HelpPageOf(HelpContextOf("File_OtherItem_Mnu_1")), "files.html");
 }
 
