@@ -2,9 +2,9 @@
 // the command with its undo.
 #include "effects/DeleteSilence.h"
 
-#include "effects/DeleteSilenceCommand.h"
 #include "effects/EffectFixture.h"
 #include "effects/LiteralWaves.h"
+#include "effects/ScriptedSilence.h"
 #include "storage/CarrierWriter.h"
 #include "support/LargeFile.h"
 
@@ -14,21 +14,6 @@
 
 namespace quoril::test {
 namespace {
-
-class ScriptedSilence final : public DelSilenDialog {
-  public:
-    ScriptedSilence() { SetDelSilenDialog(this); }
-    ~ScriptedSilence() override { SetDelSilenDialog(nullptr); }
-    ScriptedSilence(const ScriptedSilence&) = delete;
-    ScriptedSilence& operator=(const ScriptedSilence&) = delete;
-    DelSilenAnswer ShowDelSilen(const DelSilenChoice& First) override {
-        Shown.push_back(First);
-        return Answer;
-    }
-
-    DelSilenAnswer Answer;
-    std::vector<DelSilenChoice> Shown;
-};
 
 SilenceRule FastRule(const LiteralSilenceRule& Rule) {
     return {Rule.Rate,   Rule.SilenVol, Rule.SilenDur, static_cast<std::int16_t>(Rule.SilenDelStyl),
@@ -203,8 +188,13 @@ TEST_F(DeleteSilenceTest, LongStretchesMoveWithoutACopy) {
     OpenAsDocument(Session.Path("long.wav"));
     Select(1, Frames);
     const std::int32_t Before = MemoryUsed;
+    DelSilenSettingsWrite(Fixed(0, 0.1, 0)); // so that there is no need to write it once more
+    const std::int64_t Read = BytesReadSoFar();
+    const std::int64_t Written = BytesWrittenSoFar();
     Answer(Fixed(0, 0.1, 0)); // nothing is quiet
     DeleteSilence();
+    EXPECT_LE(BytesReadSoFar() - Read, Frames * std::int64_t{4} * 102 / 100);
+    EXPECT_LT(BytesWrittenSoFar() - Written, 65536);
     EXPECT_EQ(WaveStore->UndoMenu().Caption, "Undo [Delete Silence]");
     EXPECT_EQ(WaveStore->WavWaveINos, Frames);
     EXPECT_EQ(MemoryUsed, Before);

@@ -210,9 +210,10 @@ class ModelOfDocument : public EffectTest {
         }
         std::vector<std::string> Told = Messages.TakeTexts();
         std::erase_if(Told, [](const std::string& One) {
-            constexpr std::array<const char*, 6> Questions = {
-                "Enter ",        "Changing Bit format|", "Convert to Stereo|",
-                "Changing Samp", "Sampling rate|",       "Change Sampling rate - failed|"};
+            constexpr std::array<const char*, 7> Questions = {
+                "Enter ",          "Changing Bit format|", "Convert to Stereo|",
+                "Changing Samp",   "Sampling rate|",       "Change Sampling rate - failed|",
+                "Noise Generated|"};
             return std::ranges::any_of(Questions,
                                        [&](const char* Each) { return One.starts_with(Each); });
         });

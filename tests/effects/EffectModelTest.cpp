@@ -9,11 +9,14 @@
 #include "effects/FormatModel.h"
 #include "effects/LiteralEcho.h"
 #include "effects/LiteralStretch.h"
+#include "effects/LiteralWaves.h"
 #include "effects/NoiseCommands.h"
 #include "effects/NoiseFrames.h"
 #include "effects/NoiseProfile.h"
 #include "effects/ScriptedEcho.h"
 #include "effects/ScriptedEqliz.h"
+#include "effects/ScriptedFrequency.h"
+#include "effects/ScriptedSilence.h"
 #include "effects/ScriptedStretch.h"
 #include "effects/TransformCommands.h"
 #include "effects/VolumeCommands.h"
@@ -299,6 +302,83 @@ class EffectModel : public FormatModel {
             Pad();
         });
     }
+    /// Puts what `Made` gives for a channel's part of the selection in its place.
+    template <typename Routine>
+    void Replaced(const Routine& Made) {
+        EachInWork([&](std::span<std::int16_t> Part) {
+            const Samples New = Made(Samples(Part.begin(), Part.end()));
+            std::copy(New.begin(), New.end(), Part.begin());
+        });
+    }
+    void Tone(bool Modulates) {
+        const std::int32_t StartHz = Number(2, 20000);
+        const std::int32_t EndHz = Number(2, 20000);
+        Frequency.Entries = {{std::to_string(StartHz), std::to_string(EndHz), true}};
+        Run(Modulates ? "Modulate" : "Sine", Modulates ? Modulate : DrawSine, [&] {
+            if (Modulates && WorkChn() == 2)
+                return; // the tone is as long as the left channel's part, which is empty
+            const std::int32_t High = Modulates ? 15000 : Now.Bits == 8 ? 89 : 22937;
+            Replaced([&](const Samples& Part) {
+                const Samples Sine = LiteralSine(static_cast<std::int32_t>(Part.size()), High,
+                                                 StartHz, EndHz, WaveStore->WavFmtFreq);
+                return Modulates ? LiteralModulate(Part, Sine, Now.Bits) : Sine;
+            });
+        });
+        Frequency.Entries.clear();
+    }
+    void RandomWalk() {
+        const double Seed = Number(1, 1000);
+        RandomSeed(Seed);
+        Run("Noise", DrawNoise, [&] {
+            Replaced([&](const Samples& Part) {
+                RandomSeed(Seed);
+                return LiteralNoise(static_cast<std::int32_t>(Part.size()), Now.Bits, RandomDraw);
+            });
+        });
+    }
+    void ShortenSilence() {
+        DelSilenChoice& Choice = Silence.Answer.Choice;
+        Choice.SilenVol = Number(0, 100);
+        Choice.SilenDur = Number(25, 300) / 10000.0 + 0.0225;
+        Choice.SilenDelStyl = static_cast<std::int16_t>(Number(1, 2));
+        Choice.BalDur = Number(0, 300) / 10000.0;
+        Choice.BalPer = Number(0, 100);
+        Choice.BalMax = Number(25, 100) / 1000.0;
+        Run("Delete Silence", DeleteSilence, [&] {
+            const LiteralSilenceRule Rule = {
+                WaveStore->WavFmtFreq, Choice.SilenVol / 100, Choice.SilenDur, Choice.SilenDelStyl,
+                Choice.BalDur,         Choice.BalPer / 100,   Choice.BalMin,   Choice.BalMax};
+            std::array<Samples, 2> Parts;
+            for (std::size_t c = 0; c < 2; ++c)
+                if (InWork(c)) {
+                    Samples& Mine = Now.Channels[c];
+                    Parts[c].assign(Mine.begin() + SelStart - 1, Mine.begin() + SelEnd);
+                    Mine.erase(Mine.begin() + SelStart - 1, Mine.begin() + SelEnd);
+                    Parts[c] =
+                        Stereo() && SelBoth ? Parts[c] : LiteralDeleteSilence(Parts[c], Rule);
+                }
+            if (Stereo() && SelBoth) {
+                const std::array<Samples, 2> Whole = Parts;
+                LiteralDeleteSilence(Whole[0], Whole[1], Rule, Parts[0], Parts[1]);
+            }
+            for (std::size_t c = 0; c < 2; ++c)
+                Now.Channels[c].insert(Now.Channels[c].begin() + (InWork(c) ? SelStart - 1 : 0),
+                                       Parts[c].begin(), Parts[c].end());
+            Pad();
+        });
+    }
+    void MakeOrClean() {
+        switch (Number(0, 3)) {
+        case 0:
+            return Tone(false);
+        case 1:
+            return Tone(true);
+        case 2:
+            return RandomWalk();
+        default:
+            return ShortenSilence();
+        }
+    }
     void Insert() {
         if (Total() > 6000)
             return Delete();
@@ -362,7 +442,7 @@ class EffectModel : public FormatModel {
             std::int32_t Weight;
             void (EffectModel::*Run)();
         };
-        static constexpr std::array<Choice, 18> Choices = {{{12, &EffectModel::Volume},
+        static constexpr std::array<Choice, 19> Choices = {{{12, &EffectModel::Volume},
                                                             {10, &EffectModel::ChangeTheFormat},
                                                             {6, &EffectModel::Turn},
                                                             {6, &EffectModel::Flip},
@@ -374,6 +454,7 @@ class EffectModel : public FormatModel {
                                                             {5, &EffectModel::FilterNoise},
                                                             {6, &EffectModel::Lengthen},
                                                             {4, &EffectModel::Repeat},
+                                                            {20, &EffectModel::MakeOrClean},
                                                             {6, &EffectModel::Insert},
                                                             {5, &EffectModel::Delete},
                                                             {5, &EffectModel::Paste},
@@ -401,6 +482,8 @@ class EffectModel : public FormatModel {
     ScriptedEqliz Eqliz;
     ScriptedStretch Strch;
     ScriptedEcho Repeats;
+    ScriptedFrequency Frequency;
+    ScriptedSilence Silence{{true, {}}};
 };
 
 class EffectModelOf : public EffectModel, public ::testing::WithParamInterface<int> {};
