@@ -10,10 +10,12 @@
 #include "base/ViewState.h"
 #include "effects/BandSet.h"
 #include "effects/ChannelMix.h"
+#include "effects/DeleteSilenceCommand.h"
 #include "effects/EchoCommands.h"
 #include "effects/EchoWave.h"
 #include "effects/EqualizerCommands.h"
 #include "effects/FormatCommands.h"
+#include "effects/GeneratorCommands.h"
 #include "effects/NoiseCommands.h"
 #include "effects/StretchCommands.h"
 #include "effects/TransformCommands.h"
@@ -66,6 +68,33 @@ class ChosenBands final : public EqlizDialog {
 void EqualizeEightBands() {
     const ChosenBands Answer;
     Equalize(0);
+}
+
+/// The answer to the questions for frequencies and for silence: what the dialogs come up with, but
+/// half a second of each silence is kept.
+class ChosenMaking final : public EntFrqDialog, public DelSilenDialog {
+  public:
+    ChosenMaking() {
+        SetEntFrqDialog(this);
+        SetDelSilenDialog(this);
+    }
+    ~ChosenMaking() override {
+        SetEntFrqDialog(nullptr);
+        SetDelSilenDialog(nullptr);
+    }
+    ChosenMaking(const ChosenMaking&) = delete;
+    ChosenMaking& operator=(const ChosenMaking&) = delete;
+    EntFrqAnswer ShowEntFrq(const EntFrqEntry& Shown) override { return {true, Shown}; }
+    DelSilenAnswer ShowDelSilen(const DelSilenChoice&) override {
+        DelSilenChoice Choice;
+        Choice.BalDur = 0.5;
+        return {true, Choice};
+    }
+};
+
+void WithAnswers(void (*Command)()) {
+    const ChosenMaking Answers;
+    Command();
 }
 
 /// The noise is learnt from the first five seconds, as a user would.
@@ -173,6 +202,10 @@ constexpr std::array Commands = {
     NamedCommand{"equalize-echo", [] { EqualizeAsTheEcho(); }},
     NamedCommand{"stretch-150", [] { StretchTo(0, "150"); }},
     NamedCommand{"speed-150", [] { StretchTo(1, "150"); }},
+    NamedCommand{"sine", [] { WithAnswers(DrawSine); }},
+    NamedCommand{"noise", [] { DrawNoise(); }},
+    NamedCommand{"modulate", [] { WithAnswers(Modulate); }},
+    NamedCommand{"delete-silence", [] { WithAnswers(DeleteSilence); }},
     NamedCommand{"nothing", [] {}},
 };
 

@@ -1,11 +1,12 @@
 // Dragging over a 2 GB stereo file: the overview bar in a window as large as a usual screen, where
 // thirty pictures a second are 33 ms each; and a selection in a window as wide as a large screen,
-// where the rubber band is held against a copy of the pictures behind it.
+// where the rubber band is held against a copy of the pictures behind it; and strokes drawn there.
 #include "BenchSupport.h"
 #include "base/ViewState.h"
 #include "storage/FileMemoClass.h"
 #include "view/PicturePanel.h"
 #include "view/WaveEditor_Frm.h"
+#include "view/WaveMouse.h"
 #include "view/WavePanel.h"
 #include "view/WavePanelMouse.h"
 #include "view/WaveSource.h"
@@ -15,6 +16,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -31,8 +33,9 @@ namespace {
 constexpr std::int32_t Frames = 500000000;
 constexpr int Moves = 60;
 
-void Send(QWidget* Bar, QEvent::Type Type, int X, Qt::MouseButton Button, Qt::MouseButtons Held) {
-    const QPointF Place(X, Bar->height() / 2.0);
+void Send(QWidget* Bar, QEvent::Type Type, int X, Qt::MouseButton Button, Qt::MouseButtons Held,
+          double Above = 0) {
+    const QPointF Place(X, Bar->height() / 2.0 - Above);
     QMouseEvent Event(Type, Place, Bar->mapToGlobal(Place), Button, Held, Qt::NoModifier);
     QApplication::sendEvent(Bar, &Event);
 }
@@ -147,6 +150,46 @@ void SelectByDrag(WaveEditor_Frm& Window, int Step, const std::string& Name) {
     Window.SetSource(&Plain);
 }
 
+/// Draws strokes over nearly the whole panel at 4000 samples in view.
+void Draw(WaveEditor_Frm& Window, int Step, const std::string& Name) {
+    constexpr int Strokes = 8;
+    constexpr double Height = 300;
+    WavePanel* const Panel = Window.Wave_Pic[1];
+    const int Width = Panel->width() - 40;
+    const int Events = Width / Step;
+    DragTimes Moving;
+    DragTimes LettingGo;
+    for (int Stroke = 0; Stroke < Strokes; ++Stroke) {
+        ViewAll = false;
+        ViewFrom = 100000001;
+        ViewTotal = 4000;
+        MouseMode = MouseModeDraw;
+        Window.Refresh_Wave_View();
+        Send(Panel, QEvent::MouseButtonPress, 20, Qt::LeftButton, Qt::LeftButton);
+        Window.PanelMouse->Mouse.MoveWait = false;
+        QApplication::processEvents();
+        for (int Event = 1; Event <= Events; ++Event)
+            Moving.Add(Strokes * Events, [&] {
+                Send(Panel, QEvent::MouseMove, 20 + Event * Step, Qt::NoButton, Qt::LeftButton,
+                     Height * std::sin(0.3 * Event + Stroke));
+                QApplication::processEvents();
+            });
+        const std::int32_t Steps = WaveStore->UndoCount();
+        LettingGo.Add(Strokes, [&] {
+            Send(Panel, QEvent::MouseButtonRelease, 20 + Width, Qt::LeftButton, Qt::NoButton);
+            QApplication::processEvents();
+        });
+        if (WaveStore->UndoCount() == Steps)
+            std::exit(1);
+    }
+    MouseMode = MouseModeSelect;
+    Report((Name + ", a move, processor").c_str(), 1000 * Moving.Mean, "ms", 2);
+    Report((Name + ", a move, slowest by the clock").c_str(), 1000 * Moving.Slowest, "ms", 0);
+    Report((Name + ", letting go, processor").c_str(), 1000 * LettingGo.Mean, "ms", 16);
+    Report((Name + ", letting go, slowest by the clock").c_str(), 1000 * LettingGo.Slowest, "ms",
+           0);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -175,6 +218,8 @@ int main(int argc, char** argv) {
         ViewAll = true;
         SelectByDrag(Window, 16, "select by drag over 3840 x 2160 stereo, slowly");
         SelectByDrag(Window, 400, "select by drag over 3840 x 2160 stereo, in leaps");
+        Draw(Window, 16, "draw over 3840 x 2160 stereo, 4000 samples in view");
+        Draw(Window, 1200, "the same in leaps over a third of the panel");
     }
     WaveStore.reset();
     return 0;
