@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <limits>
 
 namespace quoril::test {
 namespace {
@@ -572,6 +573,15 @@ TEST_F(PlayPositionTest, TheTimerStopsWithTheSoundAndClearsTheCursors) {
     EXPECT_FALSE(Window.Timer);
     EXPECT_THAT(Window.Shapes, ElementsAre(-2, -2));
     EXPECT_EQ(Window.PosLbl, "");
+}
+
+TEST_F(PlayPositionTest, APositionThatIsNoneIsToldOnceAndNotAtEachTick) {
+    Player.Position = std::numeric_limits<std::int32_t>::max();
+    EXPECT_THROW(PlayPosTimerFired(), Failure);
+    EXPECT_FALSE(Window.Timer);
+    EXPECT_THAT(Window.Shapes, ElementsAre(-2, -2));
+    EXPECT_EQ(Window.PosLbl, "");
+    EXPECT_NE(DsPlayer->Dll, nullptr) << "the player is there";
 }
 
 TEST_F(PlayPositionTest, APlayerThatDoesNotAnswerIsAskedNoMore) {
