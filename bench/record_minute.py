@@ -43,6 +43,11 @@ def write_beside():
     return time.monotonic() - begin
 
 
+def processor_seconds(process):
+    fields = Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
 def record_one(engine, channels, bits, seconds):
     """In a process of its own: fails as a test does."""
     import unittest
@@ -50,11 +55,16 @@ def record_one(engine, channels, bits, seconds):
 
     class Minute(TakeTest):
         def use(self, window):
-            """Moves the window, goes through its controls, and turns some on and off."""
-            for step in range(seconds // 2):
+            """Moves the window, goes through its controls, and turns some on and off. Then lets it
+            record, and tells what of a processor that takes."""
+            for step in range(seconds // 3):
                 self.desktop.run("xdotool", "windowmove", window.id,
                                  str(50 + 7 * (step % 50)), str(30 + 3 * (step % 50)))
                 self.keys(window, "Tab", "Tab", "Tab", "alt+n", "alt+u", "alt+u", "alt+n")
+            used, begin = processor_seconds(window.pid), time.monotonic()
+            time.sleep(seconds / 6)
+            share = (processor_seconds(window.pid) - used) / (time.monotonic() - begin)
+            print(f"{100 * share:.2f} % of a processor", flush=True)
 
         def runTest(self):
             self.recorded_whole(TakeFormat(engine, channels, bits), seconds, self.use)
@@ -88,7 +98,7 @@ def main():
         failed += not whole
         print(f"{'sound server' if engine == SERVER else 'plain sound':12} "
               f"{'mono' if channels == 1 else 'stereo':6} {bits:2} bits: "
-              f"{'whole' if whole else 'NOT WHOLE'}", flush=True)
+              f"{'whole' if whole else 'NOT WHOLE'}, {words.splitlines()[0]}", flush=True)
         if not whole:
             print(words)
     writer.join()

@@ -69,6 +69,10 @@ TEST_F(RecordSettingsTest, NumbersOutsideTheirLimitsAreBroughtInside) {
         EXPECT_EQ(Read("PauseTime", Each.Value, &RecordChoices::PauseTime), Each.StopTime)
             << Each.Value;
     }
+    for (const char* Value : {"2", "-1", "yes", ""}) {
+        IniPut("Record", "StopIfSilentfor", Value);
+        EXPECT_FALSE(RecordSettingsRead().Choices.StopIfSilen) << Value;
+    }
     EXPECT_EQ(Read("Silenthreshold", "0.009", &RecordChoices::Silenthreshold), 0.01F);
     EXPECT_EQ(Read("Silenthreshold", "-1", &RecordChoices::Silenthreshold), 0.01F);
     EXPECT_EQ(Read("Silenthreshold", "1.5", &RecordChoices::Silenthreshold), 1.0F);
