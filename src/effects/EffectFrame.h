@@ -15,8 +15,10 @@
 //         RunEffect(Effect);
 //     }
 //
-// A command that does not change samples in their places overrides Compute with one of the passes
-// below, one that does not put as many samples back where they came from, GiveBack.
+// A command has a ChannelKernel or, where it does not change samples in their places, a Compute
+// with one of the passes below. One that does not put as many samples back where they came from
+// overrides GiveBack: WaveDataReplace would write a longer result over what stands behind the
+// range, where WaveDataExchange moves it.
 #pragma once
 
 #include "base/ProgressReport.h"
