@@ -78,6 +78,9 @@ TEST_F(BandPreviewTest, PlaysBothChannels) {
     EXPECT_TRUE(SamplesOf(*PlayBuffL) == Band(1, 1, 9000, 2, 4));
     EXPECT_TRUE(SamplesOf(*PlayBuffR) == Band(2, 1, 9000, 2, 4));
     EXPECT_EQ(PlayWorkChn, 0);
+    Preview.Audition(2, 4); // and once more
+    EXPECT_TRUE(SamplesOf(*PlayBuffL) == Band(1, 1, 9000, 2, 4));
+    EXPECT_TRUE(SamplesOf(*PlayBuffR) == Band(2, 1, 9000, 2, 4));
 }
 
 TEST_F(BandPreviewTest, TheRightChannelAloneIsPlayedAsOne) {
