@@ -157,6 +157,40 @@ class Format(MenuSteps):
                 self.step(sound, sound.at_rate(500), far_below)
                 self.end()
 
+    def paste(self, *questions):
+        """Puts the clip over the whole sound, and answers what is asked behind the place."""
+        self.keys("ctrl+a", "ctrl+v")
+        self.answer("Confirm Selection [Paste Replace]")
+        for title, *keys in questions:
+            self.answer(title, *keys)
+
+    def test_a_clip_goes_to_a_window_whose_format_has_changed(self):
+        loud = self.open(16)
+        self.bits("8")
+        self.saved(loud.narrow())
+        self.bits("1")
+        sound = loud.narrow().wide() # a clip of it can go to 8 bits as it is
+        self.saved(sound)
+        self.keys("ctrl+a", "ctrl+c")
+        self.answer("Wave samples placed in private ClipBoard")
+        self.bits("8") # what was copied stays as it was
+        self.saved(sound.narrow())
+        first = self.editor, self.window
+        other = self.open(8)
+        self.step(other, sound.narrow(), self.paste)
+        self.bits("1")
+        self.saved(other.wide())
+        self.step(other.wide(), sound, self.paste)
+        self.rate("2")
+        slow = other.wide().at_rate(22050)
+        self.saved(slow)
+        # The clip is longer than the sound now, and keeps its samples at the other rate.
+        self.step(slow, Sound(16, 22050, *sound.channels),
+                  lambda: self.paste(("Quoril Wave Editor", "Left")))
+        self.desktop.close(first[1])
+        self.assertEqual(first[0].wait(10), 1)
+        self.end()
+
     def test_what_plays_goes_on_while_the_format_changes(self):
         self.file = tone_file(self.folder / "tone.wav", 60)
         self.editor, self.window = self.start_editor(self.file)

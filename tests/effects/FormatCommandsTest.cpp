@@ -115,6 +115,7 @@ TEST_F(FormatCommandsTest, BitsThatTheDocumentHasAlreadyOnlyBringTheMenuInLine) 
     // Channels need agree with neither.
     CurrentFormat = {2, 8000, 8};
     EXPECT_TRUE(NoChange(FormatChannelMono).empty());
+    EXPECT_TRUE(NoChange(FormatChannelStereo).empty());
     BeginNoise({2, 8000, 8}, 10);
     CurrentFormat.Channel = 1;
     EXPECT_TRUE(NoChange(FormatChannelStereo).empty());
