@@ -4,12 +4,15 @@
 #include "base/Failure.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace quoril {
 
 namespace {
 
+// Below, the output would be faster than the sound.
+constexpr std::int32_t LowestFreq = 100;
 constexpr std::int32_t HighestFreq = 200000;
 
 } // namespace
@@ -19,8 +22,10 @@ PlaySource::PlaySource(std::int32_t Bits, std::int32_t Channels, std::int32_t Fr
                        std::span<const std::int32_t> RightList,
                        std::span<const EnteredFile> Entered)
     : Depth(Bits), ChannelCount(Channels), Rate(Freq), Frames(Length) {
-    if ((Bits != 8 && Bits != 16) || (Channels != 1 && Channels != 2) || Freq < 1 ||
-        Freq > HighestFreq || Length < 0)
+    if (Freq < LowestFreq || Freq > HighestFreq)
+        throw Failure("The player can not play sound with a sampling rate of " +
+                      std::to_string(Freq) + " Hz");
+    if ((Bits != 8 && Bits != 16) || (Channels != 1 && Channels != 2) || Length < 0)
         throw Failure("The player can not play sound of this format");
     for (const EnteredFile& Each : Entered)
         Files.Expect(Each.Name, Each.Identity);

@@ -258,6 +258,21 @@ TEST_F(PlaySourceTest, WordsThatMakeNoListAreRefused) {
     EXPECT_THROW(PlaySource(16, 1, 8000, -1, Good.Words, NoList), Failure);
 }
 
+TEST_F(PlaySourceTest, ARateThatCanNotBePlayedIsTold) {
+    const BlockWords List = BlockWords().Silence(5, 1);
+    for (const std::int32_t Freq : {-44100, 0, 99, 200001, 300000})
+        try {
+            const PlaySource Source(16, 1, Freq, 5, List.Words, NoList);
+            ADD_FAILURE() << Freq;
+        } catch (const Failure& Why) {
+            EXPECT_EQ(std::string(Why.what()),
+                      "The player can not play sound with a sampling rate of " +
+                          std::to_string(Freq) + " Hz");
+        }
+    for (const std::int32_t Freq : {100, 500, 200000})
+        EXPECT_EQ(PlaySource(16, 1, Freq, 5, List.Words, NoList).Freq(), Freq);
+}
+
 TEST_F(PlaySourceTest, AnyNumbersInTheWordsEndInFramesOrInARefusal) {
     const std::string Name = WriteSamples(Folder, "w", Noise(10));
     const BlockWords Good = BlockWords().Add(Name, 10, 4, 1, 1, 2, 8).Silence(5, 11);
