@@ -64,16 +64,22 @@ QRect WavePanel::PlacePoint(double X, double Y, const QColor& Color) {
     const QPoint Place(PixelOf(X), PixelOf(Y));
     if (WaveBak_Pic.size() != Shown.size() || !Shown.rect().contains(Place))
         return {};
-    QRect Changed(Place, QSize(1, 1));
-    // Of the whole column no other pixel differs from the finished picture.
-    int& Row = PointRow[std::size_t(Place.x())];
-    if (Row >= 0) {
-        const QPoint Before(Place.x(), Row);
-        Shown.setPixel(Before, WaveBak_Pic.pixel(Before));
-        Changed |= QRect(Before, QSize(1, 1));
+    const int Thick = std::max(1, int(PixelRatio()));
+    const QRect Dot = QRect(Place, QSize(Thick, Thick)).intersected(Shown.rect());
+    QRect Changed = Dot;
+    for (int Column = Dot.left(); Column <= Dot.right(); ++Column) {
+        // Of the whole column no other pixels differ from the finished picture.
+        int& Row = PointRow[std::size_t(Column)];
+        if (Row >= 0) {
+            const QRect Before = QRect(Column, Row, 1, Thick).intersected(Shown.rect());
+            for (int y = Before.top(); y <= Before.bottom(); ++y)
+                Shown.setPixel(Column, y, WaveBak_Pic.pixel(Column, y));
+            Changed |= Before;
+        }
+        Row = Dot.top();
+        for (int y = Dot.top(); y <= Dot.bottom(); ++y)
+            Shown.setPixel(Column, y, Color.rgb());
     }
-    Row = Place.y();
-    Shown.setPixel(Place, Color.rgb());
     return Changed;
 }
 

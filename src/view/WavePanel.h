@@ -20,8 +20,9 @@ class WavePanel final : public PicturePanel {
     /// columns that change are drawn; whatever else was drawn since the last refresh stays.
     void ShowInverted(int First, int Past);
 
-    /// Sets a pixel over the finished picture; the column gives up the one that was set in it
-    /// before. Gives the pixels that have changed; none beside the panel.
+    /// Sets a dot over the finished picture, as wide and as high as the whole part of the screen's
+    /// scale; its columns give up what was set in them before. Gives the pixels that have changed;
+    /// none beside the panel.
     QRect PlacePoint(double X, double Y, const QColor& Color);
     /// Shows changed pixels of the picture on the screen.
     void UpdatePixels(const QRect& Pixels);
@@ -37,7 +38,7 @@ class WavePanel final : public PicturePanel {
     int ChannelIndex;
     int InvertedFirst = 0; // the columns that are inverted now
     int InvertedPast = 0;
-    std::vector<int> PointRow; // of each column the row of its point; -1 without one
+    std::vector<int> PointRow; // of each column the first row of its dot; -1 without one
 };
 
 } // namespace quoril

@@ -116,9 +116,14 @@ class DrawToolTest : public WindowTest {
             const int Y = PixelOf(Scale.ZeroLineY - static_cast<double>(Val) * Scale.PixelsPerUnit);
             if (!Made.rect().contains(X, Y))
                 continue;
-            for (int Row = 0; Row < Made.height(); ++Row)
-                Made.setPixel(X, Row, Back.pixel(X, Row));
-            Made.setPixel(X, Y, QColor(Qt::white).rgb());
+            // One pixel, as the user sees it.
+            const int Thick = std::max(1, int(Panel(Channel)->PixelRatio()));
+            for (int Column = X; Column < std::min(X + Thick, Made.width()); ++Column) {
+                for (int Row = 0; Row < Made.height(); ++Row)
+                    Made.setPixel(Column, Row, Back.pixel(Column, Row));
+                for (int Row = Y; Row < std::min(Y + Thick, Made.height()); ++Row)
+                    Made.setPixel(Column, Row, QColor(Qt::white).rgb());
+            }
         }
         return Made;
     }
