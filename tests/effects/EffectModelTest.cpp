@@ -241,8 +241,8 @@ class EffectModel : public FormatModel {
         // A document that has become long is shrunk.
         const bool Long = Total() > 6000;
         const double Start =
-            Index == 0 ? Number(10, Long ? 90 : 400) : Number(Long ? 110 : 25, 1000);
-        const double End = Number(0, 1) == 0 ? Start : Start + 1;
+            Index == 0 ? Number(10, Long ? 90 : 400) : Number(Long ? 110 : 25, 999);
+        const double End = Number(0, 1) == 0 && Start != 100 ? Start : Start + 1;
         const bool Moves = Number(0, 1) == 0;
         Strch.Accept({std::to_string(Start), std::to_string(End), true, Moves});
         Run(
