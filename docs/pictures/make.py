@@ -84,6 +84,10 @@ class Camera:
         self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
         return window
 
+    def main_window_in_front(self, editor):
+        window = self.desktop.wait_for_window(editor, is_main_window)
+        self.desktop.run("xdotool", "windowactivate", "--sync", window.id)
+
     def name_file(self, editor, title, file):
         self.next_dialog(editor, title)
         self.keys("ctrl+a")
@@ -99,6 +103,7 @@ class Camera:
         self.keys("Return")
         self.take(self.next_dialog(editor, "Select Mp3 Compressing Parameters"), "mp3-parameters")
         self.keys("Escape")
+        self.main_window_in_front(editor)
         self.keys("alt+f")
         self.keys("e")
         self.name_file(editor, "Choose a Windows media file name to export to",
@@ -107,13 +112,14 @@ class Camera:
         self.keys("Return")
         self.take(self.next_dialog(editor, "Select Wma Compressing Parameters"), "wma-parameters")
         self.keys("Escape")
+        self.main_window_in_front(editor)
 
     def bookmarked_parts(self, editor):
         for _ in range(2):
             self.keys("ctrl+a", "b")
             self.next_dialog(editor, "Add New Bookmark")
             self.keys("Return")
-            self.desktop.wait_for_window(editor, is_main_window)
+            self.main_window_in_front(editor)
         self.keys("alt+f")
         self.keys("b")
         self.dialog(editor, "save-bookmarked")
