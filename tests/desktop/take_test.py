@@ -43,6 +43,20 @@ def known_sound(form, seconds):
     return (int.from_bytes(noise, "little") | odd).to_bytes(count, "little")
 
 
+def first_difference(heard, known, form):
+    """Where what was heard goes wrong, and where it goes on: what a player lets out for want of time
+    comes later, what a recorder loses comes too early."""
+    place = next((at for at, (one, other) in enumerate(zip(heard, known)) if one != other),
+                 min(len(heard), len(known)))
+    place -= place % form.frame
+    after = heard.find(known[place:place + 64 * form.frame], place)
+    early = known.find(heard[place:place + 64 * form.frame], place)
+    return (f"frame {place // form.frame} of {len(known) // form.frame} differs; what belongs there "
+            f"comes {(after - place) // form.frame if after >= 0 else 'nowhere'} frames later; what "
+            f"stands there belongs {(early - place) // form.frame if early >= 0 else 'nowhere'} "
+            "frames further on")
+
+
 class TakeTest(DesktopTest):
     def document(self, form):
         """A short silent file that a take goes into."""
@@ -143,5 +157,6 @@ class TakeTest(DesktopTest):
             heard = file.readframes(file.getnframes())
         first = len(heard) - len(heard.lstrip(form.silence))
         first -= first % form.frame  # a sample may begin with a silent byte
-        self.assertTrue(heard[first:first + len(known)] == known, "the sound is not whole")
+        self.assertTrue(heard[first:first + len(known)] == known,
+                        first_difference(heard[first:], known, form))
         self.assertEqual(heard[first + len(known):].strip(form.silence), b"")

@@ -412,6 +412,15 @@ TEST_F(RecordMachineTest, AFullDiskStopsAndKeepsWhatWasTaken) {
     EXPECT_EQ(Machine.TakeTrouble(), "No space left on device") << "there is nothing to keep";
 }
 
+TEST_F(RecordMachineTest, AFirstBlockThatFindsNoRoomLeavesNothingToKeep) {
+    Begin();
+    Take.FailWith = "No space left on device";
+    Block(Loud);
+    EXPECT_EQ(State(), RecReady);
+    EXPECT_EQ(Machine.TakeTrouble(), "No space left on device");
+    EXPECT_FALSE(Machine.Show().DoneEnabled);
+}
+
 TEST_F(RecordMachineTest, ATakeThatCannotBeginIsTold) {
     Take.FailWith = "No space left on device";
     Begin();
