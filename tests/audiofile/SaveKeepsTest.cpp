@@ -243,5 +243,28 @@ TEST_F(SaveKeepsTest, ANameOfTheGreatestLengthIsSaved) {
     EXPECT_EQ(MusicFiles().size(), 2U);
 }
 
+TEST_F(SaveKeepsTest, NoLetterIsCutInTheNameOfTheNeighbour) {
+    std::string Name = "n";
+    std::string Wanted = ".n";
+    for (int Letter = 1; Letter <= 60; ++Letter) {
+        Name += "\xC3\xBC";
+        Wanted += Letter <= 29 ? "\xC3\xBC" : "";
+    }
+    OpenAndEdit(Name + ".wav", ManyFrames);
+    const AtHalf Look(
+        [&] { EXPECT_THAT(MusicFiles(), ElementsAre(Wanted + ".quoril-save-1", Name + ".wav")); });
+    EXPECT_TRUE(Commands.Save(false));
+}
+
+TEST_F(SaveKeepsTest, WhatAnotherUserLeftIsNotOursToClearAway) {
+    if (::geteuid() != 0)
+        return; // only the superuser makes files of others
+    OpenAndEdit("a.wav");
+    const std::string Left = Session.WriteFile("music/.a.wav.quoril-save-1", {7});
+    ASSERT_EQ(::chown(Left.c_str(), 1234, 5678), 0);
+    EXPECT_TRUE(Commands.Save(false));
+    EXPECT_THAT(MusicFiles(), ElementsAre(".a.wav.quoril-save-1", "a.wav"));
+}
+
 } // namespace
 } // namespace quoril::test

@@ -306,6 +306,16 @@ TEST_F(PlayChangedFileTest, TheFileIsHandedOverAsItWasWhenItWasEntered) {
     EXPECT_EQ(Player.Files[0].Identity, Entered);
 }
 
+TEST_F(PlayChangedFileTest, AFileThatOnlyTheRightChannelLiesInIsHandedOverToo) {
+    BlockCarrBuffClass Silence;
+    Silence.ReDimSize(5000);
+    WaveStore->WaveDataDelete(1, 1, 5000, "", false);
+    WaveStore->WaveDataInsert(1, 1, &Silence, nullptr, "", true);
+    PlayCommand(PlayNew, 0);
+    ASSERT_EQ(Player.Files.size(), 1U);
+    EXPECT_EQ(Player.Files[0].Name, Name);
+}
+
 TEST_F(PlayChangedFileTest, OneThatWasRewrittenWithTheSameLengthIsRefusedByName) {
     Session.WriteFile("sound.raw", std::vector<std::uint8_t>(20000, 9));
     ExpectRefused("This file has been changed by another program");
