@@ -17,14 +17,18 @@ constexpr std::size_t Lanes = 4;
 
 constexpr std::int32_t Hundredths = 100; ///< of a sample, to which a place is rounded
 
+/// A power is rounded once; a product of three numbers would be rounded twice.
+constexpr double Cube(double x) {
+    return static_cast<double>(static_cast<long double>(x) * x * x);
+}
+
 /// The weights of a cubic Bezier curve at each hundredth of its way.
 constexpr auto Weights = [] {
     std::array<std::array<double, Lanes>, Hundredths + 1> Made{};
     for (std::int32_t j = 0; j <= Hundredths; ++j) {
         const double t = (Hundredths - j) / 100.0;
         const double u = 1 - t;
-        Made[static_cast<std::size_t>(j)] = {t * t * t, 3 * (t * t) * u, 3 * t * (u * u),
-                                             u * u * u};
+        Made[static_cast<std::size_t>(j)] = {Cube(t), 3 * (t * t) * u, 3 * t * (u * u), Cube(u)};
     }
     return Made;
 }();

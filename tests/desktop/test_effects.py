@@ -117,7 +117,7 @@ class Sound:
                 while True:
                     t = (100 - round((place - k) * 100)) / 100
                     u = 1 - t
-                    weights = (t * t * t, 3 * (t * t) * u, 3 * t * (u * u), u * u * u)
+                    weights = (t**3, 3 * t**2 * u, 3 * t * u**2, u**3)
                     result.append(self.limited(round(sum(map(float.__mul__, map(float, points),
                                                              weights)))))
                     place += step

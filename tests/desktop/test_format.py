@@ -73,7 +73,7 @@ class Sound:
             while True:
                 t = (100 - max(0, min(100, round((position - first) * 100)))) / 100
                 u = 1 - t
-                weights = (t * t * t, 3 * (t * t) * u, 3 * t * (u * u), u * u * u)
+                weights = (t**3, 3 * t**2 * u, 3 * t * u**2, u**3)
                 value = points[0] * weights[0] + points[1] * weights[1] + \
                     points[2] * weights[2] + points[3] * weights[3]
                 made.append(self.limited(round(value)))

@@ -24,10 +24,10 @@ PlainWave LiteralStretch(const PlainWave& Source, std::int32_t WavFmtBits, doubl
     double W3[101];
     for (int j = 0; j <= 100; ++j) {
         const double t = (100 - j) / 100.0;
-        W0[j] = t * t * t;
-        W1[j] = 3 * (t * t) * (1 - t);
-        W2[j] = 3 * t * ((1 - t) * (1 - t));
-        W3[j] = (1 - t) * (1 - t) * (1 - t);
+        W0[j] = std::pow(t, 3);
+        W1[j] = 3 * std::pow(t, 2) * (1 - t);
+        W2[j] = 3 * t * std::pow(1 - t, 2);
+        W3[j] = std::pow(1 - t, 3);
     }
 
     PlainWave Result;
