@@ -36,9 +36,11 @@ EncChoseAppDialog* Dialog = nullptr;
 std::string OnPath(const std::string& Program) {
     const char* Set = std::getenv("PATH");
     for (const std::string& Folder :
-         TextParts(Set == nullptr ? "/usr/local/bin:/usr/bin" : Set, ':'))
-        if (!Folder.empty() && FileExists(Folder + "/" + Program))
-            return Folder + "/" + Program;
+         TextParts(Set == nullptr ? "/usr/local/bin:/usr/bin" : Set, ':')) {
+        std::string File = fmt::format("{}/{}", Folder, Program);
+        if (!Folder.empty() && FileExists(File))
+            return File;
+    }
     return {};
 }
 
@@ -70,10 +72,10 @@ void ChooseEncoder(std::int32_t WhichEncoder, const std::string& Path) {
 }
 
 std::string EncoderToPropose(std::int32_t WhichEncoder) {
-    if (const std::string Chosen = ChosenEncoder(WhichEncoder); !Chosen.empty())
+    if (std::string Chosen = ChosenEncoder(WhichEncoder); !Chosen.empty())
         return Chosen;
     const EncoderFacts& Facts = EncoderFactsOf(WhichEncoder);
-    if (const std::string Beside = FolderOfProgram() + "/" + Facts.Program; FileExists(Beside))
+    if (std::string Beside = FolderOfProgram() + "/" + Facts.Program; FileExists(Beside))
         return Beside;
     const std::string Found = OnPath(Facts.Program);
     return Found.empty() ? std::string(DriveLetter) + Facts.OtherwiseIn : Found;

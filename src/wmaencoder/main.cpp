@@ -99,6 +99,7 @@ int main(int Count, char** Words) {
     }
     std::vector<std::string> Command = CommandFor(*What, *How);
     std::vector<char*> Arguments;
+    Arguments.reserve(Command.size() + 1);
     for (std::string& Word : Command)
         Arguments.push_back(Word.data());
     Arguments.push_back(nullptr);

@@ -145,9 +145,9 @@ TEST_F(RawReader, EveryFormAndOffsetHasItsSamples) {
                 SCOPED_TRACE(test::NameOf(Form) + " " + std::to_string(Offset));
                 const Samples All = test::Noise(Frames * Form.Channels, Form.Bits, 7);
                 Dialog.Answer(Form.Channels, Form.Bits, Offset);
-                ASSERT_TRUE(LoadBytes(
-                    test::Joined({Bytes(static_cast<std::size_t>(Offset), 0xEE),
-                                  test::AudioBytes(All, Form.Bits), Bytes(Form.Bits / 8 - 1)})));
+                ASSERT_TRUE(LoadBytes(test::Joined({Bytes(static_cast<std::size_t>(Offset), 0xEE),
+                                                    test::AudioBytes(All, Form.Bits),
+                                                    Bytes(Form.Bits == 8 ? 0 : 1)})));
                 EXPECT_EQ(Store.WavFmtChannel, Form.Channels);
                 EXPECT_EQ(Store.WavFmtBits, Form.Bits);
                 EXPECT_EQ(Store.WavFmtFreq, 44100);

@@ -15,6 +15,11 @@ RATE = 8000
 TURN = 6.28318530717958
 
 
+def typed(text):
+    """The keys of a number."""
+    return ["period" if letter == "." else letter for letter in text]
+
+
 def tone(samples, amplitude, start, end):
     step, last = TURN / (RATE / start), TURN / (RATE / end)
     ratio = (last / step) ** (1 / samples)
@@ -102,7 +107,7 @@ class Make(MenuSteps):
         # With what was entered the last time, and only one value.
         def sine_again():
             self.menu("alt+e", "r", "s")
-            self.frequencies("alt+u", "Tab")
+            self.frequencies("Tab", "Tab", "space")
         made = tone(5001, 22937, 300, 300)
         self.step(sound, Sound(made, made), sine_again)
         def modulate():
@@ -139,13 +144,13 @@ class Make(MenuSteps):
         self.open_sound("speech.wav", sound)
         def fixed():
             self.menu("alt+c", "d")
-            self.answer("Delete Silence / Low volume", "alt+d", "ctrl+a", *"0.05", "alt+b",
-                        "ctrl+a", *"0.037")
+            self.answer("Delete Silence / Low volume", "alt+d", "ctrl+a", *typed("0.05"),
+                        "alt+b", "ctrl+a", *typed("0.037"))
         self.step(sound, sound.without_silence(1, 0.05, lambda run: round(RATE * 0.037)), fixed)
         def part():
             self.menu("alt+c", "d")
-            self.answer("Delete Silence / Low volume", "alt+p", "alt+b", "ctrl+a", *"21", "alt+x",
-                        "ctrl+a", *"0.03")
+            self.answer("Delete Silence / Low volume", "Tab", "Tab", "Down", "alt+b", "ctrl+a",
+                        *"21", "alt+x", "ctrl+a", *typed("0.03"))
         self.step(sound, sound.without_silence(
             1, 0.05, lambda run: min(round(run * (21 / 100)), round(RATE * 0.03))), part)
         self.end()
@@ -160,7 +165,7 @@ class Make(MenuSteps):
         self.keys("ctrl+a", *"100", "Tab")
         self.answer("Quoril Wave Editor") # "Volume threshold is not valid"
         self.desktop.run("xdotool", "windowactivate", "--sync", dialog.id)
-        self.keys("ctrl+a", *"100.5", "Return")
+        self.keys("ctrl+a", *typed("100.5"), "Return")
         self.answer("Invalid entry")
         self.desktop.run("xdotool", "windowactivate", "--sync", dialog.id)
         # The focus was in the field all the time.
