@@ -2,14 +2,11 @@
 #pragma once
 
 #include "effects/GeneratorCommands.h"
+#include "shell/TwoValues.h"
 
 #include <QDialog>
 
-#include <array>
-
-class QCheckBox;
-class QGridLayout;
-class QLineEdit;
+#include <optional>
 
 namespace quoril {
 
@@ -22,14 +19,7 @@ class EntFrqFrm final : public QDialog {
     [[nodiscard]] EntFrqEntry Entry() const;
 
   private:
-    /// A row of a label and a box, number `Index` of each array.
-    void AddEnd(QGridLayout& Rows, std::size_t Index, const char* Caption,
-                const char* AccessibleName, const std::string& Text);
-    /// Without two values the second box is locked and shows the first one's.
-    void FollowStart();
-
-    std::array<QLineEdit*, 3> EnterFrqTxt{}; ///< 1 start, 2 end; 0 is unused
-    QCheckBox* UseTwoChk;
+    std::optional<TwoValues> EnterFrqTxt;
 };
 
 /// Shows `EntFrqFrm` for the commands while it lives.

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "effects/StretchCommands.h"
+#include "shell/TwoValues.h"
 
 #include <QDialog>
-#include <array>
+
+#include <optional>
 
 class QCheckBox;
-class QGridLayout;
-class QLineEdit;
 
 namespace quoril {
 
@@ -21,13 +21,7 @@ class EntStrchFrm final : public QDialog {
     [[nodiscard]] StretchEntry Entry() const;
 
   private:
-    QLineEdit* AddValue(QGridLayout& Values, int Number, const char* Caption,
-                        const char* AccessibleName);
-    /// The second value can be entered, or is the first one.
-    void UseTwo(bool Two);
-
-    std::array<QLineEdit*, 3> EnterValTxt{}; ///< from index 1
-    QCheckBox* UseTwoChk;
+    std::optional<TwoValues> EnterValTxt;
     QCheckBox* MoveAudioChk;
 };
 
