@@ -145,7 +145,7 @@ TEST_F(BokMrkFrmTest, LoadAndSaveAskForAFileBesideTheSound) {
 
 TEST_F(BokMrkFrmTest, WhatIsLoadedCountsAsChanged) {
     Path = Session.Path("kept.bok");
-    Show(BokMrkManage, [this](QWidget* Window) {
+    Show(BokMrkManage, [](QWidget* Window) {
         Press(Window, "SaveBtn");
         BookmarkChanged = false;
         Press(Window, "LoadBtn"); // nobody answers what becomes of those that are there
