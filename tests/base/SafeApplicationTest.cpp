@@ -11,6 +11,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+/// The toolkit frees nothing when something is thrown through it; that is the price of going on.
+extern "C" const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:libQt6";
+}
+
 namespace quoril {
 namespace {
 
