@@ -223,7 +223,7 @@ def main():
         camera.bookmarked_parts(editor)
         camera.disk_space(editor)
         camera.record(editor)
-        camera.keys("ctrl+d", "ctrl+v")
+        camera.keys("ctrl+a", "ctrl+v")
         camera.dialog(editor, "confirm-paste")
         camera.keys("ctrl+a", "Delete")
         camera.keys("alt+e")
