@@ -1,6 +1,7 @@
 #include "audiofile/Encoders.h"
 
 #include "base/MsgBoxMod.h"
+#include "platform/ChildProcess.h"
 #include "platform/FileSystem.h"
 #include "platform/ProgramPlaces.h"
 #include "platform/Text.h"
@@ -9,7 +10,6 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <cstdlib>
 
 namespace quoril {
 
@@ -34,13 +34,9 @@ EncChoseAppDialog* Dialog = nullptr;
 
 /// The file of a program on $PATH; empty when it is not there.
 std::string OnPath(const std::string& Program) {
-    const char* Set = std::getenv("PATH");
-    for (const std::string& Folder :
-         TextParts(Set == nullptr ? "/usr/local/bin:/usr/bin" : Set, ':')) {
-        std::string File = fmt::format("{}/{}", Folder, Program);
-        if (!Folder.empty() && FileExists(File))
+    for (const std::string& File : ProgramFiles(Program))
+        if (FileExists(File))
             return File;
-    }
     return {};
 }
 

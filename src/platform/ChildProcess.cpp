@@ -1,8 +1,10 @@
 #include "platform/ChildProcess.h"
 
 #include "base/Failure.h"
+#include "platform/Text.h"
 
-#include <algorithm>
+#include <fmt/format.h>
+
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -10,7 +12,6 @@
 #include <fcntl.h>
 #include <linux/close_range.h>
 #include <poll.h>
-#include <string_view>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -134,23 +135,6 @@ bool BecomeWorker(const char* Words) noexcept {
     ::_exit(0);
 }
 
-/// Where a program of this name may lie: the name itself if it has a "/", else the folders of
-/// $PATH.
-std::vector<std::string> FilesToTry(const std::string& Name) {
-    if (Name.find('/') != std::string::npos)
-        return {Name};
-    const char* Set = std::getenv("PATH");
-    std::string_view Path = Set == nullptr ? "/usr/local/bin:/usr/bin:/bin" : Set;
-    std::vector<std::string> Files;
-    while (!Path.empty()) {
-        const std::string_view Folder = Path.substr(0, Path.find(':'));
-        if (!Folder.empty())
-            Files.push_back(std::string(Folder) + "/" + Name);
-        Path.remove_prefix(std::min(Folder.size() + 1, Path.size()));
-    }
-    return Files;
-}
-
 /// Starts the program; `Child` is the process to wait for. 0, or the error's number.
 int Start(const std::vector<std::string>& Arguments, Kind How, pid_t& Child,
           const char* Words = nullptr) {
@@ -158,7 +142,7 @@ int Start(const std::vector<std::string>& Arguments, Kind How, pid_t& Child,
         return ENOENT;
     Program What;
     What.Words = Words;
-    What.Files = FilesToTry(Arguments.front());
+    What.Files = ProgramFiles(Arguments.front());
     What.Arguments.reserve(Arguments.size() + 1);
     for (const std::string& Argument : Arguments) {
         if (Argument.find('\0') != std::string::npos)
@@ -195,6 +179,18 @@ int CodeOf(int Status) noexcept {
 }
 
 } // namespace
+
+std::vector<std::string> ProgramFiles(const std::string& Name) {
+    if (Name.find('/') != std::string::npos)
+        return {Name};
+    const char* Set = std::getenv("PATH");
+    std::vector<std::string> Files;
+    for (const std::string& Folder :
+         TextParts(Set == nullptr ? "/usr/local/bin:/usr/bin:/bin" : Set, ':'))
+        if (!Folder.empty())
+            Files.push_back(fmt::format("{}/{}", Folder, Name));
+    return Files;
+}
 
 ChildResult RunAndWait(const std::vector<std::string>& Arguments) {
     ChildResult Result;

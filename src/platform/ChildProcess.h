@@ -9,6 +9,10 @@
 
 namespace quoril {
 
+/// The files that a program of this name may be, in the order in which they are tried: the name
+/// itself if it has a "/", else one in each folder of $PATH.
+[[nodiscard]] std::vector<std::string> ProgramFiles(const std::string& Name);
+
 /// How a child ended.
 struct ChildResult {
     bool Started = false;   ///< false: no such program, or no right to run it
