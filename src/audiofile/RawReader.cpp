@@ -32,9 +32,8 @@ LoadEnding RawLoad::Run() {
     const std::int32_t Bits = Choice.Bits();
     TakeFrames(AvailableFrames(Channels * Bits / 8.0));
     BeginDocument(Bits);
-    FillStore([&](LooseBlocks& Left, LooseBlocks& Right) {
-        DecodeAll(Bits == 8 ? SampleCode::Bytes : SampleCode::LittleEndian, Left, Right);
-    });
+    FillStore(
+        [&](LooseBlocks& Left, LooseBlocks& Right) { DecodeAll(PlainCode(Bits), Left, Right); });
     return LoadEnding::Loaded;
 }
 

@@ -14,8 +14,7 @@ bool OpenSaveClass::FileWriteRawPart(FileMemoClass& Store, std::int32_t FromPos,
         if (Told.Text.empty())
             WriteSoundPart(
                 Store, PartRange(Store, FromPos, ToPos, WorkChn), FileBlockLength,
-                Store.WavFmtBits == 8 ? SampleCode::Bytes : SampleCode::LittleEndian,
-                [] { return std::vector<std::uint8_t>(); }, FileName);
+                PlainCode(Store.WavFmtBits), [] { return std::vector<std::uint8_t>(); }, FileName);
         return Told;
     });
 }

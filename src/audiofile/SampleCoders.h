@@ -15,6 +15,11 @@ enum class SampleCode {
     ULaw          ///< 8 bits for a sample of 16
 };
 
+/// The code of samples of that depth, 8 or 16 bits, in WAV and raw files.
+[[nodiscard]] constexpr SampleCode PlainCode(std::int32_t Bits) noexcept {
+    return Bits == 8 ? SampleCode::Bytes : SampleCode::LittleEndian;
+}
+
 /// Bits that a sample takes in the file, 8 or 16.
 [[nodiscard]] std::int32_t BitsInFile(SampleCode Code) noexcept;
 

@@ -8,10 +8,6 @@ namespace {
 
 constexpr const char* WriteErrorTitle = "Wave file write error";
 
-[[nodiscard]] SampleCode CodeOf(const FileMemoClass& Store) {
-    return Store.WavFmtBits == 8 ? SampleCode::Bytes : SampleCode::LittleEndian;
-}
-
 [[nodiscard]] HeaderMaker HeaderOf(const FileMemoClass& Store, const WriteRange& Range) {
     return [&Store, Range] {
         const WaveFormat Format{Range.OutChannels, Store.WavFmtFreq, Store.WavFmtBits};
@@ -31,8 +27,8 @@ constexpr const char* WriteErrorTitle = "Wave file write error";
     if ((Store.WavFmtChannel != 1 && Store.WavFmtChannel != 2) || !WriteBitsKnown(Store))
         return UnknownWriteFormat();
     const WriteRange Range = PartRange(Store, 1, Frames, 0);
-    if (!WriteSoundFile(Store, Range, FileBlockLength, CodeOf(Store), HeaderOf(Store, Range),
-                        FileName))
+    if (!WriteSoundFile(Store, Range, FileBlockLength, PlainCode(Store.WavFmtBits),
+                        HeaderOf(Store, Range), FileName))
         return {"This file " + FileName +
                     " is locked,\nmay be used by another program.\nRelease that file and try again",
                 "Failed to write wave file"};
@@ -47,7 +43,8 @@ constexpr const char* WriteErrorTitle = "Wave file write error";
     if (!WriteBitsKnown(Store))
         return UnknownWriteFormat();
     const WriteRange Range = PartRange(Store, FromPos, ToPos, WorkChn);
-    WriteSoundPart(Store, Range, FileBlockLength, CodeOf(Store), HeaderOf(Store, Range), FileName);
+    WriteSoundPart(Store, Range, FileBlockLength, PlainCode(Store.WavFmtBits),
+                   HeaderOf(Store, Range), FileName);
     return {};
 }
 
